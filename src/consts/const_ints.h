@@ -3,24 +3,8 @@
 // zero-extended.  No operation issues diagnostics or allocates; `overflow` is always written.
 #pragma once
 #include <cstdint>
+#include "il/il_enums.h"
 #include "il/il_fwd.h"
-
-enum an_integer_kind : unsigned char {
-  ik_char,
-  ik_signed_char,
-  ik_unsigned_char,
-  ik_short,
-  ik_unsigned_short,
-  ik_int,
-  ik_unsigned_int,
-  ik_long,
-  ik_unsigned_long,
-  ik_int40,
-  ik_unsigned_int40,
-  ik_long_long,
-  ik_unsigned_long_long,
-  ik_none  // no kind; the number of kinds as well
-};
 
 struct an_integer_value {
   uint16_t digit[4];  // digit[0] is the most significant

@@ -6,8 +6,6 @@
 #include <cstdint>
 #include "consts/const_ints.h"
 
-enum a_float_kind : unsigned char { fk_float, fk_double, fk_long_double, fk_none };
-
 // The wide format: a fraction in base 65536 with the point before digit 0, times 2 to the exponent.
 // Finite non-zero values are aligned: the exponent is a multiple of 16 and digit 0 is not zero.
 struct simul_fval {

@@ -116,10 +116,10 @@ enum an_integer_kind : unsigned char {
   ik_unsigned_int40,
   ik_long_long,
   ik_unsigned_long_long,
-  ik_none  // no kind
+  ik_none  // no kind; the number of kinds as well
 };
 
-enum a_float_kind : unsigned char { fk_float, fk_double, fk_long_double, fk_last };
+enum a_float_kind : unsigned char { fk_float, fk_double, fk_long_double, fk_none };
 
 // Bits of a qualifier word.
 typedef unsigned a_type_qualifier_set;
