@@ -1,0 +1,34 @@
+// cfe.h - the process: main's fixed pipeline, exit statuses, timing lines, signal handlers.
+#pragma once
+#include <ctime>
+#include "errors/error_codes.h"
+
+struct a_timer {
+  long cpu_milliseconds;
+  time_t elapsed;
+};
+
+// Written by cfe alone.
+extern int sys_argc;
+extern char **sys_argv;
+extern bool in_front_end;                 // from fe_init_part_1 to the end of fe_wrapup
+extern bool okay_to_eliminate_unneeded_il_entries;
+extern bool end_of_file_scope_needed_flags_phase;
+extern bool function_body_processing_delayed_on_some_func_in_primary_il;
+
+// The whole run.  Ends in exit_compilation.
+int cfe_main(int argc, char **argv);
+// Ends the process with the status that belongs to the severity.
+[[noreturn]] void exit_compilation(an_error_severity severity);
+
+void get_timer(a_timer *timer);
+void display_time_used(const char *label, const a_timer *start, const a_timer *end);
+
+void signal_init();
+void primary_signal_handler(int signal_number);
+void debug_signal_handler(int signal_number);
+void install_common_handlers(void (*handler)(int), void (*callback)(int));
+[[noreturn]] void common_signal_handler(int signal_number, const char *program_name,
+                                        const char *format, ...);
+// The asm-header back end, which does nothing.
+void ah_back_end();
