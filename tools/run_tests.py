@@ -1,0 +1,113 @@
+"""Builds the presets, runs unit tests and cases in each and, once, the long runs; prints one summary line."""
+import json
+import os
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+LIT = os.path.join(ROOT, 'tools', 'lit')
+# (script, arguments): each prints "NAME: N passed, N failed, N skipped" as its last line.
+LONG_RUNS = [
+    ('tests/table_coverage.py', []),
+    ('tests/include_graph.py', []),
+    ('tests/real/run.py', []),
+    ('tests/torture/run.py', ['--sample', '300']),
+    ('tests/random/csmith.py', ['--from', '1', '--to', '30']),
+]
+SANITIZED_RUNS = [('tests/random/fuzz.py', ['--count', '500'])]
+
+
+class Totals:
+    passed = failed = 0
+
+
+def build(preset):
+    for command in (['cmake', '--preset', preset], ['cmake', '--build', '--preset', preset]):
+        done = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
+        if done.returncode != 0:
+            print((done.stdout + done.stderr)[-6000:])
+            print('%s does not build' % preset)
+            Totals.failed += 1
+            return False
+    return True
+
+
+def run_cases(folder):
+    with tempfile.NamedTemporaryFile(suffix='.json') as report:
+        done = subprocess.run([sys.executable, LIT, '-s', '-v', '--param', 'build=' + folder, '-o', report.name, 'tests'],
+                              cwd=ROOT, capture_output=True, text=True)
+        try:
+            tests = json.load(open(report.name))['tests']
+        except (ValueError, KeyError):
+            print(done.stdout + done.stderr)
+            Totals.failed += 1
+            return
+    bad = [t for t in tests if t['code'] in ('FAIL', 'TIMEOUT', 'UNRESOLVED')]
+    for test in bad:
+        print('FAILED %s\n%s\n' % (test['name'], test['output']))
+    Totals.failed += len(bad)
+    Totals.passed += sum(t['code'] == 'PASS' for t in tests)
+    print('cases in %s: %d, %d failed' % (os.path.basename(folder), len(tests), len(bad)))
+
+
+def run_unit_tests(folder):
+    program = os.path.join(folder, 'unit_tests')
+    if not os.path.exists(program):
+        return
+    report = os.path.join(folder, 'unit_tests.json')
+    if os.path.exists(report):
+        os.remove(report)
+    done = subprocess.run([program, '--gtest_brief=1', '--gtest_output=json:' + report], capture_output=True, text=True,
+                          env=dict(os.environ, ASAN_OPTIONS='detect_leaks=0'))
+    if not os.path.exists(report):
+        print('unit tests crashed\n' + (done.stdout + done.stderr)[-4000:])
+        Totals.failed += 1
+        return
+    result = json.load(open(report))
+    Totals.passed += result['tests'] - result['failures']
+    Totals.failed += result['failures']
+    if result['failures'] or done.returncode != 0:
+        print(done.stdout[-8000:])
+    print('unit tests in %s: %d, %d failed' % (os.path.basename(folder), result['tests'], result['failures']))
+
+
+def run_script(script, arguments, folder):
+    path = os.path.join(ROOT, script)
+    if not os.path.exists(path):
+        return
+    done = subprocess.run([sys.executable, path, '--build', folder] + arguments, cwd=ROOT, capture_output=True, text=True)
+    lines = done.stdout.strip().splitlines()
+    last = lines[-1] if lines else ''
+    words = last.replace(',', '').split()
+    try:
+        passed, failed = int(words[words.index('passed') - 1]), int(words[words.index('failed') - 1])
+    except (ValueError, IndexError):
+        passed, failed = 0, 1
+    if failed or done.returncode != 0:
+        print(done.stdout[-8000:] + done.stderr[-4000:])
+        failed = failed or 1
+    Totals.passed += passed
+    Totals.failed += failed
+    print(last or script + ' printed nothing')
+
+
+def main():
+    quick = 'quick' in sys.argv[1:]
+    for preset, folder in (('release', 'build'), ('sanitizers', 'build-sanitizers')):
+        if quick and preset != 'release':
+            break
+        if not build(preset):
+            continue
+        path = os.path.join(ROOT, folder)
+        run_unit_tests(path)
+        run_cases(path)
+        if quick:
+            continue
+        for script, arguments in (LONG_RUNS if preset == 'release' else SANITIZED_RUNS):
+            run_script(script, arguments, path)
+    print('%d passed, %d failed' % (Totals.passed, Totals.failed))
+    return 1 if Totals.failed else 0
+
+
+sys.exit(main())
