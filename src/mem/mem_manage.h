@@ -149,7 +149,8 @@ void free_mapped_mem_blocks();
 // ---- Initialisation, in the driver's order ----
 
 void mem_manage_early_init();
-// `mapped`: regions live in mapped pages because precompiled headers are in use.
+// Regions live in mapped pages if precompiled_header_processing_required is set by now.
 void mem_manage_one_time_init();
 void mem_manage_init();
-void mem_manage_trans_unit_init();
+// A secondary unit gets a file-scope region of its own.
+void mem_manage_trans_unit_init(bool is_primary);
