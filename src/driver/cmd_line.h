@@ -4,6 +4,7 @@
 #include "lex/source_position.h"
 
 struct a_source_correspondence;
+struct a_def_from_cmd_line;  // lex/macro.h
 
 enum an_option_id : unsigned short {
   opt_none,
@@ -47,32 +48,8 @@ public:
   virtual void reset_state();
 };
 
-// A definition or undefinition from the command line, in order.
-struct a_def_undef_string {
-  a_def_undef_string *next;
-  const char *text;
-  bool is_undef;
-};
-extern a_def_undef_string *defs_from_cmd_line, *end_defs_from_cmd_line;
-
-// A file to read before the primary source file.
-struct a_preinclude_file {
-  a_preinclude_file *next;
-  const char *name;
-};
-extern a_preinclude_file *preinclude_file_list, *macro_preinclude_file_list;
-
-extern int sys_argc;
-extern char **sys_argv;
 extern const char *primary_source_file_argument;
 extern char **shell_opts;  // null-terminated; null if the shell sent none
-
-// Names and values of the modes in a predefined macro file, by the table's numbers less one.
-enum a_predef_macro_mode : unsigned char {
-  pmm_gnu, pmm_gcc, pmm_gpp, pmm_microsoft, pmm_strict, pmm_cpp, pmm_all, pmm_last
-};
-extern const char *const predef_macro_mode_names[pmm_last];
-extern unsigned char predef_macro_mode_values[pmm_last];
 
 // Sets every flag to its default.
 void cmd_line_early_init();
@@ -91,7 +68,8 @@ OPTION_STATE *process_opt_override(const char *name, const a_source_position *po
 OPTION_STATE *process_opt_override(const a_source_correspondence *entity);
 OPT_OVERRIDE *lookup_opt_override(const char *key, bool create);
 
-void add_to_def_undef_list(const char *text, a_def_undef_string **head, a_def_undef_string **tail,
+// Appends a -D or -U text to a list of them (defs_from_cmd_line).
+void add_to_def_undef_list(const char *text, a_def_from_cmd_line **head, a_def_from_cmd_line **tail,
                            bool is_undef);
 
 // Installed by the precompiled-header module: called for each relevant option.

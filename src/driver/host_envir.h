@@ -5,14 +5,14 @@
 #include <cstddef>
 #include <cstdio>
 #include <ctime>
+#include "errors/error.h"
 
 struct a_text_buffer;
 struct an_include_file_history;
-enum an_error_severity : unsigned char;
-enum an_error_code : unsigned short;
-enum a_unicode_source_kind : unsigned char { usk_none, usk_utf8, usk_utf16_le, usk_utf16_be };
 
-// ---- Search lists --------------------------------------------------------------------------------------
+typedef unsigned char a_unicode_source_kind_tag;  // always 0: only byte sources are read
+
+// ---- Search lists ----
 
 struct a_directory_name_entry {
   const char *dir_name;          // shared by f_directory_of, so that equal names are equal pointers
@@ -53,15 +53,7 @@ void pop_primary_include_search_dir(const char *dir, bool is_system);
 void change_primary_include_search_dir(const char *dir);
 void add_to_template_search_path(const char *dir);
 
-// ---- Finding and opening source files ------------------------------------------------------------------
-
-enum an_open_failure : unsigned char {
-  of_none = 0, of_not_found = 1, of_other = 2, of_not_regular = 4, of_directory = 8, of_unusable_name = 16
-};
-struct an_open_file_result {
-  unsigned char flags;  // bits of an_open_failure
-  int error_number;     // errno
-};
+// ---- Finding and opening source files ----
 
 // How a source file is asked for.
 struct a_source_file_request {
@@ -81,7 +73,7 @@ struct an_opened_source_file {
   const char *full_name;               // with which it was opened
   a_directory_name_entry *dir_entry;   // through which it was found, or null
   an_include_file_history *history;    // as the hook gave it
-  a_unicode_source_kind unicode_kind;
+  a_unicode_source_kind_tag unicode_kind;
   bool suppressed;                     // guarded or once-only: not opened at all
 };
 
@@ -94,12 +86,26 @@ extern bool (*suppress_subsequent_include_hook)(const char *name, an_include_fil
 
 FILE *fopen_with_result(const char *name, const char *mode, an_open_file_result *result);
 FILE *open_input_file(const char *name, bool binary, an_open_file_result *result);
-// Refuses (bit of_unusable_name) the name of the primary source file.
+// Refuses (off_bad_name) the name of the primary source file.
 FILE *open_output_file(const char *name, bool binary, bool update, an_open_file_result *result);
-FILE *open_source_file(const char *name, an_open_file_result *result, a_unicode_source_kind *kind);
-FILE *reopen_source_file(const char *name, a_unicode_source_kind *kind);
+FILE *open_source_file(const char *name, an_open_file_result *result, a_unicode_source_kind_tag *kind);
+FILE *reopen_source_file(const char *name, a_unicode_source_kind_tag *kind);
 // Closes and tells whether all was written; errno of the failure in result->error_number.
 bool close_output_file(FILE *stream, an_open_file_result *result);
+// The same with the report of a failure: a catastrophe at error_position, or with off_report_command_line in
+// `flags` a command-line error.  Failures whose bits are in `flags` are tolerated: null in silence.
+// kind_code describes the file (ec_file_kind_...).
+FILE *open_input_file_with_error_handling(const char *name, bool binary, unsigned flags,
+                                          an_error_code kind_code);
+FILE *open_output_file_with_error_handling(const char *name, bool binary, bool update,
+                                           unsigned flags, an_error_code kind_code);
+FILE *open_source_file_with_error_handling(const char *name, unsigned flags,
+                                           an_open_file_result *result,
+                                           a_unicode_source_kind_tag *kind);
+FILE *fopen_with_error(const char *name, const char *mode, unsigned flags,
+                       an_error_code kind_code);
+// Clears *file.  A failure of any write is catastrophe 1972 or 191.
+void close_output_file_with_error_handling(FILE **file, an_error_code kind_code);
 bool okay_as_output_file(const char *name);
 // A file without a name; catastrophe 165 if none can be made.
 FILE *open_temp_file(bool binary);
@@ -116,7 +122,7 @@ const char *get_file_modification_time_string(const char *name, bool short_form)
 // Next line in a shared buffer, without its newline; null at the end of the file.
 char *read_line_from_file(FILE *stream);
 
-// ---- Names ---------------------------------------------------------------------------------------------
+// ---- Names ----
 
 // Directory and file in one name, in `buffer` or, if null, in a shared one; terminated.
 char *combine_dir_and_file_name(const char *dir, const char *file, a_text_buffer *buffer);
@@ -164,7 +170,7 @@ bool fn_is_user_specified_stream(const char *name);
 bool fn_explicit_disable(const char *name);
 FILE *user_specified_advice_stream(const char *name);
 
-// ---- Environment, option files, module id --------------------------------------------------------------
+// ---- Environment, option files, module id ----
 
 // Value of ROV_<name>, else of <name>, else null.
 const char *get_environment(const char *name);
@@ -185,7 +191,7 @@ void change_non_id_characters(char *text);
 // Text of the compilation's date and time as ctime gives it; follows SOURCE_DATE_EPOCH.
 const char *compilation_time_text();
 
-// ---- Characters ----------------------------------------------------------------------------------------
+// ---- Characters ----
 
 // Switches to the locale of the environment, once; catastrophe 923 if that fails.
 void set_multibyte_locale();
@@ -202,18 +208,7 @@ unsigned ucn_to_utf16(unsigned long code, unsigned short *out);
 unsigned long extract_character_from_string(const char *text, size_t index, unsigned char_size);
 int smemcmp(const void *a, const void *b, size_t length);
 
-// ---- Timers and the end of the process -----------------------------------------------------------------
-
-struct a_timer {
-  long cpu_milliseconds;
-  time_t wall_seconds;
-};
-void get_timer(a_timer *timer);
-void display_time_used(const char *label, const a_timer *start, const a_timer *end);
-// Ends the process with the status of that severity.
-[[noreturn]] void exit_compilation(an_error_severity severity);
-[[noreturn]] void term_compilation(an_error_severity severity);
-void write_signoff();
+// ---- Start-up, in the driver's order ----
 
 void host_envir_early_init();
 void host_envir_one_time_init();
