@@ -76,7 +76,7 @@ struct a_per_instantiation_needed_flags_entry {
 struct a_scope_orphaned_list_header {
   a_scope_orphaned_list_header *next;
   a_routine *routine;
-  int64_t scope_number;
+  int scope_number;
   a_type *types;
   a_variable *variables;
   a_namespace *namespaces;
@@ -108,7 +108,8 @@ struct a_param_type {
   a_decl_position_supplement *decl_position_supplement;
 };
 
-struct a_variable : a_source_correspondence {
+struct a_variable {
+  a_source_correspondence source_corresp;
   a_variable *next;
   a_type *type;
   a_param_type *param_type;            // for a parameter, its entry in the routine type
@@ -190,7 +191,8 @@ inline a_dynamic_init *&dynamic_initializer_of(a_variable *variable)
   return variable->initializer.dynamic_init;
 }
 
-struct a_field : a_source_correspondence {
+struct a_field {
+  a_source_correspondence source_corresp;
   a_field *next;                       // in declaration order
   a_type *type;
   uint64_t offset;                     // layout result, in bytes
@@ -224,7 +226,8 @@ struct a_routine_special_info {
   a_routine_list_entry *ctor_dtor_variants;  // sfk_constructor, sfk_destructor: generated variants
 };
 
-struct a_routine : a_source_correspondence {
+struct a_routine {
+  a_source_correspondence source_corresp;
   a_routine *next;
   a_type *type;
   int region_number;                   // of the body; 0: none
@@ -333,7 +336,8 @@ struct a_routine : a_source_correspondence {
   an_il_entity_list_entry *declared_entities;
 };
 
-struct a_label : a_source_correspondence {
+struct a_label {
+  a_source_correspondence source_corresp;
   a_label *next;
   bool is_defined : 1;
   bool is_reachable : 1;
@@ -345,7 +349,8 @@ struct a_label : a_source_correspondence {
   a_statement *statement;              // the stmk_label
 };
 
-struct a_namespace : a_source_correspondence {
+struct a_namespace {
+  a_source_correspondence source_corresp;
   a_namespace *next;
   bool is_alias;                       // says which member holds
   bool is_inline : 1;
@@ -389,7 +394,7 @@ struct a_using_decl {
 struct a_scope {
   a_scope *next;                       // on the parent's subscopes
   a_scope *parent;                     // null if it would point out of the region
-  int64_t number;
+  int number;
   a_scope_kind kind;                   // says which owner holds
   bool is_reactivated_function : 1;
   bool has_orphaned_lists : 1;
@@ -438,26 +443,6 @@ inline a_type *&type_of_scope(a_scope *scope)
   return scope->owner.type;
 }
 
-// Tails of a scope's lists, so that each append takes constant time.  No IL entry: it lives in the scope
-// stack entry, the translation unit record (file scope) or the namespace's symbol.
-struct a_scope_pointers_block {
-  a_constant *last_constant;
-  a_type *last_type;
-  a_variable *last_variable;
-  a_variable *last_local_variable;
-  a_label *last_label;
-  a_routine *last_routine;
-  an_asm_entry *last_asm_entry;
-  a_scope *last_subscope;
-  a_dynamic_init *last_dynamic_init;
-  a_namespace *last_namespace;
-  a_using_decl *last_using_decl;
-  a_pragma *last_pragma;
-  a_template *last_template;
-  a_variable *last_parameter;
-  bool tails_are_known;                // clear: each tail is searched on its first use
-};
-
 // --- The root of a translation unit's IL ---------------------------------------------------------
 
 struct a_seq_number_lookup_entry;
@@ -469,7 +454,6 @@ struct an_il_header {
   const char *version_string;
   const char *compilation_date;
   bool plain_char_is_signed;
-  a_scope **region_scope_table;        // region number to root scope; sized by the region tables
   a_scope_orphaned_list_header *scope_orphaned_lists;
   int source_language;                 // 0 C++, 1 C
   bool is_old_c_dialect;

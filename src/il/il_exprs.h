@@ -78,7 +78,8 @@ struct a_complex_value {
   simul_fval imag;
 };
 
-struct a_constant : a_source_correspondence {
+struct a_constant {
+  a_source_correspondence source_corresp;
   a_constant *next;                    // scope's list, aggregate's elements, or chain of shared ones
   a_type *type;                        // null for some internal constants
   an_expr_node *expr;                  // the expression that was folded
@@ -478,7 +479,8 @@ struct a_named_register_list {
   unsigned char register_number;       // index of named_register_names
 };
 
-struct an_asm_entry : a_source_correspondence {
+struct an_asm_entry {
+  a_source_correspondence source_corresp;
   an_asm_entry *next;                  // file scope: the scope's list
   a_constant *asm_string;
   an_asm_operand *operands;            // outputs first

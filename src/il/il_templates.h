@@ -96,10 +96,11 @@ struct a_template_param {
 struct a_template_decl {
   a_template_decl *next;               // next inner clause
   a_template_param *params;
-  int64_t scope_number;
+  int scope_number;
 };
 
-struct a_template : a_source_correspondence {
+struct a_template {
+  a_source_correspondence source_corresp;
   a_template *next;
   a_template_kind kind;                // says which prototype holds
   bool is_exported : 1;
@@ -149,7 +150,8 @@ struct an_attribute {
 
 // --- Pragmas -------------------------------------------------------------------------------------
 
-struct a_pragma : a_source_correspondence {
+struct a_pragma {
+  a_source_correspondence source_corresp;
   a_pragma *next;
   unsigned char kind;                  // a_pragma_kind_tag
   unsigned char stdc_pragma;           // STDC: which one
@@ -166,7 +168,8 @@ struct a_pragma : a_source_correspondence {
 
 // --- Macros --------------------------------------------------------------------------------------
 
-struct a_macro : a_source_correspondence {
+struct a_macro {
+  a_source_correspondence source_corresp;
   a_macro *next;
   const char *text;                    // text form of the definition
   a_source_position body_start;
