@@ -3,17 +3,14 @@
 // Writers: target.cpp (set-up), cmd_line (options), host_envir (host_little_endian).
 #pragma once
 #include <cstdint>
+#include "il/il_enums.h"
 
 struct a_type;
-enum an_integer_kind : unsigned char;
 
 typedef uint64_t a_targ_size_t;  // a size or offset in bytes on the target
 
 // How far a symbol is seen outside its module.
 enum a_symbol_visibility : unsigned char { sv_hidden, sv_protected, sv_default, sv_unknown };
-
-// Literal kinds by which the sizes of characters are indexed.
-enum a_character_kind : unsigned char { chk_ordinary, chk_wide, chk_char16_t, chk_char32_t, chk_last };
 
 // Silicon classes that a version falls in.
 enum a_silicon_class : unsigned char {
@@ -31,7 +28,7 @@ enum a_silicon_class : unsigned char {
 #define TARGET_VALUE(type, name, initial, meaning) extern type name;
 #include "driver/target_values.def"
 
-extern unsigned targ_character_size[chk_last];  // bytes of a character by kind of literal
+extern unsigned targ_character_size[chk_last];  // bytes of a character by a_char_kind
 
 // Gives every target value its default.  Runs before the options are read.
 void target_early_init();
