@@ -87,7 +87,10 @@ struct a_constant {
   uint32_t source_text_length;
   a_constant_kind kind;
   a_char_kind char_kind;               // of a string or character constant
-  bool needs_pointer_cast : 1;         // an integer that stands for a pointer
+  bool value_is_punned : 1;            // an integer of pointer type, or an address of integer type
+  bool from_reinterpret_cast : 1;      // such a pointer to member; isn't converted further
+  bool unsigned_op_result : 1;         // of a bitwise or unsigned operation (K&R negation)
+  bool not_integral_constant_expr : 1; // not one in the standard's sense
   bool show_cast : 1;                  // an explicit cast stood in the source
   bool show_implicit_cast : 1;
   bool is_enumerator_use : 1;          // kept by comparison
