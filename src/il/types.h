@@ -629,7 +629,6 @@ bool is_same_class_or_base_class_thereof(a_type *base_type, a_type *class_type);
 void set_type_size(a_type *type);
 // `report`: too large an array is error array_size_too_large, and the size is clamped.
 void set_array_type_size(a_type *type, bool report);
-a_target_size size_of_pointer_to(a_type *type, a_target_alignment *alignment);
 // Rounds up; false and no change on overflow of 64 bits.
 bool align(a_target_size *value, a_target_alignment alignment);
 
