@@ -13,9 +13,9 @@
 static constexpr int max_cached_string_length = 80;
 
 static a_type *integer_types[ik_none];
-static a_type *float_types[fk_last];
-static a_type *complex_types[fk_last];
-static a_type *imaginary_types[fk_last];
+static a_type *float_types[fk_none];
+static a_type *complex_types[fk_none];
+static a_type *imaginary_types[fk_none];
 static a_type *the_void_type;
 static a_type *the_error_type;
 static a_type *the_unknown_type;
@@ -76,7 +76,7 @@ a_type *integer_type(an_integer_kind kind)
 
 static a_type *cached_float_type(a_type **cache, a_type_kind type_kind, a_float_kind kind)
 {
-  check(kind < fk_last);
+  check(kind < fk_none);
   if (cache[kind] == nullptr) {
     a_type *type = alloc_type(type_kind);
     as_float(type).float_kind = kind;
@@ -229,8 +229,8 @@ void add_based_type(a_type *base, a_based_type_kind kind, a_type *derived)
   bool leaves_il = C_dialect == 2
                    && ((!prototype_instantiations_in_il && is_template_dependent_type(base))
                        || is_ptr_to_member_of_incomplete_class(derived));
-  bool derived_is_secondary = il_entry_prefix_of(derived)->is_secondary_entry
-                              && !il_entry_prefix_of(base)->is_secondary_entry;
+  bool derived_is_secondary = entry_flags_of(derived).is_secondary_entry
+                              && !entry_flags_of(base).is_secondary_entry;
   if (leaves_il || derived_is_secondary) {
     member->needs_fixup = true;
     put_on_fixup_list(base);
@@ -347,6 +347,15 @@ static a_type *qualified_typeref(a_type *type, a_type_qualifier_set qualifiers)
   as_typeref(result).qualifiers = qualifiers & 15u;
   add_based_type(type, btk_qualified, result);
   return result;
+}
+
+// A copied array of variable length is found under the dimension of its original.
+static void copy_vla_dimension(a_type *original, a_type *copy)
+{
+  a_vla_dimension *dimension = find_vla_dimension(original);
+  if (dimension == nullptr) return;
+  make_vla_dimension(copy, nullptr, dimension->is_parameter_dimension, &dimension->position)
+      ->same_dimension = dimension;
 }
 
 // A copy of one level of an array type over another element type.  Names, attributes and
@@ -478,7 +487,8 @@ a_type *make_routine_type(a_type *return_type, a_type *p1, a_type *p2, a_type *p
   a_type *type = alloc_type(tk_routine);
   as_routine(type).return_type = return_type;
   routine_supplement_of(type)->is_prototyped = true;
-  for (a_type *param : {p1, p2, p3, p4}) {
+  a_type *const params[] = {p1, p2, p3, p4};
+  for (a_type *param : params) {
     if (param == nullptr) break;
     add_param_type(type, alloc_param_type(param));
   }
@@ -493,7 +503,7 @@ void add_param_type(a_type *routine_type, a_param_type *param)
     link = &(*link)->next;
     ++number;
   }
-  param->param_num = number;
+  param->number = number;
   *link = param;
 }
 
@@ -606,7 +616,7 @@ void types_one_time_init()
 void types_trans_unit_init()
 {
   for (a_type *&type : integer_types) type = nullptr;
-  for (int kind = 0; kind < fk_last; ++kind) {
+  for (int kind = 0; kind < fk_none; ++kind) {
     float_types[kind] = complex_types[kind] = imaginary_types[kind] = nullptr;
   }
   the_void_type = the_error_type = the_unknown_type = nullptr;

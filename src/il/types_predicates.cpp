@@ -411,7 +411,7 @@ static void set_float_size(a_type *type)
       type->size = targ_sizeof_long_double;
       type->alignment = targ_alignof_long_double;
       break;
-    case fk_last: unexpected_kind("float kind");
+    case fk_none: unexpected_kind("float kind");
   }
   if (type->kind == tk_complex) type->size *= 2;
 }
@@ -628,6 +628,15 @@ bool is_or_contains_type_with_no_name_linkage(a_type *type)
   return traverse_type_tree(type, test_no_linkage, all_parts | two_template_args) != 0;
 }
 
+static bool is_member_of_unnamed_namespace(const a_source_correspondence *corresp)
+{
+  a_namespace *name_space = C_dialect == 2 ? parent_namespace_of(corresp) : nullptr;
+  for (; name_space; name_space = parent_namespace_of(&name_space->source_corresp)) {
+    if (name_space->source_corresp.name == nullptr) return true;
+  }
+  return false;
+}
+
 static int test_unnamed_namespace(a_type *type, bool *)
 {
   return has_own_name(type) && is_member_of_unnamed_namespace(&type->source_corresp);
@@ -701,7 +710,7 @@ static int test_vla_side_effects(a_type *type, bool *)
   if (type->kind != tk_array || !as_array(type).is_vla) return 0;
   a_vla_dimension *dimension = find_vla_dimension(type);
   return dimension != nullptr && dimension->expr != nullptr
-         && expr_has_side_effects(dimension->expr);
+         && node_has_side_effects(dimension->expr);
 }
 
 bool type_has_side_effects(a_type *type)
