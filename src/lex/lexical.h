@@ -54,7 +54,7 @@ extern bool any_initial_get_token_tests_needed;  // cached tokens or pragmas are
 extern bool token_seen_on_line;            // so a "#" doesn't begin a directive
 extern bool building_pch_prefix;           // lines are read ahead for a precompiled header
 
-// One bit for a_character class; indexed by an unsigned character.
+// Bits of a character's class; indexed by an unsigned character.
 enum a_char_class : unsigned char {
   cc_id_start = 1,  // letter, "_", or an allowed "$"
   cc_digit = 2,
@@ -154,7 +154,7 @@ bool is_nonstandard_character(char c);
 // Are two names the same but for underscores in front and behind?
 bool same_string_ignoring_underscores(const char *a, const char *b);
 
-// May the code point stand in an identifier (249 sorted ranges)?  *not_at_start tells whether it may not
+// May the code point stand in an identifier (C99 Annex D)?  *not_at_start tells whether it may not
 // be the first.
 bool ucn_is_identifier_char(unsigned long code_point, bool *not_at_start);
 

@@ -3,16 +3,9 @@
 // const_for_curr_token; a fault comes back in two out-arguments, so that the scanner places the message.
 #pragma once
 #include "errors/error_codes.h"
+#include "il/il_enums.h"
 #include "il/il_fwd.h"
 #include "lex/tokens.h"
-
-// Kinds of strings and character constants, by prefix.
-enum a_string_kind : unsigned char {
-  str_plain,
-  str_wide,    // L
-  str_char16,  // u
-  str_char32,  // U
-};
 
 // *err is 0 on success, otherwise a message that is due at *err_loc; the constant is then the error
 // constant.  Warnings about the value are issued directly.
@@ -40,19 +33,12 @@ an_error_code conv_single_char(a_char_conversion_state *state, bool process_esca
                                unsigned long *result, unsigned long mask, bool narrow);
 void clear_char_conversion_state(a_char_conversion_state *state, char **loc);
 
-// Writes the UTF-8 form of a code point; returns the number of bytes (1 to 4).
-unsigned unicode_to_utf8(unsigned long code_point, unsigned char *bytes);
-// Splits a code point above 0xFFFF into *high and *low; false if it needs but one unit.
-bool ucn_to_utf16(unsigned long code_point, unsigned *high, unsigned *low);
-
-// Kind of a string or character constant (bits kept in the constant).
-a_string_kind string_kind_of_constant(const a_constant *constant);
 
 // The current token is a string: joins it with the strings that follow.  With `allow_function_names`
 // a token such as __FUNCTION__ counts as a string.  Issues 1563.
 void concat_adjacent_string_literals(bool allow_function_names);
 // Joins all strings of the cache into its first token; frees the others.
-void concat_string_literals(a_token_cache *cache, a_string_kind kind);
+void concat_string_literals(a_token_cache *cache, a_char_kind kind);
 // Turns a plain string constant into a wide one in place.
 void widen_string_literal(a_constant *constant);
 

@@ -116,10 +116,9 @@ void create_il_entry_for_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_st
 // Where a declaration may begin: takes the STDC pragmas that wait in front of the token.
 void check_for_stdc_pragmas();
 
-// The current settings of STDC pragmas: 1 off, 2 on, 3 default; saved by the scope stack.
-extern unsigned char curr_fp_contract_state;
-extern unsigned char curr_fenv_access_state;
-extern unsigned char curr_cx_limited_range_state;
+// Settings of the STDC pragmas, as the IL records and the scope stack keep them.
+enum an_stdc_setting : unsigned char { stdc_unset, stdc_off, stdc_on, stdc_default };
+enum an_stdc_pragma_kind : unsigned char { stdck_none, stdck_fp_contract, stdck_fenv_access, stdck_cx_limited_range };
 
 //---------------------------------------------------------------------------------------------
 // Packing.
