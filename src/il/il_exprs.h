@@ -99,6 +99,11 @@ struct a_constant {
   bool from_character_constant : 1;    // written as 'x'
   bool is_true_false_keyword : 1;
   bool literal_is_unsuffixed_decimal : 1;
+  bool from_literal : 1;               // the scanner made it of a literal
+  bool is_nondecimal_literal : 1;      // octal, hex, binary, or moved to a wider kind by K&R rules
+  bool is_literal_zero : 1;            // the spelling is the single character 0
+  bool has_unsigned_suffix : 1;
+  bool from_pp_identifier : 1;         // a name in #if that is no macro
   bool is_referenced_enumerator : 1;
   bool is_string_from_concatenation : 1;
   bool needs_variable : 1;             // lowering gives the value a variable
