@@ -150,7 +150,7 @@ struct a_decl_parse_state {
   const char *asm_name;                       // GNU asm name of the current declarator
   a_source_position asm_name_position;
   a_symbol *symbol;                           // what the current declarator declared
-  a_token_cache *expression_cache;            // initializer that `auto` deduction read ahead
+  struct an_expression_cache *expression_cache;  // initializer that `auto` deduction read ahead
   unsigned implicit_member_form;
   uint32_t dll_flags;
 };
@@ -237,7 +237,7 @@ a_param_id *alloc_param_id();
 void decl_specifiers(uint32_t options, a_decl_parse_state *state, a_decl_pos_block *pos_block);
 
 // Reads an enum specifier whose `enum` is the current token; returns the type, never null.
-a_type *enum_specifier(a_decl_parse_state *state, a_decl_pos_block *pos_block);
+a_type *enum_specifier(uint32_t options, a_decl_parse_state *state, a_decl_pos_block *pos_block);
 // Reads a `typename` specifier; outside of templates a plain lookup of the qualified name.
 void typename_specifier(a_type **type, a_symbol **symbol, bool flag, a_decl_pos_block *pos_block);
 

@@ -123,11 +123,6 @@ void update_routine_decl_modifiers(a_routine *routine, a_decl_parse_state *state
 void attach_decl_attributes(a_decl_parse_state *state, bool is_redeclaration);
 void attach_param_attributes(a_decl_parse_state *state, a_param_type *param);
 
-// Copies the positions of a declaration to its entity.
-void update_decl_pos_info(a_source_correspondence *corresp, a_decl_pos_block *pos_block);
-a_decl_position_supplement *make_decl_pos_supplement(a_source_correspondence *corresp,
-                                                     a_decl_pos_block *pos_block);
-
 // --- default arguments (C++) --------------------------------------------------------------------
 
 struct a_def_arg_expr_fixup {

@@ -203,6 +203,7 @@ bool namespace_is_enclosed_by_scope(a_symbol *symbol, a_scope_stack_entry *entry
 a_symbol *current_class_symbol_if_class_template();
 void make_class_definition_context_visible(a_type *class_type);
 bool routine_defined(a_routine *routine);
+void set_needed_flags_at_end_of_file_scope(a_scope *scope);
 bool keep_function_body_for_possible_inlining(a_routine *routine);
 bool should_delay_lowering_on_function(a_routine *routine, bool flag);
 void wrapup_scope(a_scope *il_scope, a_scope_kind kind, a_scope_pointers_block *block,

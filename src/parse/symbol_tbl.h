@@ -202,8 +202,8 @@ struct a_symbol {
   union {
     struct {
       unsigned char token;          // a_token_kind
-      bool pp_keyword;              // a keyword in directives too
-      int message_code;             // due at the first use of a disabled word, else 0
+      unsigned char flag_1, flag_2;
+      void *pointer;
     } keyword;
     a_macro_def *macro_def;
     a_constant *constant;
@@ -295,11 +295,6 @@ inline a_macro_def *&macro_def_of_symbol(a_symbol *symbol)
 {
   check(symbol->kind == sk_macro);
   return symbol->variant.macro_def;
-}
-inline auto &keyword_of_symbol(a_symbol *symbol)
-{
-  check(symbol->kind == sk_keyword);
-  return symbol->variant.keyword;
 }
 inline a_constant *&constant_of_symbol(a_symbol *symbol)
 {
