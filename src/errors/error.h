@@ -81,7 +81,6 @@ void type_diagnostic(an_error_severity severity, an_error_code code, a_type *typ
 // ---- With inserts, at a given position ----
 
 #define UNPAREN(...) __VA_ARGS__
-#define COMMA ,
 #define FORM(name, parameters, inserts)                                                            \
   void pos_##name##_remark(an_error_code code, a_source_position pos, UNPAREN parameters);         \
   void pos_##name##_warning(an_error_code code, a_source_position pos, UNPAREN parameters);        \
@@ -96,6 +95,7 @@ void type_diagnostic(an_error_severity severity, an_error_code code, a_type *typ
   void pos_##name##_start_diagnostic(an_error_severity severity, an_error_code code,               \
                                      a_source_position pos, UNPAREN parameters);
 #include "errors/error_forms.def"
+#undef UNPAREN
 
 [[noreturn]] void pos_str2_catastrophe(an_error_code code, a_source_position pos, const char *text1,
                                        const char *text2);
@@ -142,11 +142,13 @@ void misra_command_line_diagnostic(an_error_severity severity, an_error_code cod
 
 // Whether the diagnostic would have a severity above warning at that position.
 bool is_effective_error(an_error_code code, an_error_severity severity, a_source_position pos);
-// The severity with which it would be reported there; false if it would not be shown.
-bool reported_error_severity(an_error_code code, an_error_severity severity, a_source_position pos,
+// The severity with which it would be reported at error_position; false if it would not be shown.
+bool reported_error_severity(an_error_code code, an_error_severity severity,
                              an_error_severity *result);
-void treat_as_warning(an_error_code code);
-void treat_as_none(an_error_code code);
+// Whether an option or pragma has made the message a warning, or silenced it.
+bool treat_as_warning(an_error_code code);
+bool treat_as_none(an_error_code code);
+// Whether the effective severity at error_position is other than es_none.
 bool misra_c_2004_generate_diagnostic(an_error_code code, an_error_severity severity);
 bool ulp_generate_diagnostic(an_error_code code, an_error_severity severity);
 
@@ -225,6 +227,7 @@ struct a_diag_context {
   a_symbol *symbol;
   const void *instantiation; // for %na
   a_source_position point;   // the point of instantiation
+  const char *file_name;     // of a secondary translation unit
 };
 
 struct an_error_hooks {
@@ -246,10 +249,8 @@ struct an_error_hooks {
   unsigned long (*curr_scope_identity)(bool *in_template);
   // Token skipping for syntax_error.
   void (*flush_tokens)();
-  // Host: writes a file name as messages show it; null means as it is.
-  void (*put_file_name)(const char *name, a_diag_text *text);
   void (*cancel_il_file)();
-  void (*exit_compilation)(an_error_severity severity);
+  void (*exit_compilation)(an_error_severity severity);  // doesn't return
 };
 extern an_error_hooks error_hooks;
 

@@ -1,7 +1,7 @@
 // error_codes.h - the codes of all messages and the levels at which they are issued.
 #pragma once
 
-enum an_error_code : int {
+enum an_error_code : unsigned short {
 #define MESSAGE(code, tag, text) ec_##tag = code,
 #define PHRASE(code, name, text) ec_##name = code,
 #define NO_MESSAGE(code)
@@ -9,7 +9,7 @@ enum an_error_code : int {
   num_error_codes = 2612
 };
 
-enum an_error_severity : int {
+enum an_error_severity : unsigned char {
   es_default,              // only as a request: back to the option's level
   es_once,                 // only as a request: issue once
   es_none,                 // suppressed
