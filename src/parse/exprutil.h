@@ -123,6 +123,7 @@ enum a_ref_kind : unsigned {
 struct a_ref_entry {
   unsigned ref_kind;
   bool recorded;
+  bool is_kept;  // belongs to the operand that a flush spares
   a_symbol *symbol;
   a_source_correspondence *source_corresp;
   a_source_position position;
