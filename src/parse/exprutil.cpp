@@ -14,6 +14,7 @@
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "mem/mem_manage.h"
+#include "mem/registered_vars.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
 
@@ -340,9 +341,7 @@ void flush_ref_entries_except(a_ref_entry *result, a_ref_entry *selector)
 void record_entity_defined_in_expression(an_il_entry_kind kind, void *entity)
 {
   if (expr_stack == nullptr || expr_stack->entity_list_head == nullptr) return;
-  an_il_entity_list_entry *entry = alloc_il_entity_list_entry();
-  entry->kind = kind;
-  entry->entity = entity;
+  an_il_entity_list_entry *entry = alloc_il_entity_list_entry(kind, entity);
   expr_stack->entity_list_tail->next = entry;
   expr_stack->entity_list_tail = entry;
 }

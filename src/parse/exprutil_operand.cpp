@@ -191,7 +191,7 @@ void make_imaginary_unit_operand(an_operand *operand)
   clear_constant(&constant, ck_imaginary);
   constant.type = type;
   bool overflow = false;
-  fp_host_large_integer_to_float(1, fk_float, &float_of(&constant), &overflow);
+  fp_host_large_integer_to_float(fk_float, 1, &float_of(&constant), &overflow);
   make_constant_operand(&constant, operand);
 }
 
@@ -207,7 +207,7 @@ void make_nan_operand(an_operand *operand)
   a_constant constant;
   clear_constant(&constant, ck_float);
   constant.type = float_type(fk_float);
-  make_fp_nan(fk_float, &float_of(&constant));
+  make_fp_nan(&float_of(&constant), fk_float);
   make_constant_operand(&constant, operand);
 }
 
@@ -416,7 +416,9 @@ void prep_generic_operand_full(an_operand *operand, bool keep_lvalue, bool apply
 {
   an_operand saved = *operand;
   if (apply_transformations) {
-    do_operand_transformations(operand, ot_leave_indefinite_functions | (keep_lvalue ? ot_keep_lvalues : 0));
+    unsigned flags = ot_leave_indefinite_functions;
+    if (keep_lvalue) flags |= ot_keep_lvalues;
+    do_operand_transformations(operand, flags);
   }
   restore_operand_details_incl_ref(operand, &saved);
   change_some_ref_kinds(operand->ref_entries, rk_plain, rk_generic);
