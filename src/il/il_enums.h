@@ -426,8 +426,8 @@ enum an_expr_operator_kind : unsigned char {
 
 // Operators of enk_builtin_operation; the texts are builtin_operation_names.
 enum a_builtin_operation_kind : unsigned char {
-  bok_offsetof = 0,
-  bok_intaddr = 22,
+#define BUILTIN_OPERATION(kind, number, spelling) kind = number,
+#include "il/builtin_operations.def"
   bok_last = 40
 };
 
