@@ -7,7 +7,12 @@
 #include "il/il_exprs.h"
 #include "il/il_templates.h"
 
-struct a_section_specification;
+// Where a variable or routine is placed.
+struct a_section_specification {
+  const char *name;
+  a_source_position position;
+  unsigned char kind;                  // 0 by a pragma, 1 by an attribute, 2 by a SET_..._SECTION pragma
+};
 
 // --- Lists ---------------------------------------------------------------------------------------
 

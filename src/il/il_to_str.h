@@ -19,7 +19,8 @@ struct an_il_to_str_output_control_block {
   void (*form_entity_name)(const void *entity, an_il_entry_kind kind,
                            an_il_to_str_output_control_block *block);
   void (*form_qualifier)(a_type *class_type, an_il_to_str_output_control_block *block);
-  void (*form_string_name)(const a_constant *string, an_il_to_str_output_control_block *block);
+  // False: the string has no name, and its text is to be written.
+  bool (*form_string_name)(const a_constant *string, an_il_to_str_output_control_block *block);
   void (*form_prototype)(a_type *routine_type, an_il_to_str_output_control_block *block);
   void (*form_expression)(an_expr_node *expr, bool parenthesize,
                           an_il_to_str_output_control_block *block);

@@ -655,9 +655,7 @@ void form_constant(const a_constant *constant, bool in_context,
       form_integer_constant(constant, false, in_context, block);
     return;
   case ck_string:
-    if (block->form_string_name != nullptr)
-      block->form_string_name(constant, block);
-    else
+    if (block->form_string_name == nullptr || !block->form_string_name(constant, block))
       form_string_constant(constant, block);
     return;
   case ck_float: form_float_constant(constant, in_context, block); return;
