@@ -36,14 +36,43 @@ void declarator(uint32_t options, a_decl_parse_state *state, a_type *bottom_type
 void scan_lambda_declarator(a_lambda *lambda, a_decl_parse_state *state,
                             a_func_info_block *func_info, a_decl_pos_block *pos_block);
 
-// Reads `*`, `&`, `&&`, `X::*` and their qualifiers; returns the type built on `type`.
-a_type *pointer_declarator(a_type *type, a_decl_parse_state *state, bool references_allowed);
-// Reads one `[ ]`; *type becomes a new array type without element type.
-void array_declarator(a_decl_parse_state *state, a_type **type, uint32_t options, bool is_first);
-// Joins a derived type to a chain that is built from the outside in.  Checks the pair (array of
-// functions, function returning array, pointer to reference); a bad pair becomes the error type.
-void add_to_derived_type_list(a_type *new_type, a_type **first, a_type **last,
-                              a_decl_parse_state *state, bool is_pointer);
+// One part of a declarator: a pointer, an array or a function.  Parts are kept in a stack while the
+// declarator is read, so that they can be built from the outermost (next to the specifiers' type) in.
+enum a_declarator_part_kind : unsigned char {
+  dpk_pointer,
+  dpk_reference,
+  dpk_rvalue_reference,
+  dpk_ptr_to_member,
+  dpk_array,
+  dpk_function
+};
+
+struct a_declarator_part {
+  a_declarator_part *closer;       // the part read before: closer to the name
+  a_declarator_part_kind kind;
+  unsigned qualifiers;             // of a pointer
+  a_type *type;                    // array or routine without its base; class of a ptr to member
+  an_attribute *attributes;
+  a_source_position position;
+  a_source_position restrict_position;
+};
+
+// The part around the type built so far: checks the pair (array of functions, function returning
+// array, pointer to reference) and returns the new type, or the error type after a message.
+a_type *apply_declarator_part(a_declarator_part *part, a_type *base, a_decl_parse_state *state);
+// Reads one `[ ]` into a part.  `is_first`: outermost brackets, directly behind the name.
+void array_declarator(uint32_t options, a_decl_parse_state *state, bool is_first,
+                      a_declarator_part *part);
+// Reads a parameter list behind a `(` that is taken already.  func_info is null where the list
+// isn't wanted for a definition.
+void function_declarator(uint32_t options, a_decl_parse_state *state,
+                         a_func_info_block *func_info, a_declarator_part *part);
+
+// Reads `throw ( types )` onto the routine type (C++).
+void exception_specification(a_type *routine_type);
+
+// Bounds in a prototype wait for the body: the list that is being collected, see a_vla_fixup.
+void add_vla_fixup_entry(a_type *array_type, an_expr_node *bound, a_source_position position);
 
 // Tests the return type of a function declarator; returns it, or the error type after a message.
 a_type *check_return_type(a_type *type, a_decl_parse_state *state, a_source_position *position);

@@ -1,0 +1,19 @@
+// func_def.h - definitions of functions: from the declarator through the body.
+#pragma once
+#include "il/il_fwd.h"
+#include "parse/declarator.h"
+
+// The declarator of a function was read and a body follows (or, in C, the declarations of an identifier
+// list).  Declares the function by decl_routine and reads the body; on return the current token is
+// the one behind `}`.
+void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_state,
+                         a_func_info_block *func_info, a_decl_pos_block *pos_block);
+void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsigned flags);
+// Reports a type that no function may return (98, 870, 916, 411); `routine` may be null.
+void check_function_return_type(a_type *type, a_source_position *position, bool is_declaration,
+                                a_routine *routine);
+void force_definition_of_compiler_generated_routine(a_routine *routine);
+
+// The register of an asm name: a code of the table, or register_unrecognized.
+inline constexpr int register_unrecognized = 58;
+int name_to_register(const char *name);

@@ -1,0 +1,40 @@
+// statements.h - statements, and the control flow that is followed while they are read.
+#pragma once
+#include "errors/error.h"
+#include "il/il_enums.h"
+#include "il/il_fwd.h"
+#include "lex/source_position.h"
+
+// A block in braces; the current token is `{`, on return it is the one behind `}`.  is_function_body:
+// the outermost block of a function; dont_push_block: the caller has opened the scope.
+void compound_statement(bool is_function_body, unsigned outer_flags, bool dont_push_block,
+                        bool is_statement_expression);
+
+// Allocates a statement, links it at the current place and follows the flow.
+a_statement *add_statement_at_stmt_pos(a_statement_kind kind, const a_source_position *position);
+void warn_if_code_is_unreachable(an_error_code code, const a_source_position *position);
+// Whether a statement can be added now: a function body is open.
+bool in_statement_context();
+bool inside_statement_expression();
+
+// A variable without initializer was declared here: jumps over it are tested.
+void record_trivial_init_control_flow(a_variable *variable);
+void update_init_statement_control_flow(a_statement *statement);
+// Attaches a class, enum or variable to the declaration statement that is open, if one is.
+void record_entity_in_decl_stmt_if_needed(a_symbol *symbol);
+// The size of a variable-length dimension is evaluated here.
+void set_vla_size_statement(a_vla_dimension *dimension, const a_source_position *position);
+
+// A nested function body starts a fresh stack.
+struct a_struct_stmt_stack_state {
+  int depth;
+  int base;
+  void *saved[8];
+};
+void new_struct_stmt_stack(a_struct_stmt_stack_state *state);
+void restore_struct_stmt_stack(const a_struct_stmt_stack_state *state);
+void wrapup_control_flow_processing(a_scope *scope);
+
+void statements_one_time_init();
+void statements_init();
+void statements_trans_unit_init();
