@@ -8,24 +8,35 @@ struct a_def_from_cmd_line;  // lex/macro.h
 
 enum an_option_id : unsigned short {
   opt_none,
-#define OPTION(id, name, letter, value, argument, enabled, pch, least, help) opt_##id,
-#define OPTION_ALSO(id, name, letter, value, argument, enabled, pch, least, help)
+#define OPTION(id, name, letter, value, argument, pch, action, help) opt_##id,
+#define OPTION_ALSO(id, name, letter, value, argument, pch, action, help)
 #include "driver/options.def"
   opt_last
 };
 
+struct an_option_kind;
+typedef void an_option_handler(const an_option_kind &option, const char *argument);
+
+// What using an option does, apart from being seen.
+enum an_option_action : unsigned char { oa_set_flag, oa_clear_flag, oa_store_name, oa_call };
+
 // One spelling of an option.  Two spellings of an on/off pair share an id.
 struct an_option_kind {
   an_option_id id;
-  const char *name;            // behind "--"; null for a row with a letter only
-  char short_name;             // behind "-"; 0 if there's none
-  unsigned char value;         // what this spelling stands for
+  const char *name;         // behind "--"
+  char short_name;          // behind "-"; 0 if there's none
+  unsigned char value;      // what this spelling stands for
   bool takes_argument;
-  bool enabled;                // a row that isn't is an invalid option
-  unsigned char least_length;  // letters that an abbreviation needs at least; 0: any number
+  bool enabled;             // a row that isn't is an invalid option
+  bool is_pch_relevant;     // a precompiled header must have been made with the same
   unsigned name_length;
-  bool is_pch_relevant;        // a precompiled header must have been made with the same
-  const char *help;            // what it does, for the man page
+  an_option_action action;
+  union {
+    bool *flag;             // oa_set_flag, oa_clear_flag
+    const char **text;      // oa_store_name
+    an_option_handler *handler;
+  } target;
+  const char *help;         // for the man page; empty: the opposite of the row before
 };
 
 extern const an_option_kind option_table[];
@@ -53,8 +64,8 @@ extern char **shell_opts;  // null-terminated; null if the shell sent none
 
 // Sets every flag to its default.
 void cmd_line_early_init();
-// Reads the options, reconciles the flags and opens the files of the options.  Faults of the command line
-// end the run through command_line_error.
+// Reads the options, reconciles the flags and opens the files of the options.  Faults of the
+// command line end the run through command_line_error.
 void proc_command_line(int argc, char **argv);
 // The title in a field of 40 characters, the version, a newline.
 void print_banner(FILE *stream);
@@ -73,7 +84,7 @@ void add_to_def_undef_list(const char *text, a_def_from_cmd_line **head, a_def_f
                            bool is_undef);
 
 // Installed by the precompiled-header module: called for each relevant option.
-extern void (*pch_option_hook)(bool is_pch_relevant, an_option_id id, int value, const char *argument);
+extern void (*pch_option_hook)(an_option_id id, int value, const char *argument);
 // Installed by the checkers: read the rule lists of their options; false for a bad list.
 extern bool (*check_misra_hook)(const char *argument);
 extern bool (*misra_severity_hook)(const char *argument, bool required);

@@ -11,8 +11,9 @@ struct a_hook {
   a_hook_parameter parameter;
 };
 
-// Switches a hook on.  A null name keeps the present one (or the default name), a null parameter likewise;
-// the parameter is one of "none", "name" and "address", anything else leaves the setting as it is.
+// Switches a hook on.  A null name keeps the present name (at first a default one), a null parameter
+// keeps the parameter; otherwise it is "none", "name" or "address".
+bool is_hook_parameter(const char *text);
 void enable_hook(a_hook_kind kind, const char *name, const char *parameter);
 // The state of a hook.
 const a_hook &hook_of(a_hook_kind kind);

@@ -64,3 +64,5 @@ bool TRG_is_greg_name(const char *name);
 bool TRG_is_creg_name(const char *name);
 // Checks options against each other; this target has no such rule.
 void TRG_check_cmd_options();
+// True for a power of two between the least and the greatest pack alignment.
+bool is_acceptable_pack_alignment(unsigned alignment);
