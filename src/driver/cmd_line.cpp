@@ -245,10 +245,10 @@ static void settle_search_paths()
 {
   if (!openmp_mode_host) add_environment_include_search_path();
   add_default_include_search_path(&incl_search_path, &end_incl_search_path);
-  settle_system_include_search_path();
   if ((gcc_mode || gpp_mode) && gnu_version > 30299) {
-    remove_duplicate_system_includes(&sys_incl_search_path);
+    remove_duplicate_system_includes(&end_of_user_incl_search_path);
   }
+  settle_system_include_search_path();
 }
 
 static void settle_primary_source_file()

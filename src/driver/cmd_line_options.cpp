@@ -172,8 +172,7 @@ void process_preproc_only(const an_option_kind &option, const char *)
 void process_include_directory(const an_option_kind &option, const char *argument)
 {
   if (strcmp(argument, "-") == 0) {
-    end_user_include_search_path();
-    put_dir_of_each_opened_source_file_on_incl_search_path = false;
+    end_user_include_search_path();  // the current file's directory stays the first for quotes
   } else {
     add_to_include_search_path(argument, option.id == opt_sys_include);
   }

@@ -1,6 +1,5 @@
-// host_envir.h - what depends on the host: search lists and names of files, files, environment, locale,
-// timers, the end of the process.  Stands beside the lowest floors: it uses mem/ and errors/ only, and asks
-// the scanner through a hook.
+// host_envir.h - what depends on the host: search lists and names of files, files, environment, locale.
+// Every floor may use it; it uses mem/ and errors/ only, and asks the scanner through a hook.
 #pragma once
 #include <cstddef>
 #include <cstdio>
@@ -21,9 +20,10 @@ struct a_directory_name_entry {
 };
 
 extern a_directory_name_entry *incl_search_path, *end_incl_search_path;  // #include "..."
-extern a_directory_name_entry *sys_incl_search_path;  // the element where the search for <...> starts
-extern a_directory_name_entry *end_of_user_incl_search_path;  // last entry before "-", null without one
-extern bool user_incl_search_path_ended;              // "-I-" was given
+// The element of the same list where the search for <...> starts, and the mark: the last entry before
+// "-", null without one.
+extern a_directory_name_entry *sys_incl_search_path;
+extern a_directory_name_entry *end_of_user_incl_search_path;
 extern bool put_dir_of_each_opened_source_file_on_incl_search_path;
 extern bool stack_referenced_include_directories;
 extern a_directory_name_entry *template_search_path;
@@ -41,13 +41,15 @@ void add_to_specified_include_search_path(const char *dir, bool is_system,
 // Appends the directories of the variable C_DIR.
 void add_environment_include_search_path();
 void add_default_include_search_path(a_directory_name_entry **head, a_directory_name_entry **tail);
-// Removes each non-system entry that names a system entry's directory, with warning 2088.
-void remove_duplicate_system_includes(a_directory_name_entry **system_entry);
+// Removes each non-system entry that names a system entry's directory, with warning 2088.  A mark on such
+// an entry moves to the one before.
+void remove_duplicate_system_includes(a_directory_name_entry **marker);
 // Ends the part of the path that <...> doesn't see; the option word "-".
 void end_user_include_search_path();
 // Points sys_incl_search_path behind that mark, or at the whole list.
 void settle_system_include_search_path();
-// The head of the list stands for the directory of the current file: entering, leaving, going back to one.
+// The head of the list stands for the directory of the current file: entering one, leaving one for the
+// file whose directory is given, changing it in place.
 void push_primary_include_search_dir(const char *dir, bool is_system);
 void pop_primary_include_search_dir(const char *dir, bool is_system);
 void change_primary_include_search_dir(const char *dir);
@@ -77,8 +79,8 @@ struct an_opened_source_file {
   bool suppressed;                     // guarded or once-only: not opened at all
 };
 
-// Resolves and opens a source file.  True with *opened filled (stream or suppressed); false after the report of
-// a failure that isn't fatal: 1971 through file_open_error, or catastrophe 184 for an empty search list.
+// Resolves and opens a source file.  True with *opened filled (stream or suppressed); false after the
+// report of a failure that isn't fatal.  Catastrophe 184 for an empty search list.
 bool open_file_for_input(const a_source_file_request &request, an_opened_source_file *opened);
 // Installed by the scanner: says whether a file need not be read again, and hands back its history record.
 extern bool (*suppress_subsequent_include_hook)(const char *name, an_include_file_history **history,
@@ -88,12 +90,14 @@ FILE *fopen_with_result(const char *name, const char *mode, an_open_file_result 
 FILE *open_input_file(const char *name, bool binary, an_open_file_result *result);
 // Refuses (off_bad_name) the name of the primary source file.
 FILE *open_output_file(const char *name, bool binary, bool update, an_open_file_result *result);
-FILE *open_source_file(const char *name, an_open_file_result *result, a_unicode_source_kind_tag *kind);
+FILE *open_source_file(const char *name, an_open_file_result *result,
+                       a_unicode_source_kind_tag *kind);
 FILE *reopen_source_file(const char *name, a_unicode_source_kind_tag *kind);
 // Closes and tells whether all was written; errno of the failure in result->error_number.
 bool close_output_file(FILE *stream, an_open_file_result *result);
-// The same with the report of a failure: a catastrophe at error_position, or with off_report_command_line in
-// `flags` a command-line error.  Failures whose bits are in `flags` are tolerated: null in silence.
+// The same with the report of a failure: a catastrophe at error_position, or with
+// off_report_command_line in `flags` a command-line error.  Failures whose bits are in `flags` are
+// tolerated: null in silence.
 // kind_code describes the file (ec_file_kind_...).
 FILE *open_input_file_with_error_handling(const char *name, bool binary, unsigned flags,
                                           an_error_code kind_code);
@@ -110,7 +114,7 @@ bool okay_as_output_file(const char *name);
 // A file without a name; catastrophe 165 if none can be made.
 FILE *open_temp_file(bool binary);
 void close_temp_file(FILE *stream);
-// Output files that a failing run must not leave half written: named when opened, forgotten when finished.
+// Output files that a failing run must not leave half written: noted when opened, forgotten when closed.
 void note_output_file(const char *name);
 void forget_output_file(const char *name);
 void delete_unfinished_output_files();  // safe in a signal handler
@@ -134,7 +138,7 @@ const char *start_of_file_name(const char *name);
 // The directory part of a name, shared: equal directories have equal pointers.  "" if there's none.
 const char *f_directory_of(const char *name, bool in_general_heap);
 bool is_absolute_file_name(const char *name);
-// Absolute name with no ".", ".." and empty components; in a buffer that the next call but one reuses.
+// Absolute name with no ".", ".." and empty components, in a buffer that the next call but one reuses.
 const char *normalize_file_name(const char *name);
 int compare_dir_names(const char *a, const char *b, bool no_cwd);
 const char *file_name_in_internal_encoding(const char *name);
@@ -145,7 +149,7 @@ void write_file_name_to_text_buffer(const char *name, a_text_buffer *buffer, boo
 void write_file_name(const char *name, FILE *stream, bool for_c_string);
 const char *format_file_name(const char *name);
 
-// The family that the tool chain uses.  Results point to static buffers of 500 bytes where nothing else is said.
+// The family that the tool chain uses.  Results are in static buffers of 500 bytes.
 void fn_split(const char *path, char **dir, char **base, char **ext);
 char *fn_build(char *out, const char *dir, const char *base, const char *ext);
 char *fn_addext(const char *name, const char *ext, bool force);

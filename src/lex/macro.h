@@ -75,7 +75,7 @@ extern bool scanning_macro_name;               // the name after #define is bein
 extern char *delete_source_from_loc;           // what is read from here on is deleted; null: nothing
 extern bool comma_is_from_argument;            // set by the scanner: a lesc_comma_from_arg stood before the comma
 extern bool check_concatenations;              // a result of ## must be one token
-extern char *curr_command_line_macro_def;      // text of the -D option being defined
+extern const char *curr_command_line_macro_def;  // text of the -D option being defined
 
 // Local pointers into a buffer that may move: linked while they are needed.
 struct a_registered_pointer {
