@@ -1,4 +1,4 @@
-// cfe.h - the process: main's fixed pipeline, exit statuses, timing lines, signal handlers.
+// cfe.h - the process: main's fixed pipeline, exit statuses, timing lines.
 #pragma once
 #include <ctime>
 #include "errors/error_codes.h"
@@ -24,11 +24,5 @@ int cfe_main(int argc, char **argv);
 void get_timer(a_timer *timer);
 void display_time_used(const char *label, const a_timer *start, const a_timer *end);
 
-void signal_init();
-void primary_signal_handler(int signal_number);
-void debug_signal_handler(int signal_number);
-void install_common_handlers(void (*handler)(int), void (*callback)(int));
-[[noreturn]] void common_signal_handler(int signal_number, const char *program_name,
-                                        const char *format, ...);
 // The asm-header back end, which does nothing.
 void ah_back_end();

@@ -4,10 +4,21 @@
 #include "il/il_fwd.h"
 #include "mem/registered_vars.h"
 
-struct an_exported_template_file;
+struct a_directory_name_entry;
+struct a_def_undef_string;
 
-inline constexpr int num_trans_unit_list_heads = 12;      // file-scope list heads
-inline constexpr int num_saved_il_header_list_heads = 4;  // those of them that a switch exchanges
+// A file that holds definitions of exported templates; made by the template module.
+struct an_exported_template_file {
+  an_exported_template_file *next;
+  const char *file_name;
+  a_translation_unit *translation_unit;   // the unit that was made for it
+  const char *module_id;
+  a_directory_name_entry *incl_search_path;
+  a_directory_name_entry *end_incl_search_path;
+  a_directory_name_entry *sys_incl_search_path;
+  a_def_undef_string *defs_from_cmd_line;
+};
+
 inline constexpr int num_trans_unit_corresp_kinds = 22;
 
 struct a_trans_unit_corresp_table {
@@ -22,7 +33,11 @@ struct a_translation_unit {
   char *saved_variables;                    // this unit's copy of every registered variable
   a_scope_pointers_block *scope_pointers;   // tails of the file scope's lists
   a_source_file *primary_source_file;
-  void *list_heads[num_trans_unit_list_heads];  // the first four: il_header's heads while not in force
+  // il_header's fields while the unit isn't in force.
+  a_scope *saved_primary_scope;
+  a_scope_orphaned_list_header *saved_scope_orphaned_lists;
+  a_macro *saved_macros;
+  a_type *saved_types_used_in_eh;
   void *registered_fields[3];               // may be kept up to date by a registered variable
   an_exported_template_file *exported_template_file;  // for which the unit was read, or null
   bool not_only_for_exported_templates;
@@ -47,22 +62,11 @@ extern bool translation_unit_needed_only_for_exported_templates;
 extern a_translation_unit_stack_entry *curr_translation_unit_stack_entry;
 extern int secondary_trans_units_on_stack;
 
-// What a switch does with scopes and with the IL header: installed by the scope stack.
-struct a_trans_unit_hooks {
-  // Turns the using-lists and depths of the scopes on the stack off (a unit is left) or on.
-  void (*deactivate_scopes)();
-  void (*reactivate_scopes)();
-  a_scope_pointers_block *(*alloc_scope_pointers)();
-  // Stores the IL header's primary scope and list heads in the unit, or takes them back.
-  void (*save_il_header)(a_translation_unit *unit);
-  void (*restore_il_header)(a_translation_unit *unit);
-};
-extern a_trans_unit_hooks trans_unit_hooks;
-
 // Compiles one unit from start to translation_unit_wrapup.  A secondary unit is read for an exported
 // template file.
 void process_translation_unit(const char *file_name, bool is_primary,
                               an_exported_template_file *template_file);
+// Makes another unit the one in force; nothing happens if it is.
 void switch_translation_unit(a_translation_unit *unit);
 void push_translation_unit_stack(a_translation_unit *unit);
 void pop_translation_unit_stack();
