@@ -51,15 +51,14 @@ static void clear_current_positions()
 void fe_early_init()
 {
   mem_manage_early_init();
-  host_envir_early_init();
-  target_early_init();
-  cmd_line_early_init();
+  call_if_there(host_envir_early_init);
+  call_if_there(target_early_init);
+  call_if_there(cmd_line_early_init);
   error_early_init();
   call_if_present(pch_early_init);
   il_write_early_init();
   depth_scope_stack = -1;
   trans_unit_early_init();
-  types_early_init();
   call_if_present(misra_early_init);
   call_if_present(ulp_early_init);
 }
@@ -70,37 +69,31 @@ void fe_one_time_init()
 {
   clear_current_positions();
   if (multibyte_chars_in_source_enabled) set_multibyte_locale();
-  target_one_time_init();
-  host_envir_one_time_init();
-  class_decl_one_time_init();
-  decl_spec_one_time_init();
-  decls_one_time_init();
+  call_if_there(target_one_time_init);
+  call_if_there(host_envir_one_time_init);
+  call_if_there(decls_one_time_init);
   call_if_present(def_arg_one_time_init);
   error_one_time_init();
-  expr_one_time_init();
-  il_to_str_one_time_init();
-  il_one_time_init();
-  lookup_one_time_init();
-  layout_one_time_init();
-  lexical_one_time_init();
-  macro_one_time_init();
+  call_if_there(expr_one_time_init);
+  call_if_there(il_one_time_init);
+  call_if_there(lookup_one_time_init);
+  call_if_there(lexical_one_time_init);
+  call_if_there(macro_one_time_init);
   mem_manage_one_time_init();
   call_if_present(pch_one_time_init);
-  pragma_one_time_init();
-  preproc_one_time_init();
-  statements_one_time_init();
-  symbol_ref_one_time_init();
-  symbol_tbl_one_time_init();
-  scope_stk_one_time_init();
+  call_if_there(pragma_one_time_init);
+  call_if_there(preproc_one_time_init);
+  call_if_there(statements_one_time_init);
+  call_if_there(symbol_tbl_one_time_init);
+  call_if_there(scope_stk_one_time_init);
   call_if_present(templates_one_time_init);
   call_if_present(trans_copy_one_time_init);
   trans_unit_one_time_init();
   call_if_present(corresp_one_time_init);
-  il_lower_one_time_init();
-  lower_c99_one_time_init();
+  call_if_there(il_lower_one_time_init);
+  call_if_there(lower_c99_one_time_init);
   call_if_present(lower_omp_one_time_init);
   call_if_present(name_lower_one_time_init);
-  attribute_one_time_init();
   call_if_present(extasm_one_time_init);
   if (check_misra_c_2004) call_if_present(misra_make_rule_hash);
 }
@@ -111,36 +104,34 @@ static void init_modules()
 {
   error_init();
   mem_manage_init();
-  host_envir_init();
+  call_if_there(host_envir_init);
   if (object_file_name == nullptr) {
     object_file_name = derived_name(primary_source_file_name, "obj");
   }
-  il_to_str_init();
-  il_init();
-  il_walk_init();
-  lexical_init();
-  symbol_tbl_init();
-  scope_stk_init();
-  decls_init();
-  class_decl_init();
-  layout_init();
+  call_if_there(il_to_str_init);
+  call_if_there(il_walk_init);
+  call_if_there(lexical_init);
+  call_if_there(symbol_tbl_init);
+  call_if_there(scope_stk_init);
+  call_if_there(decls_init);
+  call_if_there(class_decl_init);
+  call_if_there(layout_init);
   call_if_present(def_arg_init);
   call_if_present(templates_init);
   call_if_present(corresp_init);
-  expr_init();
-  lookup_init();
-  macro_init();
-  statements_init();
+  call_if_there(expr_init);
+  call_if_there(macro_init);
+  call_if_there(statements_init);
   call_if_present(pch_init);
-  pragma_init();
-  preproc_init();
-  target_init();
-  const_ints_init();
-  float_pt_init();
-  il_lower_init();
-  lower_c99_init();
+  call_if_there(pragma_init);
+  call_if_there(preproc_init);
+  call_if_there(target_init);
+  call_if_there(const_ints_init);
+  call_if_there(float_pt_init);
+  call_if_there(il_lower_init);
+  call_if_there(lower_c99_init);
   call_if_present(name_lower_init);
-  attribute_init();
+  call_if_there(attribute_init);
 }
 
 static void record_modes_in_il_header()
@@ -173,7 +164,7 @@ void fe_init_part_1()
 {
   compile_time_text = compilation_time_text();
   in_front_end = true;
-  depth_stmt_stack = -1;
+  if (&depth_stmt_stack != nullptr) depth_stmt_stack = -1;
   init_modules();
   if (C_dialect == 2 && make_all_functions_unprototyped) {
     pass_stdarg_references_to_generated_code = false;
@@ -189,31 +180,32 @@ void fe_init_part_1()
 
 static void init_modules_for_translation_unit()
 {
-  attribute_trans_unit_init();
+  call_if_there(attribute_trans_unit_init);
   mem_manage_trans_unit_init(is_primary_translation_unit);
-  host_envir_trans_unit_init();
+  call_if_there(host_envir_trans_unit_init);
   error_trans_unit_init();
-  il_trans_unit_init();
-  decls_trans_unit_init();
-  lexical_trans_unit_init();
-  symbol_tbl_trans_unit_init();
-  scope_stk_trans_unit_init();
+  call_if_there(il_trans_unit_init);
+  call_if_there(decls_trans_unit_init);
+  call_if_there(lexical_trans_unit_init);
+  call_if_there(symbol_tbl_trans_unit_init);
+  call_if_there(scope_stk_trans_unit_init);
   call_if_present(templates_trans_unit_init);
   call_if_present(corresp_trans_unit_init);
-  expr_trans_unit_init();
-  statements_trans_unit_init();
-  class_decl_trans_unit_init();
-  layout_trans_unit_init();
-  macro_trans_unit_init();
-  preproc_trans_unit_init();
-  il_lower_trans_unit_init();
-  lower_c99_trans_unit_init();
+  call_if_there(expr_trans_unit_init);
+  call_if_there(statements_trans_unit_init);
+  call_if_there(macro_trans_unit_init);
+  call_if_there(preproc_trans_unit_init);
+  call_if_there(il_lower_trans_unit_init);
+  call_if_there(lower_c99_trans_unit_init);
   call_if_present(lower_omp_trans_unit_init);
 }
 
 static void open_file_scope()
 {
-  new_il_region(sck_file, file_scope_number, nullptr);
+  file_scope_number = take_next_scope_number();
+  a_scope *scope = new_il_region(sck_file, file_scope_number, nullptr);
+  curr_translation_unit->primary_scope = scope;
+  il_header.primary_scope = scope;
   push_file_scope(psf_none);
 }
 
@@ -222,8 +214,8 @@ static void enter_predeclared_symbols_of_cplusplus()
   make_symbol_for_namespace_std();
   if (ignore_std_namespace || gpp_mode) enter_symbol_for_namespace_std();
   make_symbol_for_namespace_abi();
-  enter_predeclared_type_info_classes();
-  enter_predeclared_operator_new_and_delete();
+  call_if_present(enter_predeclared_type_info_classes);
+  call_if_present(enter_predeclared_operator_new_and_delete);
 }
 
 void fe_translation_unit_init()
@@ -234,13 +226,13 @@ void fe_translation_unit_init()
     cannot_do_pch_processing = true;
     using_a_pch_file = false;
   }
-  enter_keywords();
-  init_predefined_macros(compile_time_text);
+  call_if_there(enter_keywords);
+  call_if_there(init_predefined_macros, compile_time_text);
   open_file_scope();
   if (C_dialect == 2) enter_predeclared_symbols_of_cplusplus();
-  enter_system_specific_predeclared_symbols();
+  call_if_there(enter_system_specific_predeclared_symbols);
   if (is_primary_translation_unit) {
-    init_name_linkage_constants();
+    call_if_present(init_name_linkage_constants);
   } else {
     generate_pp_output = false;
     do_preprocessing_only = false;
@@ -264,7 +256,7 @@ static void start_preincludes()
 {
   next_preinclude_file = macro_preinclude_file_list;
   processing_macro_preincludes = true;
-  push_next_preinclude_file();
+  call_if_there(push_next_preinclude_file);
 }
 
 static const char *copy_to_il(const char *text)

@@ -4,7 +4,6 @@
 // Entry:   process_translation_unit, switch_translation_unit, push_translation_unit_stack.
 #include "driver/trans_unit.h"
 #include <cstring>
-#include "driver/cmd_line.h"
 #include "driver/fe_init.h"
 #include "driver/fe_wrapup.h"
 #include "driver/bring_up.h"
@@ -14,6 +13,7 @@
 #include "errors/error.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
+#include "lex/macro.h"
 #include "lex/preproc.h"
 #include "mem/check.h"
 #include "mem/mem_manage.h"
@@ -28,6 +28,7 @@ const char *trans_unit_file_name;
 bool translation_unit_needed_only_for_exported_templates;
 a_translation_unit_stack_entry *curr_translation_unit_stack_entry;
 int secondary_trans_units_on_stack;
+int file_scope_number;
 
 static a_translation_unit *last_translation_unit;
 static a_translation_unit_stack_entry *avail_stack_entries;
@@ -243,6 +244,7 @@ void trans_unit_one_time_init()
   register_trans_unit_variable(is_primary_translation_unit);
   register_trans_unit_variable(trans_unit_file_name);
   register_trans_unit_variable(translation_unit_needed_only_for_exported_templates);
+  register_trans_unit_variable(file_scope_number);
 }
 
 void trans_unit_init()

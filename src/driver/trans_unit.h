@@ -5,7 +5,7 @@
 #include "mem/registered_vars.h"
 
 struct a_directory_name_entry;
-struct a_def_undef_string;
+struct a_def_from_cmd_line;
 
 // A file that holds definitions of exported templates; made by the template module.
 struct an_exported_template_file {
@@ -16,7 +16,7 @@ struct an_exported_template_file {
   a_directory_name_entry *incl_search_path;
   a_directory_name_entry *end_incl_search_path;
   a_directory_name_entry *sys_incl_search_path;
-  a_def_undef_string *defs_from_cmd_line;
+  a_def_from_cmd_line *defs_from_cmd_line;
 };
 
 inline constexpr int num_trans_unit_corresp_kinds = 22;
@@ -61,6 +61,7 @@ extern const char *trans_unit_file_name;
 extern bool translation_unit_needed_only_for_exported_templates;
 extern a_translation_unit_stack_entry *curr_translation_unit_stack_entry;
 extern int secondary_trans_units_on_stack;
+extern int file_scope_number;                             // scope number of the unit's file scope
 
 // Compiles one unit from start to translation_unit_wrapup.  A secondary unit is read for an exported
 // template file.
