@@ -10,7 +10,7 @@
 #include <cstring>
 #include <cwchar>
 #include <unistd.h>
-#include "driver/cfe.h"
+#include "driver/signals.h"
 #include "driver/fe_init.h"
 #include "driver/flags.h"
 #include "driver/host_envir_internal.h"
