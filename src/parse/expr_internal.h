@@ -1,0 +1,76 @@
+// expr_internal.h - what the files of the expression scanner share and nobody else calls.
+#pragma once
+#include "parse/expr.h"
+#include "parse/exprutil.h"
+#include "lex/tokens.h"
+
+// Handlers of operators behind an operand; see operators.def.  The operator is the current token, `left` is
+// consumed, `result` may not be `left`.
+#define OPERATOR_HANDLER(name) \
+  void name(an_operand *left, a_rescan_control_block *control_block, an_operand *result)
+OPERATOR_HANDLER(scan_subscript);
+OPERATOR_HANDLER(scan_function_call);
+OPERATOR_HANDLER(scan_field_selection);
+OPERATOR_HANDLER(scan_postfix_incr_decr);
+OPERATOR_HANDLER(scan_multiplicative_operator);
+OPERATOR_HANDLER(scan_additive_operator);
+OPERATOR_HANDLER(scan_shift_operator);
+OPERATOR_HANDLER(scan_relational_operator);
+OPERATOR_HANDLER(scan_equality_operator);
+OPERATOR_HANDLER(scan_min_max_operator);
+OPERATOR_HANDLER(scan_bit_operator);
+OPERATOR_HANDLER(scan_logical_operator);
+OPERATOR_HANDLER(scan_conditional_operator);
+OPERATOR_HANDLER(scan_assignment_operator);
+OPERATOR_HANDLER(scan_compound_assignment_operator);
+OPERATOR_HANDLER(scan_comma_operator);
+
+// Prefix operators; the current token is the operator.
+void scan_prefix_incr_decr(an_operand *result);
+void scan_prefix_operator(an_operand *result);
+void scan_address_of_operator(an_operand *result);
+void scan_indirection_operator(an_operand *result);
+void scan_real_or_imag_operator(an_operand *result);
+
+// First operands.
+void scan_primary(an_operand *result, an_operand *selector, int min_precedence, unsigned flags);
+void scan_identifier_expression(an_operand *result, unsigned flags);
+void scan_parenthesized_form(an_operand *result, unsigned flags);
+void scan_sizeof_operator(an_operand *result);
+void scan_alignof_operator(an_operand *result);
+void scan_offsetof_operator(an_operand *result);
+void scan_intaddr_operator(an_operand *result);
+void scan_generic_operator(an_operand *result);
+void scan_types_compatible_operator(an_operand *result);
+void scan_va_operator(an_operand *result);
+void scan_target_operator(an_operand *result);  // __va_argref and its kin, segment operators
+void scan_function_name_token(an_operand *result);
+void scan_string_literal(an_operand *result);
+bool token_is_function_name(a_token_kind token);
+// Makes the current function-name token a string constant token; false when it is no such token.
+bool token_is_function_name_string_literal();
+
+// Calls.
+void scan_builtin_with_special_arguments(an_operand *function, a_routine *routine, an_operand *result);
+bool has_special_arguments(a_routine *routine);
+bool is_foldable_gnu_builtin_function(a_routine *routine);
+void fold_builtin_call_if_possible(a_routine *routine, an_expr_node *arguments, an_operand *result);
+
+struct an_arg_check_block;
+// The format string of a printf or scanf call against its arguments.
+void check_format_arguments(const an_arg_check_block *block);
+
+// Selection of the (possibly anonymous) member of an object; see make_field_operand.
+void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos, an_operand *result);
+
+// Assigns: both operands were scanned.
+void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos, unsigned token,
+                               an_operand *result);
+
+// A fold to the constant 0 or 1 of type int, and to a size_t.
+void make_size_constant_operand(unsigned long long value, an_operand *operand);
+// The value of an expression is dropped: reports 176 where nothing happens in it.
+void check_for_no_effect(an_operand *operand);
+void check_for_unused_result(an_operand *operand);
+// Tokens are skipped as one operand of an expression would be; nothing is reported twice.
+void scan_operand_of_list(an_operand *result);  // up to a comma
