@@ -52,6 +52,14 @@ struct a_reusable_cache_rescan {
 };
 
 a_constant *constant_of_cached_token(a_cached_token *token);
+// Frees the constants that follow `token` in the cache; entries of pragmas stay.
+void drop_constant_tokens_after(a_cached_token *token, a_token_cache *cache);
+// The first entry from `token` on that is a token, not a list of pragmas; or null.
+inline a_cached_token *first_real_token(a_cached_token *token)
+{
+  while (token != nullptr && token->extra_kind == cte_pragma_list) token = token->next;
+  return token;
+}
 inline a_symbol_locator &locator_of_cached_token(a_cached_token *token)
 {
   check(token->extra_kind == cte_identifier);

@@ -29,6 +29,7 @@ struct a_lexical_state_stack_entry {
   a_source_position saved_error_position;
   a_token_cache cache;
   bool saved_caching_tokens;
+  bool saved_fetch_pp_tokens;  // by begin_rescan_of_pragma_tokens
 };
 extern a_lexical_state_stack_entry *curr_lexical_state_stack_entry;
 
@@ -140,6 +141,17 @@ enum a_generalized_id_flag : unsigned {
   gid_no_diagnostics = 0x80000,
 };
 
+// What the parser installs: qualified names, template names and the scope of a pragma's operands.
+struct a_token_cache_hooks {
+  bool (*is_generalized_identifier_start)(unsigned flags, a_type *scope_hint);
+  bool (*is_template_name)(a_symbol_header *header);  // of the current identifier
+  void (*push_pragma_scope)();
+  void (*pop_pragma_scope)();
+  // The text kept for a removed default argument or body.
+  a_token_cache *(*removed_text_of_symbol)(a_symbol *symbol);
+};
+extern a_token_cache_hooks token_cache_hooks;
+
 // Does a generalized identifier begin at the current token?  In C++ it is then one identifier token.
 bool f_is_generalized_identifier_start(unsigned flags, a_type *scope_hint);
 // The current token begins a generalized identifier: coalesces and looks it up with the option bits of
@@ -151,10 +163,18 @@ a_symbol *coalesce_and_lookup_generalized_identifier(unsigned flags, unsigned lo
 void coalesce_template_class_reference(a_symbol *symbol, unsigned flags, bool *error_found);
 
 //---------------------------------------------------------------------------------------------
-// Tokens as text, in the temporary text buffer.
+// Tokens as text.
+
+// A buffer for text that is used up at once.
+extern a_text_buffer *temp_text_buffer;
+
+// These append to temp_text_buffer, without a null character.
 
 void add_token_cache_to_string(a_token_cache *cache);
 void add_token_cache_segment_to_string(a_token_cache *cache, unsigned first_seq, unsigned end_seq);
+// Source lines and columns are reproduced in such text; otherwise one blank stands for white space.
+extern bool reproduce_layout_of_tokens;
+// The current token as a string of the IL region.
 const char *il_string_for_curr_token();
 
 void token_cache_trans_unit_init();
