@@ -336,31 +336,51 @@ static int invoke_macro(a_symbol *macro, a_symbol_header *header)
   return kind;
 }
 
+// What a keyword's symbol carries: the token, whether directives know the word, and the code of the message
+// that is due at the first use of a word without a meaning.
+static a_token_kind token_of_keyword(a_symbol *keyword)
+{
+  check(keyword->kind == sk_keyword);
+  return (a_token_kind)keyword->variant.keyword.token;
+}
+
+static unsigned char &pp_flag_of_keyword(a_symbol *keyword)
+{
+  check(keyword->kind == sk_keyword);
+  return keyword->variant.keyword.flag_1;
+}
+
+static void *&message_of_keyword(a_symbol *keyword)
+{
+  check(keyword->kind == sk_keyword);
+  return keyword->variant.keyword.pointer;
+}
+
 static bool keyword_counts(a_symbol *keyword)
 {
   if (fetch_pp_tokens || suppress_keyword_recognition) return false;
   if (!in_preprocessing_directive) return true;
-  if (keyword_of_symbol(keyword).pp_keyword) return true;
+  if (pp_flag_of_keyword(keyword) != 0) return true;
   if (caching_pragma_tokens && recognize_keywords_in_pragma) return true;
-  a_token_kind kind = (a_token_kind)keyword_of_symbol(keyword).token;
+  a_token_kind kind = token_of_keyword(keyword);
   return in_pp_if_expression && (kind == tok_true || kind == tok_false);
 }
 
 // The word is reserved but has no meaning here: said once, and it stays a name.
 static void report_unimplemented_keyword(a_symbol *keyword)
 {
-  int code = keyword_of_symbol(keyword).message_code;
+  int code = (int)(intptr_t)message_of_keyword(keyword);
   if (code == 0) return;
   sym_diagnostic(strict_ansi_mode ? strict_ansi_error_severity : es_remark, (an_error_code)code,
                  keyword);
-  keyword_of_symbol(keyword).message_code = 0;
+  message_of_keyword(keyword) = nullptr;
 }
 
 // The kind of an identifier that is a keyword, or tok_identifier.
 static int keyword_token(a_symbol *keyword)
 {
   if (!keyword_counts(keyword)) return tok_identifier;
-  a_token_kind kind = (a_token_kind)keyword_of_symbol(keyword).token;
+  a_token_kind kind = token_of_keyword(keyword);
   if (kind == tok_unimplemented) {
     report_unimplemented_keyword(keyword);
     return tok_identifier;
@@ -440,7 +460,7 @@ void enter_gnu_keyword(a_token_kind kind, const char *name)
 
 static void enter_pp_keyword(a_token_kind kind, const char *name)
 {
-  keyword_of_symbol(enter_keyword(kind, name)).pp_keyword = true;
+  pp_flag_of_keyword(enter_keyword(kind, name)) = 1;
 }
 
 static void enter_reserved_keyword(bool enabled, a_token_kind kind, const char *name)
@@ -449,7 +469,7 @@ static void enter_reserved_keyword(bool enabled, a_token_kind kind, const char *
     enter_keyword(kind, name);
   } else {
     a_symbol *symbol = enter_keyword(tok_unimplemented, name);
-    keyword_of_symbol(symbol).message_code = ec_unimplemented_keyword;
+    message_of_keyword(symbol) = (void *)(intptr_t)ec_unimplemented_keyword;
   }
 }
 

@@ -584,6 +584,10 @@ void scanner_one_time_init()
   error_hooks.flush_tokens = flush_tokens;
 }
 
+void scanner_init()
+{
+}
+
 void scanner_trans_unit_init()
 {
   curr_token = tok_error;
