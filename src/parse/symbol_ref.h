@@ -37,7 +37,11 @@ bool check_use_of_deleted_function(a_routine *routine, a_source_position *positi
 void check_use_of_deprecated_entity(a_source_correspondence *corresp, an_il_entry_kind kind,
                                     a_source_position *position);
 
+// Where control may come round again: a value read inside may have been set later in the text.
+// Written by the statement scanner; a variable remembers the number in force at its declaration.
+extern uint32_t curr_flow_context;
+
 // Cross-reference listing, when f_xref_info is open.  `mark` is one letter: D definition,
-// d declaration, M modification, A address taken, U use, C changed (read and written), R reference
+// d declaration, M modification, A address taken, U read, C changed (read and written), R reference
 // not further known, E error.
 void write_xref_entry(char mark, a_symbol *symbol, const a_source_position *position);
