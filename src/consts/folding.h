@@ -9,14 +9,6 @@
 #include "il/il_fwd.h"
 #include "lex/source_position.h"
 
-// Where an operation is folded, and what became of it.
-struct a_fold_context {
-  bool is_constant_context = false;  // a constant is required: a fault is an error
-  bool value_required = true;        // false in unevaluated operands and dead arms: nothing is reported
-  a_source_position position = null_source_position;
-  an_error_code *suppressed_error_code = nullptr;  // given: a code is stored here instead of a message
-};
-
 // result := left op right, of type result_type.  The operands are unchanged; `result` may not be one of
 // them.  out_not_folded: no constant exists and the caller builds the expression;
 // out_not_folded_by_template (may be null): because an operand depends on a template parameter.
@@ -77,14 +69,16 @@ bool variable_has_constant_address(const a_variable *variable);
 
 // Width and signedness in bits of an integer type (typerefs skipped; pointers as unsigned integers).
 void get_integer_attributes(a_type *type, unsigned *bits, bool *is_signed);
-// False when the shift isn't done with this count; *code is ec_no_error when it is in range.
+// Tests a constant count; *code is ec_no_error when it is in range.  True when the shift has a value: a too
+// large count is given one in GNU modes.
 bool check_shift_count(const a_constant *count, a_type *type, a_type *promoted_type,
                        an_error_code *code);
 void conv_integer_to_integer(const a_constant *source, a_constant *result, bool report,
                              an_error_code *code, an_error_severity *severity);
+// `code` null: no test of the range.  *code other than ec_no_error stays.
 void trunc_and_set_integer(const an_integer_value *value, a_constant *result, bool is_signed,
                            bool saturate, an_error_code *code, an_error_severity *severity);
-// Applies a base class conversion to an address constant; false when it isn't constant.
+// Applies the conversion between related class pointers to a constant; false: it isn't constant, or *code.
 bool fold_base_class_cast(a_constant *constant, a_type *new_type, bool check_access,
                           bool check_ambiguity, const a_source_position *position,
                           an_error_code *code);
