@@ -20,8 +20,6 @@
 
 int sys_argc;
 char **sys_argv;
-bool in_front_end;
-bool okay_to_eliminate_unneeded_il_entries;
 bool end_of_file_scope_needed_flags_phase;
 bool function_body_processing_delayed_on_some_func_in_primary_il;
 

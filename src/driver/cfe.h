@@ -11,8 +11,6 @@ struct a_timer {
 // Written by cfe alone.
 extern int sys_argc;
 extern char **sys_argv;
-extern bool in_front_end;                 // from fe_init_part_1 to the end of fe_wrapup
-extern bool okay_to_eliminate_unneeded_il_entries;
 extern bool end_of_file_scope_needed_flags_phase;
 extern bool function_body_processing_delayed_on_some_func_in_primary_il;
 

@@ -343,8 +343,6 @@ a_type *signed_integer_type(an_integer_kind kind);
 a_type *other_signedness_integer_type(an_integer_kind kind);
 
 // The one source of these values for an integer kind.
-void get_integer_size_and_alignment(an_integer_kind kind, a_target_size *size,
-                                    a_target_size *precision, a_target_alignment *alignment);
 
 enum a_pointer_type_flag : unsigned char {
   ptf_none = 0, ptf_reference = 1, ptf_rvalue = 2, ptf_tracking = 4

@@ -1,5 +1,6 @@
 // types_predicates.cpp - questions about one type: kinds, sizes, typerefs, parts.
 // Entry:   f_skip_typerefs, f_get_type_qualifiers, is_..._type, set_type_size, traverse_type_tree.
+#include "consts/const_ints.h"
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "errors/error.h"
@@ -356,45 +357,6 @@ a_type *underlying_type_of_enum(a_type *type)
 
 //---------------------------------------------------------------------------------------------
 // Sizes
-
-void get_integer_size_and_alignment(an_integer_kind kind, a_target_size *size,
-                                    a_target_size *precision, a_target_alignment *alignment)
-{
-  switch (kind) {
-    case ik_char: case ik_signed_char: case ik_unsigned_char:
-      *size = 1;
-      *precision = targ_char_bit;
-      *alignment = 1;
-      return;
-    case ik_short: case ik_unsigned_short:
-      *size = targ_sizeof_short;
-      *precision = targ_precisionof_short;
-      *alignment = targ_alignof_short;
-      return;
-    case ik_int: case ik_unsigned_int:
-      *size = targ_sizeof_int;
-      *precision = targ_precisionof_int;
-      *alignment = targ_alignof_int;
-      return;
-    case ik_long: case ik_unsigned_long:
-      *size = targ_sizeof_long;
-      *precision = targ_precisionof_long;
-      *alignment = targ_alignof_long;
-      return;
-    case ik_int40: case ik_unsigned_int40:
-      *size = targ_sizeof_int40_t;
-      *precision = targ_precisionof_int40_t;
-      *alignment = targ_alignof_int40_t;
-      return;
-    case ik_long_long: case ik_unsigned_long_long:
-      *size = targ_sizeof_long_long;
-      *precision = targ_precisionof_long_long;
-      *alignment = targ_alignof_long_long;
-      return;
-    case ik_none: break;
-  }
-  unexpected_kind("integer kind");
-}
 
 static void set_float_size(a_type *type)
 {
