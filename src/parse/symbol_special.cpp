@@ -234,7 +234,7 @@ a_symbol *make_predeclared_function_symbol(const char *name, a_type *type, unsig
   routine->special.builtin_function_kind = (uint16_t)builtin_kind;
   routine->is_builtin = true;
   routine_of_symbol(symbol) = routine;
-  set_source_corresp(&routine->source_corresp, symbol);
+  set_source_corresp_with_scope_depth(&routine->source_corresp, symbol, 0);
   routine->source_corresp.name_linkage = C_dialect == 2 ? nlk_c : default_routine_name_linkage;
   add_to_routines_list(routine, 0);
   return symbol;

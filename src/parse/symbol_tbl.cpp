@@ -19,6 +19,7 @@ a_symbol_header *opname_symbol_table[num_opname_kinds];
 a_symbol_header *conversion_header_list;
 a_symbol_header *unnamed_symbol_header;
 a_symbol *symbol_for_namespace_std;
+void (*symbol_header_hook)(a_symbol_header *header);
 
 const char *const symbol_kind_names[sk_last + 1] = {
 #define SYMBOL_KIND(kind, text, il_kind, cplusplus_space, c_space) text,
@@ -103,6 +104,18 @@ a_symbol_header *make_symbol_header(const char *text, uint32_t length, uint32_t 
   header->next_in_bucket = *bucket;
   *bucket = header;
   ++symbol_table.header_count;
+  if (symbol_header_hook != nullptr) symbol_header_hook(header);
+  return header;
+}
+
+a_symbol_header *existing_symbol_header(const char *text, uint32_t length)
+{
+  uint32_t hash = hash_of_identifier(text, length);
+  a_symbol_header *header = symbol_table.buckets[(hash * 0x9E3779B1u) >> symbol_table.shift];
+  while (header != nullptr && (header->hash != hash || header->length != length ||
+                               memcmp(header->identifier, text, length) != 0)) {
+    header = header->next_in_bucket;
+  }
   return header;
 }
 

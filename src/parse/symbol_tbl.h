@@ -108,6 +108,12 @@ inline uint32_t hash_of_identifier(const char *text, uint32_t length)
   return (uint32_t)(h >> 32);
 }
 
+// Called for each header that is made for an identifier: installed by the predeclared functions, which
+// are declared when their spelling first occurs.
+extern void (*symbol_header_hook)(a_symbol_header *header);
+// The header of the spelling if it occurred before, else null.
+a_symbol_header *existing_symbol_header(const char *text, uint32_t length);
+
 // A miss: makes the header with a copy of the text.
 a_symbol_header *make_symbol_header(const char *text, uint32_t length, uint32_t hash);
 
