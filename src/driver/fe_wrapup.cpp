@@ -119,7 +119,7 @@ static void finish_declarations_of_unit()
     call_if_present(check_class_linkage);
   }
   if (is_there(wrapup_scope)) {
-    wrapup_scope(file_scope_of_unit(), sck_file, curr_translation_unit->scope_pointers, false, 0);
+    wrapup_scope(file_scope_of_unit(), sck_file, curr_translation_unit->scope_pointers, true, 0);
   }
   call_if_present(wrapup_namespace_scopes);
   if (is_cplusplus()) do_based_type_fixup();

@@ -165,6 +165,7 @@ a_routine *curr_routine();
 // Flags of a push.
 enum a_push_flag : unsigned {
   psf_none                = 0,
+  psf_wrapup_scope        = 0x1,   // the file scope entered again after its end
   psf_template_definition = 0x2,
   psf_template_prototype  = 0x4,
   psf_suppress_wrapup     = 0x8,
@@ -217,13 +218,14 @@ void record_ref_within_inline_function(a_routine *routine, a_symbol *symbol,
 void add_active_using_directive(a_using_decl *using_decl, int depth, uint32_t decl_seq);
 void set_active_using_list_scope_depths(int from, int to, uint32_t seq);
 
-// Hooks of higher floors, installed by their owners; null hooks do nothing.
-extern void (*lower_region_hook)(int region);           // lower_il_memory_region
-extern void (*wrapup_control_flow_hook)(bool is_template_prototype);  // at the pop of a function
-extern void (*finish_function_output_hook)(a_routine *routine);       // after lowering, before the region goes
+// Lowering of one region (lower_il_memory_region); installed by the lowering module, null: none.
+extern void (*lower_region_hook)(int region);
 
 // One finished function body: lowering, orphan lists, needed marks.
-void finish_function(a_routine *routine, bool eliminate, bool file_scope_only);
+void finish_function(a_routine *routine, a_scope *scope, bool eliminate, bool file_scope_only);
+// The same for a body whose lowering was put off, by region.
+void finish_function_processing_for_memory_region(int region, bool only_if_inline);
+void lower_functions_waiting_for_module_id();
 
 // Pack expansion contexts of templates.
 bool any_packs_referenced();
