@@ -76,6 +76,7 @@ void fe_one_time_init()
   error_one_time_init();
   call_if_there(expr_one_time_init);
   call_if_there(il_one_time_init);
+  types_one_time_init();
   call_if_there(lookup_one_time_init);
   call_if_there(lexical_one_time_init);
   call_if_there(macro_one_time_init);
@@ -91,6 +92,7 @@ void fe_one_time_init()
   trans_unit_one_time_init();
   call_if_present(corresp_one_time_init);
   call_if_there(il_lower_one_time_init);
+  if (is_there(lower_il_memory_region)) lower_region_hook = lower_il_memory_region;
   call_if_there(lower_c99_one_time_init);
   call_if_present(lower_omp_one_time_init);
   call_if_present(name_lower_one_time_init);
@@ -185,6 +187,7 @@ static void init_modules_for_translation_unit()
   call_if_there(host_envir_trans_unit_init);
   error_trans_unit_init();
   call_if_there(il_trans_unit_init);
+  types_trans_unit_init();
   call_if_there(decls_trans_unit_init);
   call_if_there(lexical_trans_unit_init);
   call_if_there(symbol_tbl_trans_unit_init);

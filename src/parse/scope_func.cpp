@@ -14,7 +14,6 @@
 #include "parse/scope_stk_parts.h"
 
 void (*lower_region_hook)(int region);
-bool function_body_processing_delayed_on_some_func_in_primary_il;
 
 struct a_waiting_region {
   a_waiting_region *next;
