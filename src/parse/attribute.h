@@ -53,6 +53,9 @@ void attach_tag_attributes(an_attribute *list, a_type *type, a_decl_parse_state 
 // state->specifiers_attributes.
 void separate_decl_attributes(a_decl_parse_state *state);
 
+// Takes the attributes that change the type off the list and returns them.
+an_attribute *take_type_attributes(an_attribute **list);
+
 an_attribute **f_last_attribute_link(an_attribute **list);
 an_attribute *f_find_attribute(an_attribute_kind kind, an_attribute *list);
 void mark_primary_decl_attributes(an_attribute *list);
