@@ -1,9 +1,8 @@
-// decls.cpp - the parser's top and the frame of a declaration: special forms, specifiers, the list of
-// declarators, the `;`.
+// decls.cpp - the frame of a declaration: special forms, specifiers, the list of declarators, the `;`.
 // Uses:    objects (decls_object.cpp), functions (decls_routine.cpp), typedefs (decls_typedef.cpp),
 //          the other forms (decls_special.cpp).
 // Rule:    every path takes at least one token or stops at a stop token of its caller.
-// Entry:   translation_unit, declaration, local_declaration.
+// Entry:   declaration, local_declaration.
 // See:     C99 6.7, 6.9.
 #include "parse/decls.h"
 
@@ -13,13 +12,10 @@
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
 #include "lex/pragma.h"
-#include "lex/preproc.h"
 #include "lex/token_cache.h"
 #include "parse/attribute.h"
-#include "parse/class_decl.h"
 #include "parse/decls_private.h"
 #include "parse/expr.h"
-#include "parse/layout.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
@@ -464,35 +460,7 @@ void handler_declaration(a_handler *handler, a_source_position *position, bool)
 }
 
 //---------------------------------------------------------------------------------------------
-// The translation unit.
-
-static bool stdc_pragmas_known()
-{
-  return c99_mode || fixed_point_enabled;
-}
-
-static void empty_file()
-{
-  if (C_dialect == 2 || !strict_ansi_mode) return;
-  pos_diagnostic(strict_ansi_error_severity, ec_empty_translation_unit, pos_curr_token);
-}
-
-void translation_unit()
-{
-  process_macro_preincludes();
-  get_token();
-  if (curr_token == tok_end_of_source) {
-    empty_file();
-  } else if (check_misra_c_2004 && !(C_dialect == 0 && !c99_mode && strict_ansi_mode)) {
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_1_1, pos_curr_token);
-  }
-  while (curr_token != tok_end_of_source) {
-    if (stdc_pragmas_known()) check_for_stdc_pragmas();
-    declaration(true, false, true, false, nullptr, nullptr);
-  }
-  if (stdc_pragmas_known()) check_for_stdc_pragmas();
-  process_curr_token_pragmas();
-}
+// Life cycle.
 
 void decls_one_time_init()
 {
@@ -502,11 +470,8 @@ void decls_init()
 {
   decl_spec_init();
   declarator_init();
-  class_decl_init();
-  layout_init();
 }
 
 void decls_trans_unit_init()
 {
-  attribute_trans_unit_init();
 }

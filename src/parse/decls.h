@@ -1,5 +1,5 @@
-// decls.h - declarations: the parser's top, the meaning of each declared name, type names, and the
-// tests that tell a declaration from an expression.
+// decls.h - declarations: the meaning of each declared name, type names, and the tests that tell a
+// declaration from an expression.
 #pragma once
 #include <cstdint>
 
@@ -30,8 +30,6 @@ enum a_decl_start_option : uint32_t {
 
 // --- declarations -------------------------------------------------------------------------------
 
-// Reads declarations to the end of the source.
-void translation_unit();
 // One declaration at file, namespace or block level, or (with param_ids) of a K&R parameter.  Ends
 // behind the `;` or the function body.
 void declaration(bool in_class_free_top, bool parameter_decls, bool top_level, bool after_extension,
