@@ -10,6 +10,10 @@
 void compound_statement(bool is_function_body, unsigned outer_flags, bool dont_push_block,
                         bool is_statement_expression);
 
+// GNU: the block of a statement expression; the current token is `{`, on return it is the one behind `}`.
+// The block is not linked into the enclosing one; the value is that of its last expression statement.
+a_statement *statement_expression_block();
+
 // Allocates a statement, links it at the current place and follows the flow.
 a_statement *add_statement_at_stmt_pos(a_statement_kind kind, const a_source_position *position);
 void warn_if_code_is_unreachable(an_error_code code, const a_source_position *position);
