@@ -43,6 +43,8 @@ void scan_intaddr_operator(an_operand *result);
 void scan_generic_operator(an_operand *result);
 void scan_types_compatible_operator(an_operand *result);
 void scan_va_operator(an_operand *result);
+// The same with the name consumed: the current token is "(".  tok_error stands for the old varargs form.
+void scan_va_builtin(a_token_kind token, a_source_position pos, an_operand *result);
 void scan_target_operator(an_operand *result);  // __va_argref and its kin, segment operators
 void scan_function_name_token(an_operand *result);
 void scan_string_literal(an_operand *result);
