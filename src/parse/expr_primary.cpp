@@ -1,0 +1,413 @@
+// expr_primary.cpp - first operands: names, literals, names of functions.
+// Entry:   scan_primary, scan_identifier_expression.
+// See:     C99 6.5.1.
+#include <cstring>
+
+#include "consts/folding.h"
+#include "driver/flags.h"
+#include "driver/target.h"
+#include "il/il.h"
+#include "il/il_alloc.h"
+#include "il/types.h"
+#include "lex/lexical.h"
+#include "lex/literals.h"
+#include "lex/token_cache.h"
+#include "parse/expr_internal.h"
+#include "parse/lookup.h"
+#include "parse/scope_stk.h"
+#include "parse/symbol_ref.h"
+#include "parse/symbol_tbl.h"
+
+// ---------------------------------------------------------------------------------------------------
+// Literals
+
+static void finish_literal()
+{
+  error_position = pos_curr_token;
+  get_token();
+}
+
+// A floating constant isn't integral, unless it is cast at once.
+static bool floating_constant_allowed(unsigned flags)
+{
+  if (!expr_stack->value_required) return true;
+  if (expr_stack->expression_kind == ek_preprocessing) return false;
+  if (expr_stack->expression_kind != ek_integral_constant) return true;
+  return (flags & se_float_cast_operand) != 0;
+}
+
+static void scan_floating_constant(an_operand *result, unsigned flags)
+{
+  if (!floating_constant_allowed(flags)) {
+    expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
+    make_error_operand(result);
+  } else {
+    make_constant_operand(&const_for_curr_token, result);
+    if ((flags & se_float_cast_operand) == 0) rule_out_expr_kinds(rule_out_integral_constant, result);
+  }
+  finish_literal();
+}
+
+static void scan_named_floating_constant(an_operand *result, unsigned flags)
+{
+  if (!floating_constant_allowed(flags)) {
+    expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
+    make_error_operand(result);
+  } else if (curr_token == tok_imaginary_unit) {
+    make_imaginary_unit_operand(result);
+  } else if (curr_token == tok_nan) {
+    make_nan_operand(result);
+  } else {
+    make_infinity_operand(result);
+  }
+  rule_out_expr_kinds(rule_out_integral_constant, result);
+  finish_literal();
+}
+
+static void scan_integer_constant(an_operand *result)
+{
+  make_constant_operand(&const_for_curr_token, result);
+  finish_literal();
+}
+
+bool token_is_function_name(a_token_kind token)
+{
+  return token == tok_func_name || token == tok_function_name || token == tok_pretty_function_name ||
+         token == tok_decorated_function_name;
+}
+
+void scan_string_literal(an_operand *result)
+{
+  a_token_kind next = next_token();
+  if (next == tok_string_literal || (token_is_function_name(next) && gcc_mode && gnu_version < 30400)) {
+    concat_adjacent_string_literals(true);
+  }
+  if (expr_stack->expression_kind <= ek_integral_constant && expr_stack->value_required) {
+    expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
+    make_error_operand(result);
+  } else {
+    make_string_constant_operand(&const_for_curr_token, result);
+    rule_out_expr_kinds(rule_out_integral_constant, result);
+  }
+  finish_literal();
+}
+
+// ---------------------------------------------------------------------------------------------------
+// __func__ and its kin
+
+static const char *name_of_function_at_hand()
+{
+  a_routine *routine = curr_routine();
+  return routine == nullptr ? "" : routine->source_corresp.name;
+}
+
+static void make_function_name_constant(a_constant *constant)
+{
+  const char *name = name_of_function_at_hand();
+  size_t length = strlen(name) + 1;
+  char *text = alloc_text_of_string_literal(length);
+  memcpy(text, name, length);
+  clear_constant(constant, ck_string);
+  string_of(constant).length = length;
+  string_of(constant).text = text;
+  constant->type = string_literal_type(chk_char, length);
+}
+
+// In old GNU modes all but __func__ are string literals.
+static bool is_string_in_this_mode(a_token_kind token)
+{
+  return gcc_mode && gnu_version < 30400 && token != tok_func_name && token_is_function_name(token);
+}
+
+bool token_is_function_name_string_literal()
+{
+  if (!is_string_in_this_mode(curr_token)) return false;
+  make_function_name_constant(&const_for_curr_token);
+  curr_token = tok_string_literal;
+  return true;
+}
+
+// One hidden array for each function and spelling, made on first use.
+static struct {
+  a_routine *routine;
+  a_variable *slots[3];
+} function_name_variables;
+
+static a_variable *variable_of_function_name(a_token_kind token)
+{
+  a_routine *routine = curr_routine();
+  if (function_name_variables.routine != routine) function_name_variables = {routine, {}};
+  int slot = token == tok_pretty_function_name ? 1 : token == tok_decorated_function_name ? 2 : 0;
+  a_variable *&variable = function_name_variables.slots[slot];
+  if (variable != nullptr) return variable;
+  int saved_region;
+  a_constant name;
+  switch_to_file_scope_region(&saved_region);
+  make_function_name_constant(&name);
+  a_type *element = f_make_qualified_type(integer_type(ik_char), tq_const);
+  a_type *type = make_array_type(element, string_of(&name).length);
+  variable = make_variable(type, sc_static, true);
+  name.type = type;
+  variable->init_kind = initk_static;
+  constant_initializer_of(variable) = alloc_unshared_constant_full(&name, true);
+  variable->has_initializer = true;
+  set_variable_address_taken(variable);
+  switch_back_to_original_region(saved_region);
+  return variable;
+}
+
+static const char *spelling_of_function_name(a_token_kind token)
+{
+  switch (token) {
+  case tok_func_name: return "__func__";
+  case tok_function_name: return "__FUNCTION__";
+  case tok_pretty_function_name: return "__PRETTY_FUNCTION__";
+  default: return "__FUNCDNAME__";
+  }
+}
+
+void scan_function_name_token(an_operand *result)
+{
+  a_token_kind token = curr_token;
+  a_source_position pos = pos_curr_token, end = end_pos_curr_token;
+  bool in_function = curr_routine() != nullptr;
+  if (in_function && expr_stack->expression_kind <= ek_integral_constant && expr_stack->value_required) {
+    expr_pos_error(ec_expr_not_integral_constant, pos);
+    make_error_operand(result);
+  } else if (is_string_in_this_mode(token)) {
+    token_is_function_name_string_literal();
+    scan_string_literal(result);
+    result->is_string_literal = false;
+    return;
+  } else if (in_function) {
+    make_lvalue_variable_operand(variable_of_function_name(token), &pos, &end, result, nullptr);
+  } else if (gcc_mode || gpp_mode) {
+    a_constant name;
+    make_function_name_constant(&name);
+    make_string_constant_operand(&name, result);
+    result->is_string_literal = false;
+  } else {
+    expr_pos_st_diagnostic(es_error, ec_id_can_only_appear_in_function, pos, spelling_of_function_name(token));
+    make_error_operand(result);
+  }
+  rule_out_expr_kinds(rule_out_integral_constant, result);
+  finish_literal();
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Names
+
+// Nothing of that name: legal before "(" only, which the caller's loop decides.
+static void make_operand_of_unknown_name(a_symbol_locator *locator, an_operand *result)
+{
+  if (in_constant_context() && expr_stack->value_required) {
+    expr_pos_st_diagnostic(es_error, ec_undefined_identifier, pos_curr_token, locator->header->identifier);
+    enter_undefined_symbol(locator);
+    make_error_operand(result);
+    return;
+  }
+  a_symbol *symbol = alloc_symbol(sk_undefined, locator->header, pos_curr_token);
+  make_undefined_symbol_operand(symbol, result);
+}
+
+// C99 6.7.4p3: an inline definition of a function with external linkage may not name what has internal linkage
+// or a modifiable object of static storage duration.
+static void check_c99_inline_definition(a_symbol *symbol)
+{
+  if (!std_c99_inlining || curr_routine() == nullptr || !expr_stack->code_is_generated) return;
+  a_routine *routine = curr_routine();
+  if (!routine->is_inline || routine->storage_class == sc_static) return;
+  record_ref_within_inline_function(routine, symbol, &pos_curr_token, false);
+}
+
+static void make_operand_of_variable(a_symbol *symbol, an_operand *result)
+{
+  a_variable *variable = variable_of_symbol(symbol);
+  if (variable == nullptr || is_error_type(variable->type)) {
+    make_error_operand(result);
+    return;
+  }
+  check_use_of_deprecated_entity(&variable->source_corresp, iek_variable, &pos_curr_token);
+  bool has_static_storage = variable->storage_class == sc_static || variable->storage_class == sc_extern ||
+                            variable->storage_class == sc_unspecified;
+  if (c99_mode && !gcc_mode && has_static_storage) check_c99_inline_definition(symbol);
+  a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
+  make_lvalue_variable_operand(variable, &pos_curr_token, &end_pos_curr_token, result, ref);
+  if (!is_integral_or_enum_type(variable->type)) rule_out_expr_kinds(rule_out_integral_constant, result);
+}
+
+static void make_operand_of_routine(a_symbol *symbol, an_operand *result)
+{
+  a_routine *routine = routine_of_symbol(symbol);
+  bool strict_kind = expr_stack->expression_kind <= ek_integral_constant && expr_stack->value_required;
+  bool foldable = is_gnu_builtin_function(routine) && is_foldable_gnu_builtin_function(routine);
+  if (strict_kind && !foldable) {
+    expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
+    make_error_operand(result);
+    return;
+  }
+  check_c99_inline_definition(symbol);
+  a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
+  make_function_designator_operand(symbol, &pos_curr_token, &end_pos_curr_token, result, ref);
+}
+
+// A parameter named in a later declarator of its own list: void f(int n, int a[n]).
+static void make_operand_of_parameter(a_symbol *symbol, an_operand *result)
+{
+  bool allowed = expr_stack->in_array_dimension || expr_stack->unevaluated;
+  if (!allowed) {
+    expr_pos_error(ec_param_not_allowed, pos_curr_token);
+    make_error_operand(result);
+    return;
+  }
+  record_symbol_reference(rk_plain, symbol, &pos_curr_token, expr_stack->code_is_generated);
+  a_param_type *param = symbol->variant.param_type;
+  an_expr_node *node = alloc_expr_node(enk_param_ref);
+  node->type = param->type;
+  param_ref_of(node).position = (int)param->number;
+  make_lvalue_expression_operand(node, result);
+  result->is_id_expression = true;
+}
+
+static void make_operand_of_symbol(a_symbol *symbol, an_operand *result)
+{
+  switch (symbol->kind) {
+  case sk_constant:
+    make_sym_constant_operand(symbol, &pos_curr_token, result);
+    add_ref_entry_to_operand(ref_entry(symbol, pos_curr_token), result);
+    break;
+  case sk_variable:
+  case sk_static_data_member: make_operand_of_variable(symbol, result); break;
+  case sk_routine:
+  case sk_member_function: make_operand_of_routine(symbol, result); break;
+  case sk_parameter: make_operand_of_parameter(symbol, result); break;
+  case sk_undefined: make_error_operand(result); break;
+  case sk_namespace:
+    expr_pos_error(ec_namespace_name_not_allowed, pos_curr_token);
+    make_error_operand(result);
+    break;
+  case sk_type:
+  case sk_class_or_struct_tag:
+  case sk_union_tag:
+  case sk_enum_tag:
+    expr_pos_error(ec_type_identifier_not_allowed, pos_curr_token);
+    make_error_operand(result);
+    break;
+  default:
+    expr_pos_st_diagnostic(es_error, ec_undefined_identifier, pos_curr_token, symbol->header->identifier);
+    make_error_operand(result);
+    break;
+  }
+}
+
+void scan_identifier_expression(an_operand *result, unsigned)
+{
+  a_symbol_locator locator = locator_for_curr_id;
+  a_source_position pos = pos_curr_token, end = end_pos_curr_token;
+  a_symbol *symbol;
+  if (C_dialect == 2) {
+    bool error_found = false;
+    symbol = coalesce_and_lookup_generalized_identifier(0, 0, &error_found);
+    locator = locator_for_curr_id;
+  } else {
+    symbol = normal_id_lookup(&locator, lo_none);
+  }
+  if (symbol == nullptr) {
+    make_operand_of_unknown_name(&locator, result);
+  } else {
+    make_operand_of_symbol(symbol, result);
+  }
+  if (result->kind != ok_error) {
+    result->is_id_expression = true;
+    result->position = result->name_position = pos;
+    result->end_position = end;
+  }
+  error_position = pos;
+  curr_construct_end_position = end;
+  get_token();
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Dispatch
+
+static void report_missing_expression(an_operand *result)
+{
+  error_position = pos_curr_token;
+  if (expr_error_should_be_issued()) pos_error(ec_exp_primary_expr, pos_curr_token);
+  make_error_operand(result);
+  result->position = result->end_position = pos_curr_token;
+  flush_tokens_without_warning();
+}
+
+static void scan_gnu_null(an_operand *result)
+{
+  an_integer_kind kind = targ_sizeof_pointer == targ_sizeof_int    ? ik_int
+                         : targ_sizeof_pointer == targ_sizeof_long ? ik_long
+                                                                   : ik_int;
+  make_integer_constant_operand(0, integer_type(kind), result);
+  result->value.constant.is_gnu_null = true;
+  finish_literal();
+}
+
+// GNU: the address of a label has no meaning for the code that is generated.
+static void scan_label_address(an_operand *result)
+{
+  if (gcc_mode || gpp_mode) expr_pos_st_diagnostic(es_error, ec_not_supported, pos_curr_token, "GCC && operator");
+  report_missing_expression(result);
+}
+
+void scan_primary(an_operand *result, an_operand *, int, unsigned flags)
+{
+  error_position = pos_curr_token;
+  switch (curr_token) {
+  case tok_identifier: scan_identifier_expression(result, flags); return;
+  case tok_int_constant:
+  case tok_char_constant:
+  case tok_true:
+  case tok_false: scan_integer_constant(result); return;
+  case tok_float_constant:
+  case tok_fixed_point_constant: scan_floating_constant(result, flags); return;
+  case tok_imaginary_unit:
+  case tok_nan:
+  case tok_infinity: scan_named_floating_constant(result, flags); return;
+  case tok_string_literal: scan_string_literal(result); return;
+  case tok_func_name:
+  case tok_function_name:
+  case tok_pretty_function_name:
+  case tok_decorated_function_name: scan_function_name_token(result); return;
+  case tok_lparen: scan_parenthesized_form(result, flags); return;
+  case tok_plus_plus:
+  case tok_minus_minus: scan_prefix_incr_decr(result); return;
+  case tok_ampersand: scan_address_of_operator(result); return;
+  case tok_star: scan_indirection_operator(result); return;
+  case tok_plus:
+  case tok_minus:
+  case tok_compl:
+  case tok_not: scan_prefix_operator(result); return;
+  case tok_real:
+  case tok_imag: scan_real_or_imag_operator(result); return;
+  case tok_sizeof: scan_sizeof_operator(result); return;
+  case tok_alignof: scan_alignof_operator(result); return;
+  case tok_builtin_offsetof: scan_offsetof_operator(result); return;
+  case tok_intaddr: scan_intaddr_operator(result); return;
+  case tok_generic: scan_generic_operator(result); return;
+  case tok_builtin_types_compatible_p: scan_types_compatible_operator(result); return;
+  case tok_va_start:
+  case tok_va_arg:
+  case tok_va_end:
+  case tok_va_copy: scan_va_operator(result); return;
+  case tok_va_argref:
+  case tok_va_parmadr:
+  case tok_va_argcsu:
+  case tok_segment_begin:
+  case tok_segment_end:
+  case tok_segment_size: scan_target_operator(result); return;
+  case tok_null: scan_gnu_null(result); return;
+  case tok_and_and: scan_label_address(result); return;
+  case tok_colon_colon:
+    if (expr_stack->expression_kind == ek_preprocessing) expr_pos_error(ec_bad_pp_operator, pos_curr_token);
+    report_missing_expression(result);
+    return;
+  default: report_missing_expression(result); return;
+  }
+}
