@@ -116,9 +116,20 @@ void create_il_entry_for_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_st
 // Where a declaration may begin: takes the STDC pragmas that wait in front of the token.
 void check_for_stdc_pragmas();
 
-// Settings of the STDC pragmas, as the IL records and the scope stack keep them.
-enum an_stdc_setting : unsigned char { stdc_unset, stdc_off, stdc_on, stdc_default };
-enum an_stdc_pragma_kind : unsigned char { stdck_none, stdck_fp_contract, stdck_fenv_access, stdck_cx_limited_range };
+// Which STDC pragma, as the IL record keeps it.
+enum an_stdc_pragma_kind : unsigned char {
+  stdck_none,
+  stdck_fp_contract,
+  stdck_fenv_access,
+  stdck_cx_limited_range
+};
+
+//---------------------------------------------------------------------------------------------
+// The default visibility that "#pragma GCC visibility push" has set; evis_default's number where none is.
+
+void push_ELF_visibility(unsigned char visibility);
+bool pop_ELF_visibility();  // false: nothing was pushed
+extern unsigned char curr_default_ELF_visibility;  // an_elf_visibility
 
 //---------------------------------------------------------------------------------------------
 // Packing.

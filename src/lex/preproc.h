@@ -63,9 +63,12 @@ void verify_that_all_pp_ifs_were_closed();
 void once_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_statement *statement);
 void hdrstop_or_no_pch_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_statement *statement);
 
-// Parts of the raw listing that belong to lines: the "N", "S" and "X" records of the current line.
-void gen_raw_listing_output_for_curr_line();
-void gen_expanded_raw_listing_output_for_curr_line(bool at_end_of_source);
+// Installed by the driver: <stdarg.h> isn't opened, its names are entered instead.
+struct a_preproc_hooks {
+  bool (*builtin_va_list_is_declared)();
+  void (*declare_builtin_va_list_type)(bool is_cstdarg);
+};
+extern a_preproc_hooks preproc_hooks;
 
 void preproc_one_time_init();
 void preproc_init();
