@@ -70,6 +70,11 @@ void add_to_aggregate(a_constant *aggregate, a_constant *element);
 uint32_t string_character_at(const a_constant *string, uint64_t index);
 unsigned char_size_of_string(const a_constant *string);
 
+// Installed by the symbol table: the constant that a named constant's symbol stands for, or null;
+// `must_compare`: the caller has to check that the value still is that constant's.
+extern a_constant *(*named_constant_hook)(a_symbol *symbol, bool *must_compare);
+extern a_scope *innermost_function_scope;  // scope_stk.h
+
 struct a_shareable_constants_table;
 a_shareable_constants_table *alloc_function_shareable_constants_table();
 void free_function_shareable_constants_table(a_shareable_constants_table *table);

@@ -1,0 +1,321 @@
+// il_needed.cpp - what the output needs: marks on entities, their definitions and all that they reach.
+// Owns:    the needed flags and keep_in_il, the queue of routine bodies that wait for their walk.
+// Rule:    an entity that nothing needed refers to is not needed; bodies are walked from a queue, since
+//          chains of calls may be of any length.
+// Entry:   set_needed_flags_at_end_of_file_scope, mark_as_needed, set_routine_definition_needed.
+#include "driver/flags.h"
+#include "il/il_walk.h"
+
+bool end_of_file_scope_needed_flags_phase;
+bool (*is_hook_function_hook)(const a_routine *routine);
+
+// --- Routine bodies that wait --------------------------------------------------------------------
+
+static a_routine **waiting_routines;
+static size_t size_of_waiting_routines;
+static size_t num_waiting_routines;
+static bool draining;
+
+static void queue_routine_body(a_routine *routine)
+{
+  if (num_waiting_routines == size_of_waiting_routines) {
+    size_t new_size = size_of_waiting_routines == 0 ? 128 : size_of_waiting_routines * 2;
+    waiting_routines = (a_routine **)realloc_buffer((char *)waiting_routines,
+                                                    size_of_waiting_routines * sizeof(a_routine *),
+                                                    new_size * sizeof(a_routine *));
+    size_of_waiting_routines = new_size;
+  }
+  waiting_routines[num_waiting_routines++] = routine;
+}
+
+static bool has_kept_body(const a_routine *routine)
+{
+  return routine->is_defined && scope_for_routine(routine) != nullptr;
+}
+
+// The definition is needed: its body waits for its walk.
+static void note_definition_needed(a_routine *routine)
+{
+  if (routine->definition_needed) return;
+  routine->definition_needed = true;
+  routine->keep_definition_in_il = true;
+  if (has_kept_body(routine)) queue_routine_body(routine);
+}
+
+// --- The walk ------------------------------------------------------------------------------------
+
+static bool needed_filter(void *entry, an_il_entry_kind kind)
+{
+  an_il_entry_flags &flags = entry_flags_of(entry);
+  if (flags.keep_in_il) return true;
+  flags.keep_in_il = true;
+  a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
+  if (corresp != nullptr) corresp->needed = true;
+  if (kind == iek_routine) {
+    a_routine *routine = (a_routine *)entry;
+    if (routine->is_defined) note_definition_needed(routine);
+  } else if (kind == iek_type && kind_has_class_part(((a_type *)entry)->kind)) {
+    a_class_type_supplement *supplement = class_supplement_of((a_type *)entry);
+    supplement->definition_needed = true;
+    supplement->keep_definition_in_il = true;
+  }
+  return false;
+}
+
+static void walk_waiting_bodies()
+{
+  if (draining) return;
+  draining = true;
+  while (num_waiting_routines > 0) {
+    a_routine *routine = waiting_routines[--num_waiting_routines];
+    a_scope *scope = scope_for_routine(routine);
+    if (scope == nullptr) continue;
+    a_scope *saved_scope = innermost_function_scope;
+    int saved_region = curr_il_region_number;
+    innermost_function_scope = scope;
+    switch_il_region(routine->region_number);
+    walk_for_marking(scope, iek_scope, needed_filter);
+    switch_il_region(saved_region);
+    innermost_function_scope = saved_scope;
+  }
+  draining = false;
+}
+
+// --- Marks of one entry --------------------------------------------------------------------------
+
+static a_per_instantiation_needed_flags_entry *needed_flags_entry_for(
+    a_source_correspondence *corresp, unsigned number, bool create)
+{
+  unsigned first = number & ~63u;
+  a_per_instantiation_needed_flags_entry **link = &corresp->per_instantiation_needed_flags;
+  while (*link != nullptr && (*link)->number != first) link = &(*link)->next;
+  if (*link == nullptr && create) {
+    *link = alloc_per_instantiation_needed_flags_entry(is_file_scope_entry(corresp));
+    (*link)->number = first;
+  }
+  return *link;
+}
+
+void set_per_instantiation_needed_flag(void *entry, an_il_entry_kind kind, unsigned number)
+{
+  a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
+  if (corresp == nullptr) return;
+  a_per_instantiation_needed_flags_entry *flags = needed_flags_entry_for(corresp, number, true);
+  flags->bits[number >> 5 & 1] |= 1u << (number & 31);
+}
+
+bool instantiation_needed_flag_is_set(const a_source_correspondence *corresp, unsigned number)
+{
+  a_per_instantiation_needed_flags_entry *flags =
+      needed_flags_entry_for((a_source_correspondence *)corresp, number, false);
+  return flags != nullptr && (flags->bits[number >> 5 & 1] >> (number & 31) & 1) != 0;
+}
+
+// Odd numbers are the bits of definitions, even ones those of mere needs.
+unsigned assign_instantiation_needed_bit_number()
+{
+  return 2 * ++il_header.instantiation_needed_bit_count + 1;
+}
+
+void set_variable_instantiation_needed_bit_number(a_variable *variable)
+{
+  if (variable->instantiation_bit == 0) {
+    variable->instantiation_bit = assign_instantiation_needed_bit_number();
+  }
+}
+
+void mark_as_needed(void *entry, an_il_entry_kind kind)
+{
+  if (needed_flag_bit_number != 0) {
+    set_per_instantiation_needed_flag(entry, kind, needed_flag_bit_number);
+    return;
+  }
+  walk_for_marking(entry, kind, needed_filter);
+  walk_waiting_bodies();
+}
+
+void remark_as_needed(void *entry, an_il_entry_kind kind)
+{
+  an_il_entry_flags &flags = entry_flags_of(entry);
+  if (!flags.keep_in_il) return;
+  flags.keep_in_il = false;
+  mark_as_needed(entry, kind);
+  flags.keep_in_il = true;
+}
+
+void mark_as_needed_like(void *entry, an_il_entry_kind kind, void *like, bool class_too)
+{
+  const a_source_correspondence *model = source_corresp_for_il_entry(like, kind);
+  if (model == nullptr) return;
+  for (a_per_instantiation_needed_flags_entry *flags = model->per_instantiation_needed_flags;
+       flags != nullptr; flags = flags->next) {
+    for (unsigned bit = 0; bit < 64; bit++) {
+      bool is_set = (flags->bits[bit >> 5] >> (bit & 31) & 1) != 0;
+      if (is_set) set_per_instantiation_needed_flag(entry, kind, flags->number + bit);
+    }
+  }
+  if (!model->needed) return;
+  mark_as_needed(entry, kind);
+  bool is_class = kind == iek_type && kind_has_class_part(((a_type *)entry)->kind);
+  if (class_too && is_class) set_class_definition_needed((a_type *)entry);
+}
+
+void set_routine_keep_definition_in_il(a_routine *routine)
+{
+  routine->keep_definition_in_il = true;
+}
+
+void set_routine_definition_needed(a_routine *routine)
+{
+  mark_as_needed(routine, iek_routine);
+  note_definition_needed(routine);
+  if (routine->generated_from != nullptr) set_routine_definition_needed(routine->generated_from);
+  walk_waiting_bodies();
+}
+
+// The body changed after it was walked: by lowering, for instance.
+void remark_routine_definition_needed(a_routine *routine)
+{
+  a_scope *scope = scope_for_routine(routine);
+  if (!routine->definition_needed || scope == nullptr) return;
+  entry_flags_of(scope).keep_in_il = false;
+  queue_routine_body(routine);
+  walk_waiting_bodies();
+}
+
+bool class_definition_needed(const a_type *class_type)
+{
+  return as_class(class_type).class_supplement->definition_needed;
+}
+
+void set_class_keep_definition_in_il(a_type *class_type)
+{
+  class_supplement_of(class_type)->keep_definition_in_il = true;
+}
+
+void set_class_definition_needed(a_type *class_type)
+{
+  class_type = skip_typerefs(class_type);
+  if (class_definition_needed(class_type)) return;
+  class_supplement_of(class_type)->definition_needed = true;
+  set_class_keep_definition_in_il(class_type);
+  mark_as_needed(class_type, iek_type);
+}
+
+// --- Roots of the file scope ---------------------------------------------------------------------
+
+static bool is_defined_variable(const a_variable *variable)
+{
+  return variable->storage_class != sc_extern || variable->init_kind != initk_none ||
+         variable->alias_target != nullptr;
+}
+
+static void set_needed_flags_of_variable(a_variable *variable)
+{
+  bool is_root = variable->is_used || variable->source_corresp.needed;
+  if (is_defined_variable(variable) && variable->storage_class != sc_static) is_root = true;
+  if (!is_root) return;
+  if (entry_flags_of(variable).keep_in_il) {
+    remark_as_needed(variable, iek_variable);
+  } else {
+    mark_as_needed(variable, iek_variable);
+  }
+}
+
+// An inline definition without an external copy is written only when something uses it.
+static bool defines_external_routine(const a_routine *routine)
+{
+  if (routine->storage_class == sc_static || routine->inline_definition_only) return false;
+  bool may_be_left_out = C_dialect == 2 && routine->is_inline;
+  return !may_be_left_out;
+}
+
+static bool is_wanted_by_attribute(const a_routine *routine)
+{
+  return routine->is_constructor_attr || routine->is_destructor_attr || routine->is_used ||
+         routine->is_unused ||
+         (is_hook_function_hook != nullptr && is_hook_function_hook(routine));
+}
+
+static void set_needed_flags_of_routine(a_routine *routine)
+{
+  bool has_definition = routine->is_defined || routine->alias_target != nullptr;
+  bool is_root = routine->source_corresp.needed;
+  if (has_definition && (defines_external_routine(routine) || is_wanted_by_attribute(routine))) {
+    is_root = true;
+  }
+  if (!is_root) return;
+  mark_as_needed(routine, iek_routine);
+  // It may have been reached before its body was there.
+  if (routine->is_defined) set_routine_definition_needed(routine);
+}
+
+static void set_needed_flags_of_class(a_type *type)
+{
+  a_class_type_supplement *supplement = class_supplement_of(type);
+  if (type->source_corresp.needed) remark_as_needed(type, iek_type);
+  if (supplement->class_scope != nullptr) {
+    set_needed_flags_at_end_of_file_scope(supplement->class_scope);
+  }
+}
+
+void set_needed_flags_at_end_of_file_scope(a_scope *scope)
+{
+  bool saved_phase = end_of_file_scope_needed_flags_phase;
+  end_of_file_scope_needed_flags_phase = true;
+  for (a_namespace *space = scope->namespaces; space != nullptr; space = space->next) {
+    if (!space->is_alias) set_needed_flags_at_end_of_file_scope(space->variant.scope);
+  }
+  if (C_dialect == 2) {
+    for (a_type *type = scope->types; type != nullptr; type = type->next) {
+      if (kind_has_class_part(type->kind)) set_needed_flags_of_class(type);
+    }
+  }
+  for (a_variable *variable = scope->variables; variable != nullptr; variable = variable->next) {
+    set_needed_flags_of_variable(variable);
+  }
+  for (a_routine *routine = scope->routines; routine != nullptr; routine = routine->next) {
+    set_needed_flags_of_routine(routine);
+  }
+  for (an_asm_entry *entry = scope->asm_entries; entry != nullptr; entry = entry->next) {
+    mark_as_needed(entry, iek_asm_entry);
+  }
+  end_of_file_scope_needed_flags_phase = saved_phase;
+}
+
+// --- Marking to keep -----------------------------------------------------------------------------
+
+// What is needed is kept already; this reaches the rest: roots of the header, orphans of kept entries.
+void mark_to_keep_in_il(void *entry, an_il_entry_kind kind)
+{
+  if (entry == il_header.primary_scope) entry_flags_of(entry).keep_in_il = false;
+  walk_for_marking(entry, kind, needed_filter);
+  walk_waiting_bodies();
+  if (entry != il_header.primary_scope) return;
+  for (a_macro *macro = il_header.macros; macro != nullptr; macro = macro->next) {
+    walk_for_marking(macro, iek_macro, needed_filter);
+  }
+}
+
+// Local entities of file-scope kind (types, statics) that their function's walk did not reach through a
+// pointer, but that are needed.
+void walk_subtrees_of_local_entities(a_scope *scope)
+{
+  for (a_type *type = scope->types; type != nullptr; type = type->next) {
+    if (type->source_corresp.needed) walk_for_marking(type, iek_type, needed_filter);
+  }
+  for (a_variable *variable = scope->variables; variable != nullptr; variable = variable->next) {
+    if (variable->source_corresp.needed) walk_for_marking(variable, iek_variable, needed_filter);
+  }
+  for (a_scope *sub = scope->subscopes; sub != nullptr; sub = sub->next) {
+    walk_subtrees_of_local_entities(sub);
+  }
+  walk_waiting_bodies();
+}
+
+void il_walk_init()
+{
+  num_waiting_routines = 0;
+  draining = false;
+  end_of_file_scope_needed_flags_phase = false;
+}
