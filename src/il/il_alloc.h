@@ -246,6 +246,9 @@ void clear_source_corresp_name(a_source_correspondence *corresp);
 void break_source_corresp(a_source_correspondence *corresp);
 void break_instance_source_corresp(a_source_correspondence *corresp);
 void break_constant_source_corresp(a_constant *constant);
+void set_class_membership(a_source_correspondence *corresp, a_type *class_type);
+void set_namespace_membership(a_source_correspondence *corresp, an_il_entry_kind kind,
+                              a_namespace *name_space);
 void update_decl_pos_info(a_source_correspondence *corresp, const a_decl_pos_block *pos_block);
 a_decl_position_supplement *make_decl_pos_supplement(a_source_correspondence *corresp,
                                                      const a_decl_pos_block *pos_block);

@@ -6,7 +6,6 @@
 #include "driver/flags.h"
 #include "il/il_walk.h"
 
-bool end_of_file_scope_needed_flags_phase;
 bool (*is_hook_function_hook)(const a_routine *routine);
 
 // --- Routine bodies that wait --------------------------------------------------------------------

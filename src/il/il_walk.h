@@ -82,7 +82,7 @@ void set_class_keep_definition_in_il(a_type *class_type);
 bool class_definition_needed(const a_type *class_type);
 void mark_to_keep_in_il(void *entry, an_il_entry_kind kind);
 void walk_subtrees_of_local_entities(a_scope *scope);
-extern bool end_of_file_scope_needed_flags_phase;
+extern bool end_of_file_scope_needed_flags_phase;  // written by the driver and here
 
 // What the file scope defines for others, and all that this reaches (recursively through namespaces).
 void set_needed_flags_at_end_of_file_scope(a_scope *scope);

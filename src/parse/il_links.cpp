@@ -186,6 +186,20 @@ a_namespace *parent_namespace_of(const a_source_correspondence *corresp)
   return is_namespace_scope ? scope->owner.name_space : nullptr;
 }
 
+void set_class_membership(a_source_correspondence *corresp, a_type *class_type)
+{
+  clear_local_scope_ref_if_present(corresp);
+  corresp->parent_scope = class_supplement_of(skip_typerefs(class_type))->class_scope;
+  corresp->is_class_member = true;
+}
+
+void set_namespace_membership(a_source_correspondence *corresp, an_il_entry_kind kind,
+                              a_namespace *name_space)
+{
+  corresp->is_class_member = false;
+  set_parent_scope(corresp, kind, scope_of_namespace(name_space));
+}
+
 void clear_local_scope_ref_if_present(a_source_correspondence *corresp)
 {
   if (!corresp->has_local_scope_ref) return;
