@@ -34,8 +34,8 @@ ARM_ROOT = '/usr/arm-linux-gnueabihf'
 GOLDENS = ['.pp', '.msg', '.gen.c', '.lst', '.xref', '.dep', '.out']
 EXPECT = re.compile(r'expect([+-]\d+)?:\s*(remark|warning|error|catastrophe|advisory)\s+(\w+)')
 MESSAGE = re.compile(r'^"([^"]*)", line (\d+)(?: \(col\. \d+\))?: '
-                     r'(remark|warning|error|catastrophic error|advisory) #(\d+)')
-NO_LINE = re.compile(r'^(?:At end of source: |)(remark|warning|error|catastrophic error|advisory) #(\d+)', re.I)
+                     r'(remark|warning|error|fatal error|advisory) #(\d+)')
+NO_LINE = re.compile(r'^(?:At end of source: |)(remark|warning|error|fatal error|advisory) #(\d+)', re.I)
 
 _arm_includes = None
 
@@ -163,7 +163,7 @@ class Case:
         for line in err.splitlines():
             match = MESSAGE.match(line)
             if match:
-                severity = match.group(3).replace('catastrophic error', 'catastrophe')
+                severity = match.group(3).replace('fatal error', 'catastrophe')
                 found.append((int(match.group(2)), severity, self.form.tags.get(int(match.group(4)), '?')))
         found.sort()
         if found == expected:

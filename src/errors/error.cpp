@@ -125,6 +125,7 @@ void issue_diagnostic(const a_diagnostic &given)
   }
   output_diagnostic(diagnostic, pieces, contexts != 0);
   end_rendering();
+  end_diagnostic(diagnostic, contexts != 0);
   if (contexts != 0) issue_contexts(contexts, diagnostic);
 }
 

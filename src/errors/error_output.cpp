@@ -277,7 +277,13 @@ static void put_source_line(const char *text, size_t length, a_column_number col
   put_newline();
 }
 
-// ---- The end of the run ----
+// ---- The end of a diagnostic, and of the run ----
+
+static bool closes_diagnostic(a_diagnostic_part part, bool in_context_lines)
+{
+  if (part == dp_complete || part == dp_end) return !in_context_lines;
+  return part == dp_context_end;
+}
 
 void write_signoff()
 {
@@ -326,8 +332,10 @@ static void report_error_limit()
   term_compilation(es_catastrophe);
 }
 
-static void end_diagnostic(an_error_severity severity)
+void end_diagnostic(const a_diagnostic &diagnostic, bool in_context_lines)
 {
+  if (output_depth != 0 || !closes_diagnostic(diagnostic.part, in_context_lines)) return;
+  an_error_severity severity = diagnostic.severity;
   bool any_errors = total_errors + total_catastrophes != 0;
   if (any_errors && error_hooks.cancel_il_file != nullptr) error_hooks.cancel_il_file();
   if (severity >= es_catastrophe) {
@@ -341,7 +349,7 @@ static void end_diagnostic(an_error_severity severity)
 
 // ---- Output ----
 
-void count_diagnostic(an_error_severity severity)
+static void count_diagnostic(an_error_severity severity)
 {
   unsigned long *counter = severity_descriptions[severity].counter;
   if (counter != nullptr) ++*counter;
@@ -404,14 +412,11 @@ void output_diagnostic(const a_diagnostic &given, const a_message_piece *pieces,
         source_line_of_position(diagnostic.pos, false, &text, &length)) {
       put_source_line(text, length, diagnostic.pos.column);
     }
-    if ((closes_main_text && !in_context_lines) || part == dp_context_end) put_newline();
+    if (closes_diagnostic(part, in_context_lines)) put_newline();
   }
   wrapper = outer_wrapper;
   if (--output_depth != 0) return;
   flush_output();
-  if ((closes_main_text && !in_context_lines) || part == dp_context_end) {
-    end_diagnostic(diagnostic.severity);
-  }
 }
 
 void output_init()

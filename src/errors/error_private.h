@@ -103,7 +103,8 @@ inline size_t length_of_piece(const a_message_piece *piece)
 // Writes one part.  With in_context_lines, context lines follow: the closing blank line is held back.
 void output_diagnostic(const a_diagnostic &diagnostic, const a_message_piece *pieces,
                        bool in_context_lines);
-void count_diagnostic(an_error_severity severity);
+// What follows the last part: after a fatal one, or too many errors, the run ends.
+void end_diagnostic(const a_diagnostic &diagnostic, bool in_context_lines);
 void output_init();
 
 // ---- error_source.cpp ----

@@ -5,6 +5,7 @@
 #include <string>
 #include "errors/error.h"
 #include "mem/mem_manage.h"
+#include "memory_fixture.h"
 
 namespace {
 
@@ -15,9 +16,7 @@ class Diagnostics : public testing::Test {
 protected:
   void SetUp() override
   {
-    mem_manage_early_init();
-    mem_manage_one_time_init();
-    mem_manage_init();
+    open_regions();
     stream = open_memstream(&text, &length);
     f_error = stream;
     error_early_init();

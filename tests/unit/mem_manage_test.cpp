@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <cstring>
 #include <gtest/gtest.h>
-#include "driver/flags.h"
 #include "mem/mem_manage.h"
+#include "memory_fixture.h"
 
 namespace {
 
@@ -11,10 +11,7 @@ class Regions : public testing::Test {
 protected:
   void SetUp() override
   {
-    precompiled_header_processing_required = false;
-    mem_manage_early_init();
-    mem_manage_one_time_init();
-    mem_manage_init();
+    open_regions();
   }
   void TearDown() override
   {
@@ -154,12 +151,12 @@ void *map_from_heap(size_t, size_t size, size_t)
 
 TEST(MappedRegions, BlocksArePagesAndNeverGoBack)
 {
-  precompiled_header_processing_required = true;
   mem_manage_hooks.open_mapped_temp_file = open_nothing;
   mem_manage_hooks.map_file_region = map_from_heap;
   mem_manage_hooks.unmap_memory = [](void *address, size_t) { free(address); };
-  mem_manage_early_init();
-  mem_manage_one_time_init();
+  open_regions();
+  free_all_memory_regions();
+  blocks_may_be_returned = false;
   mem_manage_init();
   int region = new_memory_region();
   EXPECT_EQ(mem_region_table[region]->total_size % 4096, 0u);
@@ -176,7 +173,7 @@ TEST(MappedRegions, BlocksArePagesAndNeverGoBack)
   free_all_memory_regions();
   free_mapped_mem_blocks();
   EXPECT_EQ(mapped_memory_total, 0u);
-  precompiled_header_processing_required = false;
+  blocks_may_be_returned = true;
 }
 
 TEST(TextBuffers, TheGrowthStepDoubles)
