@@ -26,6 +26,7 @@
 #include "lex/pragma.h"
 #include "lex/preproc.h"
 #include "lex/source_input.h"
+#include "lex/token_cache.h"
 #include "mem/mem_manage.h"
 #include "parse/attribute.h"
 #include "parse/class_decl.h"
@@ -83,6 +84,9 @@ void fe_one_time_init()
   mem_manage_one_time_init();
   call_if_present(pch_one_time_init);
   call_if_there(pragma_one_time_init);
+  qualified_name_one_time_init();
+  preproc_hooks.builtin_va_list_is_declared = [] { return builtin_va_list_type != nullptr; };
+  preproc_hooks.declare_builtin_va_list_type = declare_builtin_va_list_type;
   call_if_there(preproc_one_time_init);
   call_if_there(statements_one_time_init);
   call_if_there(symbol_tbl_one_time_init);

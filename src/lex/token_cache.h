@@ -178,3 +178,5 @@ extern bool reproduce_layout_of_tokens;
 const char *il_string_for_curr_token();
 
 void token_cache_trans_unit_init();
+// Installs token_cache_hooks (parse/qualified_name.cpp).
+void qualified_name_one_time_init();
