@@ -74,8 +74,6 @@ extern int num_macro_invocations_in_process;
 extern bool scanning_macro_name;               // the name after #define is being read
 extern char *delete_source_from_loc;           // what is read from here on is deleted; null: nothing
 extern bool comma_is_from_argument;            // set by the scanner: a lesc_comma_from_arg stood before the comma
-extern bool check_concatenations;              // a result of ## must be one token
-extern const char *curr_command_line_macro_def;  // text of the -D option being defined
 
 // Local pointers into a buffer that may move: linked while they are needed.
 struct a_registered_pointer {
@@ -164,9 +162,6 @@ void check_concatenation_at(char *start, char *end);
 void gen_pp_output_for_macro_definitions();
 // "#define name(params) text", in the temporary text buffer, null-terminated.
 const char *text_of_macro_definition(a_symbol *macro);
-
-// Keeps the count of deleted characters in the text that holds `location`.
-void adjust_deletion_counts(char *location, unsigned count);
 
 void macro_one_time_init();
 void macro_init();

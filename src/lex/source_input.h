@@ -55,8 +55,10 @@ extern a_source_position fixed_position;
 
 extern a_source_position pos_of_macro_invocation;  // of the outermost one; null outside expansions
 
-// Offset from curr_source_line of the escape that ends the last line, once the source has ended.
-extern unsigned end_of_line_escape_offset;
+// Where text at the start of the line is attached: 0, or once the current file has ended, when its last line
+// is still in the buffer, the offset of that line's lesc_end_of_buffer.
+extern unsigned long end_of_line_escape_offset;
+extern char *end_of_curr_source_line;  // the escape lesc_newline that ends the line
 
 inline bool loc_is_in_curr_source_line(const char *loc)
 {
@@ -110,16 +112,15 @@ struct a_source_line_modif {
   char *location;                 // where modif_mark stands; null: at the start of the line
   a_source_line_modif *parent;    // whose text holds the location; valid if parent_is_known
   unsigned deletion_count;        // characters replaced, counted from the location
-  unsigned nested_deletion_count; // characters of this text that modifications within it replace
   unsigned sequence_id;           // in the order of attaching
   bool stop_at_end : 1;           // the scanner stops at the end of the text: tok_end_of_source
   bool is_comment : 1;
   bool parent_is_known : 1;
   bool rescan_in_progress : 1;  // K&R mode: stop at the end at macro depth below 2
-  bool pinned : 1;              // may not be dropped while an argument is expanded
   bool spans_lines : 1;         // survives a new line while a macro call is collected
   bool has_fixed_ends : 1;      // each character of the text stands for one of the source, from pos on
   bool text_is_in_expansion_buffer : 1;
+  bool is_detached : 1;  // stands at no location: the text of an argument, or its line is gone
   char saved_char;      // what modif_mark overwrote
   char inline_text[3];  // room for a blank and its end
   char *first_char;     // the replacement text
@@ -144,6 +145,13 @@ a_source_line_modif *add_source_line_modif(char *location, unsigned deletion_cou
 // The same with its own inline text, a blank or nothing.
 a_source_line_modif *add_inline_source_line_modif(char *location, unsigned deletion_count,
                                                   bool with_blank);
+// A record for a text that no location leads to: the scanner is set into it.  `parent` tells in which
+// expansion it takes place.
+a_source_line_modif *add_detached_source_line_modif(char *first_char, char *last_char,
+                                                    a_source_line_modif *parent);
+// Sequence id of the newest modification, and removal of all that are newer.
+unsigned newest_source_line_modif();
+void rem_source_line_modifs_since(unsigned sequence_id);
 // Detaches a modification: the character comes back.
 void rem_source_line_modif(a_source_line_modif *modif);
 // Puts a detached record with its concatenation records on the free lists; clears the pointer.
@@ -167,7 +175,7 @@ inline a_source_line_modif *parent_source_line_modif(a_source_line_modif *modif)
 inline char *after_source_line_modif(const a_source_line_modif *modif)
 {
   char *loc = modif->location;
-  if (loc == nullptr) loc = curr_source_line + (no_more_input ? end_of_line_escape_offset : 0);
+  if (loc == nullptr) loc = curr_source_line + end_of_line_escape_offset;
   return loc + modif->deletion_count;
 }
 
@@ -244,7 +252,7 @@ void record_resumption_of_source_file(a_source_file *file, a_seq_number seq, a_l
 //---------------------------------------------------------------------------------------------
 // The file index: offsets of some lines of each file, for showing earlier lines again.
 
-void initialize_file_index(a_source_file *file);
+a_line_number initialize_file_index(a_source_file *file);  // returns the first stop
 // Notes that `line` lines of the file end at `offset`; returns the line count at which to call again.
 a_line_number update_file_index(a_source_file *file, a_line_number line, long offset);
 // The nearest indexed place at or before `line`: its line number (0 for the start) and offset.
@@ -366,7 +374,6 @@ enum a_pp_lexical_category : unsigned char {
 };
 extern unsigned char pp_lexical_category[256];
 extern a_seq_number next_seq_in_pp_output;
-extern bool no_token_separators_in_pp_output;
 
 // Could the characters on both sides of a text boundary join to one token?  `before` is the character
 // in front of `prev`.

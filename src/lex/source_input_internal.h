@@ -1,0 +1,26 @@
+// source_input_internal.h - what the files of source_input share among themselves.
+#pragma once
+#include "lex/source_input.h"
+
+// Size of the blocks in which files are read.  A block is followed by a sentinel and slack, since the
+// line reader loads whole chunks.
+inline constexpr unsigned long input_block_size = 0x10000;
+char *alloc_input_block();
+
+void emit_curr_source_line();
+
+// While a macro call is collected and the line is left: deletes its rest in the line.
+void delete_collected_source_in_line();
+// The line is left: releases the modifications that end with it.
+void drop_source_line_modifs_of_line();
+void source_line_modifs_reset();
+
+// Remembers whether the line just read is recorded as N or S.
+void note_kind_of_raw_listing_line();
+
+void positions_trans_unit_init();
+
+void input_files_one_time_init();
+void input_files_trans_unit_init();
+void pp_output_one_time_init();
+void pp_output_trans_unit_init();
