@@ -502,7 +502,7 @@ bool read_logical_source_line(bool pop_at_eof, bool append_to_line)
     do_not_put_curr_line_in_pp_output =
       currently_in_pp_if_skip || (in_preprocessing_directive && !pass_pp_directive_to_output);
   }
-  if (f_raw_listing != nullptr) note_kind_of_raw_listing_line();
+  note_kind_of_output_line();
   if (line_end != le_newline || first_invalid_null >= 0 || first_ignored_trigraph >= 0
       || first_white_space_splice >= 0 || first_failed_splice >= 0) {
     report_line_faults(line_end);

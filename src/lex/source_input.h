@@ -272,6 +272,7 @@ struct an_include_file_history {
   an_include_file_history *next;  // in its hash chain
   const char *name;
   const char *guard_macro_name;
+  unsigned times_on_stack;
   unsigned guard_name_length;
   a_guard_kind guard_kind;
   bool can_be_skipped : 1;    // the file is wholly inside its guard

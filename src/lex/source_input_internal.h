@@ -15,8 +15,8 @@ void delete_collected_source_in_line();
 void drop_source_line_modifs_of_line();
 void source_line_modifs_reset();
 
-// Remembers whether the line just read is recorded as N or S.
-void note_kind_of_raw_listing_line();
+// A line was read: remembers whether it is recorded as N or S.
+void note_kind_of_output_line();
 
 void positions_trans_unit_init();
 
