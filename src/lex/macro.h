@@ -63,7 +63,6 @@ void clear_macro_def(a_macro_def *macro);
 struct a_concatenation_record {
   a_concatenation_record *next;
   char *location;
-  bool checked;  // the token that holds the place was looked at
 };
 
 //---------------------------------------------------------------------------------------------
@@ -143,8 +142,6 @@ void fixup_predefined_macros(const char *date_and_time);
 
 // The macro of that name for #ifdef and #undef; null for "defined", "_Pragma" and if there is none.
 a_symbol *find_defined_macro(a_symbol_header *header);
-// The symbol of the macro, built-in ones included; null if there is none.
-a_symbol *find_macro_symbol_by_name(a_symbol_header *header);
 // For the options that name a macro: is the text an identifier?  Hands back its macro, if it is one.
 bool is_valid_identifier(const char *text, unsigned length, a_symbol **macro,
                          a_symbol_locator *locator);

@@ -12,6 +12,7 @@
 struct a_concatenation_record;  // lex/macro.h
 struct a_directory_name_entry;  // driver/host_envir.h
 struct a_macro_def;             // lex/macro.h
+struct a_symbol;
 
 //---------------------------------------------------------------------------------------------
 // The line buffer.
@@ -125,7 +126,8 @@ struct a_source_line_modif {
   char inline_text[3];  // room for a blank and its end
   char *first_char;     // the replacement text
   char *last_char;      // its end: where lesc_end_of_modif's escape begins
-  a_macro_def *macro;   // being expanded, or null
+  a_macro_def *macro;     // being expanded, or null
+  a_symbol *macro_symbol;
   a_source_position pos;  // of the invocation; null if not computed yet
   char *comment_limit;    // K&R mode: where in the text a rescan stopped
   a_concatenation_record *concatenations;  // places where ## joined text

@@ -95,7 +95,7 @@ static inline void ensure_output_space(unsigned long length)
 static void copy_to_output(a_line_walk *walk, const char *text, unsigned long length)
 {
   ensure_output_space(length);
-  if (walk->crossed && walk->keep_apart && output_length > 0) {
+  if (walk->crossed && walk->keep_apart && !walk->line_ended) {
     char prev = output_buffer[output_length - 1];
     char before = output_length > 1 ? output_buffer[output_length - 2] : ' ';
     if (chars_could_join(before, prev, *text)) put_output(' ');
