@@ -8,6 +8,7 @@
 // See:     C99 6.10.3, 6.10.3.1.
 #include <climits>
 #include <cstring>
+#include <initializer_list>
 #include "driver/flags.h"
 #include "errors/error.h"
 #include "lex/lexical.h"

@@ -101,7 +101,10 @@ inline unsigned long operand_of_item(const unsigned char *item)
 inline constexpr unsigned size_of_item = 4;
 inline constexpr unsigned long max_item_operand = 0xFFFFFF;
 
-// The parsing of defs_from_cmd_line.
+// The end of the preprocessing token at `p`, or `p` itself where only the scanner can tell.
+const char *end_of_plain_pp_token(const char *p);
+a_macro *make_il_macro(a_symbol *symbol);  // adds the IL's record of the definition
+
 void process_defs_from_cmd_line();
 void read_predefined_macro_file();
 // __COUNTER__'s next value; reset for each translation unit.

@@ -510,6 +510,16 @@ bool read_logical_source_line(bool pop_at_eof, bool append_to_line)
   return false;
 }
 
+void set_curr_source_line_text(const char *text, unsigned long length, const char *more_text)
+{
+  unsigned long more_length = strlen(more_text);
+  ensure_min_curr_source_line_length(length + more_length + 4);
+  memcpy(curr_source_line, text, length);
+  memcpy(curr_source_line + length, more_text, more_length);
+  write_line_terminators(curr_source_line + length + more_length);
+  curr_char_loc = curr_source_line;
+}
+
 //---------------------------------------------------------------------------------------------
 // Start-up.
 

@@ -8,6 +8,8 @@ inline constexpr unsigned long input_block_size = 0x10000;
 char *alloc_input_block();
 
 void emit_curr_source_line();
+// Makes the two texts the current line, before any file is open.
+void set_curr_source_line_text(const char *text, unsigned long length, const char *more_text);
 
 // While a macro call is collected and the line is left: deletes its rest in the line.
 void delete_collected_source_in_line();
