@@ -122,7 +122,7 @@ void append_curr_token(an_arg_text *text, bool mark_comma)
   ensure_arg_text_space(text, length + 8);
   char *to = text->text + text->length;
   if (text->length > 0) {
-    if (kind_of_white_space_skipped != 0) {
+    if (white_space_separates()) {
       *to++ = ' ';
     } else if (!pcc_preprocessing_mode) {
       *to++ = 0;

@@ -297,7 +297,7 @@ static void read_body_token(a_definition *d)
   }
   if (!in_quote) {
     get_token();
-    d->white_before = kind_of_white_space_skipped != 0;
+    d->white_before = white_space_separates();
   }
   d->param_number = 0;
   d->param = nullptr;

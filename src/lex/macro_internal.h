@@ -1,5 +1,7 @@
 // macro_internal.h - what the files of the macro module share among themselves and with source_input.
 #pragma once
+#include "driver/flags.h"
+#include "lex/lexical.h"
 #include "lex/macro.h"
 #include "lex/source_input.h"
 
@@ -72,6 +74,12 @@ bool collect_macro_args(a_macro_call *call);
 const an_arg_text *expanded_text_of_arg(const a_macro_call *call, a_macro_arg *arg);
 void release_macro_args(a_macro_call *call);
 
+// Did white space stand before the current token?  In K&R mode a comment is none.
+inline bool white_space_separates()
+{
+  return pcc_preprocessing_mode ? kind_of_white_space_skipped & ws_blank
+                                : kind_of_white_space_skipped != 0;
+}
 // Appends the spelling of the current token, with what separates it from the one before.
 void append_curr_token(an_arg_text *text, bool mark_comma);
 void ensure_arg_text_space(an_arg_text *text, unsigned long need);

@@ -129,7 +129,6 @@ struct a_source_line_modif {
   a_macro_def *macro;     // being expanded, or null
   a_symbol *macro_symbol;
   a_source_position pos;  // of the invocation; null if not computed yet
-  char *comment_limit;    // K&R mode: where in the text a rescan stopped
   a_concatenation_record *concatenations;  // places where ## joined text
 };
 

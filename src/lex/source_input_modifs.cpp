@@ -348,7 +348,6 @@ static void move_source_line_modif(a_source_line_modif *modif, const a_moved_buf
   }
   moved.fix(&modif->first_char);
   moved.fix(&modif->last_char);
-  moved.fix(&modif->comment_limit);
   for (a_concatenation_record *r = modif->concatenations; r != nullptr; r = r->next) {
     moved.fix(&r->location);
   }
