@@ -21,6 +21,7 @@ static void scan_replacement(a_source_line_modif *modif)
   bool saved_newline = treat_newline_as_token;
   fetch_pp_tokens = expand_macros = treat_newline_as_token = true;
   modif->rescan_in_progress = true;
+  modif->spans_lines = true;
   ++macro_depth;
   for (;;) {
     if (get_token() == tok_end_of_source || curr_token == tok_newline) break;
