@@ -458,7 +458,9 @@ void str_command_line_error(an_error_code code, const char *argument)
 
 void start_command_line_error(an_error_code code, const char *argument)
 {
-  issue_command_line_text(code, argument, es_command_line_error, dp_start);
+  a_diag_inserts inserts = {};
+  inserts.st[0] = argument;
+  issue_diagnostic({code, es_command_line_error, dp_start, no_line_position, nullptr, &inserts});
 }
 
 void end_command_line_error()

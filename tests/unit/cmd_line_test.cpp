@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
+#include "driver/cfe.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
 #include "driver/target.h"
@@ -34,6 +35,7 @@ static void run(const std::string &words)
   target_early_init();
   cmd_line_early_init();
   error_early_init();
+  error_hooks.exit_compilation = exit_compilation;
   defs_from_cmd_line = end_defs_from_cmd_line = nullptr;
   proc_command_line(int(argv.size()) - 1, argv.data());
 }
@@ -239,7 +241,8 @@ static const an_error_case errors[] = {
   {"-I", ec_cl_invalid_option},
   {"--define_macro= x.c", ec_cl_invalid_option},
   {"--embedded_c x.c", ec_cl_invalid_option},
-  {"--instantiation=all x.cpp", ec_cl_invalid_option},
+  {"--instantiat=some x.cpp", ec_cl_invalid_instantiation_mode},
+  {"--instantiati=all x.cpp", ec_cl_invalid_instantiation_directory},
   {"--error_limit=0 x.c", ec_cl_invalid_error_limit},
   {"--error_limit=1x x.c", ec_cl_invalid_number},
   {"--error_limit=2147483648 x.c", ec_cl_invalid_number},
