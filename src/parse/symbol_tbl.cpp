@@ -15,6 +15,7 @@
 #include "parse/symbol_links.h"
 
 a_symbol_table symbol_table;
+const a_symbol_locator cleared_locator = {};
 a_symbol_header *opname_symbol_table[num_opname_kinds];
 a_symbol_header *conversion_header_list;
 a_symbol_header *unnamed_symbol_header;
