@@ -363,6 +363,59 @@ void scan_aggregate_initializer_expression(a_type *type, a_decl_parse_state *sta
   scan_initializer(type, is_static, true, true, out_expr, constant);
 }
 
+// A value that was scanned for a class element and turned out to be of another type waits for the first
+// member without braces; nothing else is scanned before that.
+static struct {
+  bool is_waiting;
+  an_operand operand;
+} kept_element;
+
+static bool is_value_of_class(an_operand *operand, a_type *type)
+{
+  if (operand->kind == ok_error || is_error_type(operand->type)) return true;
+  return is_class_struct_union_type(operand->type) &&
+         f_types_are_compatible(operand->type, type, tco_ignore_top_qualifiers);
+}
+
+void scan_initializer_element(a_type *type, bool is_static, bool *not_whole, an_expr_node **out_expr,
+                              a_constant *constant)
+{
+  a_scan_entry scan;
+  an_operand operand;
+  *not_whole = false;
+  *out_expr = nullptr;
+  open_entry(&scan, is_static ? ek_constant : ek_normal, false, true);
+  scan.entry.favor_constant_result = is_static || favor_constant_result_for_nonstatic_init;
+  if (kept_element.is_waiting) {
+    kept_element.is_waiting = false;
+    operand = kept_element.operand;
+  } else {
+    scan_expression(&operand, nullptr, prec_comma, se_stop_at_comma);
+    if (is_class_struct_union_type(type) && !is_value_of_class(&operand, type)) {
+      kept_element.is_waiting = true;
+      flush_ref_entries_except(nullptr, nullptr);
+      operand.ref_entries = operand.last_ref_entry = nullptr;
+      kept_element.operand = operand;
+      *not_whole = true;
+      set_error_constant(constant);
+      close_entry(&scan, &operand);
+      return;
+    }
+  }
+  prep_initializer_operand(&operand, type, is_static ? 513 : 1, ec_bad_initializer_type, &operand.position);
+  if (operand.kind == ok_expression && is_static) {
+    expr_pos_error(ec_expr_not_constant, operand.position);
+    conv_to_error_operand(&operand);
+  }
+  if (operand.kind == ok_expression) {
+    *out_expr = finish_full_expression(&operand, type);
+    set_error_constant(constant);
+  } else {
+    extract_constant_from_operand(&operand, constant);
+  }
+  close_entry(&scan, &operand);
+}
+
 // Braces are skipped level by level; the values in them are scanned for their messages.
 void scan_and_discard_initializer_expression()
 {

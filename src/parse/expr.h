@@ -68,6 +68,11 @@ void scan_initializer_expression(a_type *type, a_decl_parse_state *state, bool i
 void scan_aggregate_initializer_expression(a_type *type, a_decl_parse_state *state, bool is_static,
                                            an_expr_node **out_expr, a_constant *constant);
 void scan_and_discard_initializer_expression();
+// One value of an initializer list, for an element of `type`, as scan_initializer_expression; is_static asks for a
+// constant.  Where `type` is a class and the value is of another type, *not_whole is set, nothing is converted, and
+// the next call takes the same value again.
+void scan_initializer_element(a_type *type, bool is_static, bool *not_whole, an_expr_node **out_expr,
+                              a_constant *constant);
 
 // An expression converted to `type` as if by initialization; `code` names the failure.
 an_expr_node *scan_typed_expression(a_type *type, an_error_code code);

@@ -103,12 +103,24 @@ void check_pointer_range(an_operand *operand, bool is_access)
 // ---------------------------------------------------------------------------------------------------
 // Lvalue to rvalue
 
+// GNU: the static object of a compound literal initializes an object of its type.
+static bool is_literal_object(a_variable *variable)
+{
+  return variable->is_compiler_generated && variable->init_kind == initk_static &&
+         is_class_struct_union_type(variable->type);
+}
+
 // GNU: a const variable with a known value serves as a constant where one is required.
 static bool const_variable_value(an_expr_node *node, a_constant *constant)
 {
   if (node->kind != enk_variable || !(gcc_mode || gpp_mode) || !in_constant_context()) return false;
   if (expr_stack->expression_kind == ek_preprocessing) return false;
   a_variable *variable = variable_of(node);
+  if (is_literal_object(variable)) {
+    *constant = *constant_initializer_of(variable);
+    constant->next = nullptr;
+    return true;
+  }
   if (!is_const_qualified(variable->type) || is_volatile_qualified(variable->type)) return false;
   if (variable->init_kind != initk_static || !is_arithmetic_or_enum_type(variable->type)) return false;
   a_constant *value = constant_initializer_of(variable);
@@ -148,7 +160,7 @@ an_expr_node *conv_lvalue_expr_to_rvalue(an_expr_node *node, bool *folded, a_con
 {
   *folded = false;
   if (const_variable_value(node, constant)) {
-    expr_pos_warning(ec_const_var_in_C_const_expr, *pos);
+    if (!is_literal_object(variable_of(node))) expr_pos_warning(ec_const_var_in_C_const_expr, *pos);
     *folded = true;
     return node;
   }
