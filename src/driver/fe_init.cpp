@@ -2,7 +2,9 @@
 // Rule:    later modules read what earlier ones set: the order is part of the meaning.
 // Entry:   fe_early_init, fe_one_time_init, fe_init_part_1, fe_translation_unit_init, fe_init_part_2.
 #include "driver/fe_init.h"
+#include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include "consts/const_ints.h"
 #include "consts/float_pt.h"
 #include "driver/bring_up.h"
@@ -166,9 +168,23 @@ static void open_pp_output()
   }
 }
 
+// A build that must come out the same each time gives its date in SOURCE_DATE_EPOCH.
+static const char *current_time_text()
+{
+  static char text[32];
+  const char *epoch = getenv("SOURCE_DATE_EPOCH");
+  time_t now = epoch != nullptr ? time_t(strtoll(epoch, nullptr, 10)) : time(nullptr);
+  tm parts;
+  if ((epoch != nullptr ? gmtime_r(&now, &parts) : localtime_r(&now, &parts)) == nullptr ||
+      strftime(text, sizeof text, "%a %b %e %H:%M:%S %Y\n", &parts) == 0) {
+    strcpy(text, "Thu Jan  1 00:00:00 1970\n");
+  }
+  return text;
+}
+
 void fe_init_part_1()
 {
-  compile_time_text = compilation_time_text();
+  compile_time_text = current_time_text();
   in_front_end = true;
   if (&depth_stmt_stack != nullptr) depth_stmt_stack = -1;
   init_modules();

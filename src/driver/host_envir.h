@@ -192,8 +192,6 @@ void set_module_id(const char *id);
 const char *get_module_id();
 const char *generate_instantiation_output_file_name(const char *name);
 void change_non_id_characters(char *text);
-// Text of the compilation's date and time as ctime gives it; follows SOURCE_DATE_EPOCH.
-const char *compilation_time_text();
 
 // ---- Characters ----
 
