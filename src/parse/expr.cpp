@@ -13,6 +13,7 @@
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "lex/literals.h"
+#include "lex/pp_expr.h"
 #include "lex/token_cache.h"
 #include "mem/stack_limit.h"
 #include "parse/expr_internal.h"
@@ -243,17 +244,6 @@ static void init_unset_operand(an_operand *operand)
 
 // ---------------------------------------------------------------------------------------------------
 // Constant expressions
-
-void scan_pp_expression(a_constant *constant)
-{
-  a_scan_entry scan;
-  an_operand operand;
-  open_entry(&scan, ek_preprocessing, false, true);
-  scan_expression(&operand, nullptr, prec_lowest, 0);
-  do_operand_transformations(&operand, 0);
-  extract_constant_from_operand(&operand, constant);
-  close_entry(&scan, &operand);
-}
 
 static bool is_integral_constant_operand(an_operand *operand)
 {
@@ -606,6 +596,7 @@ an_expr_node *scan_computed_goto_expression()
 void expr_one_time_init()
 {
   fill_operator_table();
+  pp_expr_stack_to_cut = &expr_stack;
   exprutil_one_time_init();
   token_is_function_name_string_literal_hook = token_is_function_name_string_literal;
 }

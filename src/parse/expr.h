@@ -50,9 +50,6 @@ enum a_precedence : int {
 // `selector` (may be null) receives the object of a bound member function under se_allow_bound_function.
 void scan_expression(an_operand *result, an_operand *selector, int min_precedence, unsigned flags);
 
-// #if.  The constant is the error constant after an error, which was reported.
-void scan_pp_expression(a_constant *constant);
-
 // Integral constant expressions: array bounds, case labels, enumerators, bit-field widths.
 // The result is integral, of enumeration or of template parameter type, or the error constant (159 was reported).
 void scan_integral_constant_expression(a_constant *constant);
