@@ -6,6 +6,7 @@
 #include <cstring>
 #include "driver/host_envir.h"
 #include "lex/source_input.h"
+#include "mem/check.h"
 
 static constexpr size_t initial_line_size = 200;
 static constexpr size_t line_increment = 1000;
@@ -49,34 +50,47 @@ static char source_char(const char *loc)
   return *loc == modif_mark ? assoc_source_line_modif(loc)->saved_char : *loc;
 }
 
+// Shows what the record at `*loc` replaced and moves behind it; false at the end of the physical line.
+static bool copy_modif(const an_orig_line_modif *modif, const char **loc)
+{
+  switch (modif->kind) {
+  case olm_trigraph:
+    put_char('?');
+    put_char('?');
+    put_char(modif->variant.character);
+    ++*loc;
+    // A backslash written as a trigraph may itself have been taken out, by a splice.
+    return modif->next == nullptr || modif->next->location != modif->location;
+  case olm_null_char:
+    put_char(' ');
+    *loc += 2;  // an escape of two bytes
+    return true;
+  case olm_splice: put_char('\\'); return false;
+  case olm_newline_in_string: return false;
+  }
+  unexpected_kind("kind of line modification");
+}
+
 static bool copy_current_line(a_seq_number seq)
 {
   const an_orig_line_modif *modif;
   const char *loc = start_of_physical_line(seq, &modif);
   if (loc == nullptr) return false;
   length_of_shown_line = 0;
-  for (;; loc++) {
+  for (;;) {
     if (modif != nullptr && modif->location == loc) {
-      if (modif->kind == olm_splice) put_char('\\');
-      if (modif->kind == olm_splice || modif->kind == olm_newline_in_string) return true;
-      if (modif->kind == olm_trigraph) {
-        put_char('?');
-        put_char('?');
-        put_char(modif->variant.character);
-      } else {
-        put_char(' ');
-        loc++;  // a null character is an escape of two bytes
-      }
+      if (!copy_modif(modif, &loc)) return true;
       modif = modif->next;
       continue;
     }
     char c = source_char(loc);
     if (c == '\0') {
       if (loc[1] == lesc_newline || loc[1] == lesc_end_of_buffer) return true;
-      loc++;
+      loc += 2;
       continue;
     }
     put_char(c);
+    loc++;
   }
 }
 
@@ -119,7 +133,12 @@ static bool read_left_behind_line(const a_line_place &place)
   bool found = seek_line(stream, place);
   if (found) {
     int c;
-    while ((c = getc_unlocked(stream)) != EOF && c != '\n') put_char(char(c));
+    size_t end_of_text = 0;  // carriage returns in front of the newline are part of the line's end
+    while ((c = getc_unlocked(stream)) != EOF && c != '\n') {
+      put_char(char(c));
+      if (c != '\r') end_of_text = length_of_shown_line;
+    }
+    length_of_shown_line = end_of_text;
     found = c != EOF || length_of_shown_line != 0;
   }
   fclose(stream);
@@ -139,9 +158,6 @@ bool source_line_of_position(a_source_position pos, bool only_if_cheap, const ch
     if (!find_left_behind_line(pos.seq, &place)) return false;
     if (only_if_cheap) return true;
     if (!read_left_behind_line(place)) return false;
-  }
-  while (length_of_shown_line != 0 && shown_line[length_of_shown_line - 1] == ' ') {
-    length_of_shown_line--;
   }
   *text = shown_line;
   *length = length_of_shown_line;

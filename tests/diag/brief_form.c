@@ -1,0 +1,8 @@
+// options: -E
+// proves: one line a message; the line number follows splices; a remark isn't shown
+#define A(x) x
+#define A(y) y y
+#undef \
+  A B
+#if 1 /* /* */
+#endif
