@@ -436,18 +436,35 @@ void form_type_first_part(a_type *type, bool is_pointer_target, bool suppress_qu
   first_part(type, is_pointer_target, qualifiers, flags, block);
 }
 
+// The size of a variable-length dimension: the variable that holds it, or its expression.
+static bool form_vla_bound(a_type *type, an_il_to_str_output_control_block *block)
+{
+  a_vla_dimension *dimension = find_vla_dimension(type);
+  if (dimension == nullptr) return false;
+  if (dimension->variable != nullptr)
+    form_name(dimension->variable, iek_variable, block);
+  else if (dimension->expr != nullptr && block->form_expression != nullptr)
+    block->form_expression(dimension->expr, false, block);
+  return true;
+}
+
 static void form_array_bound(a_type *type, an_il_to_str_output_control_block *block)
 {
   const an_array_type_part &part = as_array(type);
   put("[", block);
+  if (block->generated_code && part.bound_is_expr && form_vla_bound(type, block)) {
+    put("]", block);
+    return;
+  }
   if (part.is_star_vla) {
-    put("*", block);
+    // In generated code a bound that only a prototype leaves open is left out.
+    if (!block->generated_code) put("*", block);
   } else if (part.bound_is_constant) {
     form_constant(part.bound.bound_as_constant, false, block);
   } else if (part.bound_is_expr) {
     if (part.bound.bound_expr != nullptr && block->form_expression != nullptr)
       block->form_expression(part.bound.bound_expr, false, block);
-    else
+    else if (!block->generated_code)
       put("<expr>", block);
   } else if (part.bound.number_of_elements != 0 || part.bound_is_zero) {
     put_number(part.bound.number_of_elements, block);
