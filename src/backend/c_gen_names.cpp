@@ -125,7 +125,7 @@ void rename_local_entity(a_source_correspondence *corresp, const a_routine *rout
   char number[32];
   const char *name = corresp->name;
   const char *routine_name = "";
-  char routine_length[16] = "";
+  char routine_length[24] = "";
   if (routine != nullptr) {
     const a_source_correspondence &head = routine->source_corresp;
     routine_name = head.internal_name != nullptr ? head.internal_name : head.name;
