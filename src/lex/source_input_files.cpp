@@ -299,15 +299,15 @@ void pop_input_stack()
   emit_curr_source_line();
   if (input_stack_depth == 0 || !conditionals_span_files()) verify_that_all_pp_ifs_were_closed();
   bool was_preinclude = ise->is_preinclude;
-  const char *directory = ise->directory;
-  bool was_system_header = ise->is_system_header;
   if (--input_stack_depth < 0) {
     curr_ise = nullptr;
     return;
   }
   curr_ise = &input_stack[input_stack_depth];
   resume_includer();
-  pop_primary_include_search_dir(directory, was_system_header);
+  pop_primary_include_search_dir(
+    input_stack_depth == 0 ? dir_name_of_primary_source_file : curr_ise->directory,
+    curr_ise->is_system_header);
   if (!conditionals_span_files()) base_pp_if_stack_depth = curr_ise->saved_pp_if_depth;
   if (was_preinclude) push_next_preinclude_file();
 }
