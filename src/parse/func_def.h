@@ -8,6 +8,10 @@
 // the one behind `}`.
 void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_state,
                          a_func_info_block *func_info, a_decl_pos_block *pos_block);
+enum a_function_body_flag : unsigned {
+  fbf_discard = 0x1   // the definition was wrong: the body is read and dropped
+};
+// Reads the body (the current token is its `{`) of a declared routine; func_info names its parameters.
 void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsigned flags);
 // Reports a type that no function may return (98, 870, 916, 411); `routine` may be null.
 void check_function_return_type(a_type *type, a_source_position *position, bool is_declaration,
@@ -17,3 +21,7 @@ void force_definition_of_compiler_generated_routine(a_routine *routine);
 // The register of an asm name: a code of the table, or register_unrecognized.
 inline constexpr int register_unrecognized = 58;
 int name_to_register(const char *name);
+void extasm_one_time_init();
+
+// The outermost block calls it in front of its first statement: sizes of parameters are evaluated there.
+void start_of_function_block();

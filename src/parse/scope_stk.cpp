@@ -186,6 +186,7 @@ static bool set_il_scope_and_region(a_scope_stack_entry *entry, unsigned flags)
     case sck_function:
       entry->il_scope = new_il_region(sck_function, entry->number, entry->assoc_routine);
       entry->region_is_own = true;
+      if (entry->assoc_routine != nullptr) entry->assoc_routine->region_number = curr_il_region_number;
       is_new = true;
       break;
     case sck_block: case sck_pragma_rescan: case sck_function_access: break;

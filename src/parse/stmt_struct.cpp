@@ -1,0 +1,406 @@
+// stmt_struct.cpp - if, while, do, for, switch with its cases.
+// Entry:   if_statement, while_statement, do_statement, for_statement, switch_statement, case_label.
+// See:     C99 6.8.4, 6.8.5; case ranges are GNU.
+#include "consts/const_ints.h"
+#include "consts/folding.h"
+#include "driver/flags.h"
+#include "il/il.h"
+#include "il/il_alloc.h"
+#include "lex/lexical.h"
+#include "lex/pragma.h"
+#include "mem/mem_manage.h"
+#include "parse/decls.h"
+#include "parse/expr.h"
+#include "parse/exprutil.h"
+#include "parse/scope_stk.h"
+#include "parse/statements_parts.h"
+#include "parse/symbol_ref.h"
+
+//---------------------------------------------------------------------------------------------
+// Parts
+
+static an_expr_node *parenthesized_condition()
+{
+  required_token(tok_lparen, ec_exp_lparen);
+  add_stop_token(tok_rparen);
+  an_expr_node *condition = scan_boolean_controlling_expression();
+  remove_stop_token(tok_rparen);
+  required_token(tok_rparen, ec_exp_rparen);
+  return condition;
+}
+
+// A loop between declaration and use lets a value come round: see curr_flow_context.
+static void open_loop(a_struct_stmt_kind kind, a_statement *statement)
+{
+  push_stmt_entry(kind, statement);
+  if (!curr_stmt_reachable && !unreachable_reported) {
+    top_stmt_entry()->was_unreachable = true;
+    unreachable_reported = true;
+  }
+  ++curr_flow_context;
+}
+
+static void close_loop(an_expr_node *condition)
+{
+  --curr_flow_context;
+  pop_stmt_entry(condition);
+}
+
+// `continue` comes here: the end of the body.
+static void place_continue_label(a_statement **body)
+{
+  a_struct_stmt_stack_entry *entry = top_stmt_entry();
+  if (entry->continue_label == nullptr) return;
+  if ((*body)->kind != stmk_block) {
+    a_statement *block = alloc_statement(stmk_block);
+    block->start_position = (*body)->start_position;
+    block->end_position = (*body)->end_position;
+    first_statement_of(block) = *body;
+    *body = block;
+  }
+  a_statement *last = last_statement_in_block(*body);
+  entry->insertion_pointer = last != nullptr ? &last->next : &first_statement_of(*body);
+  place_label(entry->continue_label, entry->continue_is_live, &pos_curr_token);
+}
+
+static void loop_body(a_statement **body)
+{
+  scan_dependent_statement(body);
+  place_continue_label(body);
+}
+
+//---------------------------------------------------------------------------------------------
+// if
+
+static bool is_empty_dependent_statement()
+{
+  return curr_token == tok_semicolon;
+}
+
+void if_statement()
+{
+  a_source_position position = pos_curr_token;
+  warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
+  bool pushed = push_construct_scope();
+  a_statement *statement = add_statement_at_stmt_pos(stmk_if, &position);
+  push_stmt_entry(ssk_if, statement);
+  get_token();
+  statement->expr = parenthesized_condition();
+  process_curr_construct_pragmas(nullptr, statement);
+  bool is_empty = is_empty_dependent_statement();
+  a_source_position empty_position = pos_curr_token;
+  add_stop_token(tok_else);
+  scan_dependent_statement(&then_statement_of(statement));
+  remove_stop_token(tok_else);
+  if (is_empty && curr_token != tok_else) pos_remark(ec_empty_then_statement, empty_position);
+  if (curr_token == tok_else) {
+    a_struct_stmt_stack_entry *entry = top_stmt_entry();
+    entry->in_else_part = true;
+    entry->merged_flags = merged_flow(entry->merged_flags, curr_flow());
+    set_flow(entry->saved_flags);
+    statement->else_position = pos_curr_token;
+    get_token();
+    if (is_empty_dependent_statement()) pos_remark(ec_empty_else_statement, pos_curr_token);
+    scan_dependent_statement(&else_statement_of(statement));
+  }
+  statement->end_position = curr_construct_end_position;
+  pop_stmt_entry(statement->expr);
+  pop_construct_scope(pushed, statement);
+}
+
+//---------------------------------------------------------------------------------------------
+// Loops
+
+void while_statement()
+{
+  a_source_position position = pos_curr_token;
+  bool pushed = push_construct_scope();
+  a_statement *statement = add_statement_at_stmt_pos(stmk_while, &position);
+  open_loop(ssk_while, statement);
+  get_token();
+  statement->expr = parenthesized_condition();
+  process_curr_construct_pragmas(nullptr, statement);
+  loop_body(&body_of(statement));
+  close_loop(statement->expr);
+  pop_construct_scope(pushed, statement);
+}
+
+void do_statement()
+{
+  a_source_position position = pos_curr_token;
+  bool pushed = push_construct_scope();
+  a_statement *statement = add_statement_at_stmt_pos(stmk_do, &position);
+  open_loop(ssk_do, statement);
+  get_token();
+  process_curr_construct_pragmas(nullptr, statement);
+  add_stop_token(tok_while);
+  loop_body(&body_of(statement));
+  remove_stop_token(tok_while);
+  top_stmt_entry()->do_body_ended = true;
+  add_stop_token(tok_semicolon);
+  required_token(tok_while, ec_exp_while);
+  statement->expr = parenthesized_condition();
+  statement->end_position = pos_curr_token;
+  remove_stop_token(tok_semicolon);
+  required_token(tok_semicolon, ec_exp_semicolon);
+  close_loop(statement->expr);
+  pop_construct_scope(pushed, statement);
+}
+
+// The first clause; statements that it makes go in front of the loop.
+static void for_init_clause(a_statement *statement)
+{
+  top_stmt_entry()->insertion_pointer = &for_supplement_of(statement)->init_statement;
+  bool declarations_allowed = c99_mode || C_dialect == 2;
+  if (declarations_allowed && curr_token != tok_semicolon && is_decl_start(0)) {
+    local_declaration(true);
+    return;
+  }
+  if (curr_token != tok_semicolon) {
+    a_source_position position = pos_curr_token;
+    an_expr_node *expr = scan_void_expression(false, false, false);
+    a_statement *init = add_statement_at_stmt_pos(stmk_expr, &position);
+    init->expr = expr;
+    init->end_position = curr_construct_end_position;
+  }
+  required_token(tok_semicolon, ec_exp_semicolon);
+}
+
+static void for_header(a_statement *statement)
+{
+  required_token(tok_lparen, ec_exp_lparen);
+  add_stop_token(tok_rparen);
+  add_stop_token(tok_semicolon);
+  for_init_clause(statement);
+  if (curr_token != tok_semicolon) statement->expr = scan_boolean_controlling_expression();
+  required_token(tok_semicolon, ec_exp_semicolon);
+  remove_stop_token(tok_semicolon);
+  if (curr_token != tok_rparen) {
+    for_supplement_of(statement)->increment_expr = scan_void_expression(true, false, false);
+  }
+  remove_stop_token(tok_rparen);
+  required_token(tok_rparen, ec_exp_rparen);
+}
+
+void for_statement()
+{
+  a_source_position position = pos_curr_token;
+  bool has_scope = c99_mode || C_dialect == 2;
+  a_statement *statement = add_statement_at_stmt_pos(stmk_for, &position);
+  if (has_scope) push_for_init_scope();
+  open_loop(ssk_for, statement);
+  get_token();
+  for_header(statement);
+  process_curr_construct_pragmas(nullptr, statement);
+  loop_body(&body_of(statement));
+  if (has_scope) {
+    a_scope *scope = top_scope()->il_scope;
+    for_supplement_of(statement)->scope = scope;
+    if (scope != nullptr) scope->assoc_block = statement;
+    pop_scope();
+  }
+  close_loop(statement->expr);
+}
+
+//---------------------------------------------------------------------------------------------
+// switch
+
+static bool is_constant_selector(an_expr_node *expr)
+{
+  return expr->kind == enk_constant && constant_of(expr)->kind != ck_error;
+}
+
+void switch_statement()
+{
+  a_source_position position = pos_curr_token;
+  warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
+  bool pushed = push_construct_scope();
+  a_statement *statement = add_statement_at_stmt_pos(stmk_switch, &position);
+  push_stmt_entry(ssk_switch, statement);
+  get_token();
+  required_token(tok_lparen, ec_exp_lparen);
+  add_stop_token(tok_rparen);
+  a_source_position selector_position = pos_curr_token;
+  statement->expr = scan_integer_expression(0);
+  remove_stop_token(tok_rparen);
+  required_token(tok_rparen, ec_exp_rparen);
+  if (is_constant_selector(statement->expr)) {
+    pos_remark(ec_switch_selector_expr_is_constant, selector_position);
+  }
+  process_curr_construct_pragmas(nullptr, statement);
+  a_struct_stmt_stack_entry *entry = top_stmt_entry();
+  entry->case_type = statement->expr->kind == enk_error ? nullptr : statement->expr->type;
+  entry->switch_sequence = next_flow_sequence();
+  entry->flow_block = curr_flow_block();
+  set_flow(dead_flow);
+  scan_dependent_statement(&body_of(statement));
+  pop_stmt_entry(nullptr);
+  pop_construct_scope(pushed, statement);
+}
+
+//---------------------------------------------------------------------------------------------
+// Cases
+
+// The values of a switch as a tree of disjoint ranges (a treap, so that order of entry does not matter).
+struct a_case_tree {
+  a_case_tree *left;
+  a_case_tree *right;
+  a_switch_case_entry *entry;
+  unsigned priority;
+};
+
+static bool case_is_signed(a_struct_stmt_stack_entry *switch_entry)
+{
+  return is_signed_integral_type(switch_entry->case_type);
+}
+
+static a_constant *high_value_of(a_switch_case_entry *entry)
+{
+  return entry->high_value != nullptr ? entry->high_value : entry->low_value;
+}
+
+static int compare_values(a_constant *a, a_constant *b, bool is_signed)
+{
+  return cmp_integer_values(&integer_of(a), is_signed, &integer_of(b), is_signed);
+}
+
+static void rotate_up(a_case_tree **link, a_case_tree *child)
+{
+  a_case_tree *parent = *link;
+  if (parent->left == child) {
+    parent->left = child->right;
+    child->right = parent;
+  } else {
+    parent->right = child->left;
+    child->left = parent;
+  }
+  *link = child;
+}
+
+// Enters the case; returns one that it overlaps, or null.
+static a_switch_case_entry *insert_case(a_case_tree **link, a_switch_case_entry *entry, bool is_signed)
+{
+  a_case_tree *node = *link;
+  if (node == nullptr) {
+    static unsigned priority_state = 0x2545F491u;
+    node = (a_case_tree *)alloc_in_current_region(sizeof(a_case_tree));
+    priority_state ^= priority_state << 13;
+    priority_state ^= priority_state >> 17;
+    priority_state ^= priority_state << 5;
+    node->entry = entry;
+    node->priority = priority_state;
+    *link = node;
+    return nullptr;
+  }
+  a_switch_case_entry *conflict;
+  a_case_tree **branch;
+  if (compare_values(high_value_of(entry), node->entry->low_value, is_signed) < 0) branch = &node->left;
+  else if (compare_values(entry->low_value, high_value_of(node->entry), is_signed) > 0) branch = &node->right;
+  else return node->entry;
+  conflict = insert_case(branch, entry, is_signed);
+  if (*branch != nullptr && (*branch)->priority > node->priority) rotate_up(link, *branch);
+  return conflict;
+}
+
+static void add_case_to_struct_stmt_stack_entry(a_switch_case_entry *entry,
+                                                a_struct_stmt_stack_entry *switch_entry)
+{
+  a_switch_supplement *supplement = switch_supplement_of(switch_entry->statement);
+  if (supplement->last_case != nullptr) supplement->last_case->next = entry;
+  else supplement->first_case = entry;
+  supplement->last_case = entry;
+  if (entry->low_value == nullptr) {
+    supplement->default_case = entry;
+    return;
+  }
+  if (entry->low_value->kind != ck_integer || high_value_of(entry)->kind != ck_integer) {
+    switch_entry->has_case_range_error = true;
+  }
+  if (switch_entry->has_case_range_error || switch_entry->case_type == nullptr) return;
+  a_switch_case_entry *conflict =
+      insert_case(&switch_entry->case_tree, entry, case_is_signed(switch_entry));
+  if (conflict != nullptr) {
+    pos2_diagnostic(es_error, ec_case_label_conflict, entry->position, conflict->position);
+  }
+}
+
+// The value, converted to the promoted type of the controlling expression.
+static a_constant *case_value(a_struct_stmt_stack_entry *switch_entry)
+{
+  a_constant constant;
+  a_source_position position = pos_curr_token;
+  scan_integral_constant_expression(&constant);
+  if (constant.kind == ck_integer && switch_entry != nullptr && switch_entry->case_type != nullptr) {
+    bool not_folded = false;
+    type_change_constant(&constant, switch_entry->case_type, true, &not_folded, &position);
+  }
+  return alloc_shareable_constant(&constant);
+}
+
+static bool range_is_empty(a_constant *low, a_constant *high, a_struct_stmt_stack_entry *switch_entry)
+{
+  if (low->kind != ck_integer || high->kind != ck_integer || switch_entry == nullptr
+      || switch_entry->case_type == nullptr) {
+    return false;
+  }
+  return compare_values(high, low, case_is_signed(switch_entry)) < 0;
+}
+
+static void add_case_statement(a_switch_case_entry *entry, int switch_depth)
+{
+  a_statement *statement = add_statement_at_stmt_pos(stmk_case, &entry->position);
+  case_entry_of(statement) = entry;
+  entry->statement = statement;
+  top_stmt_entry()->contains_case = true;
+  a_struct_stmt_stack_entry *switch_entry = &struct_stmt_stack[switch_depth];
+  check_case_jump(switch_entry, &entry->position);
+  add_case_to_struct_stmt_stack_entry(entry, switch_entry);
+}
+
+void case_label()
+{
+  a_source_position position = pos_curr_token;
+  int depth = find_enclosing_switch();
+  if (depth < 0) pos_error(ec_case_label_must_be_in_switch, position);
+  a_struct_stmt_stack_entry *switch_entry = depth >= 0 ? &struct_stmt_stack[depth] : nullptr;
+  get_token();
+  add_stop_token(tok_colon);
+  a_switch_case_entry *entry = alloc_switch_case_entry();
+  entry->position = position;
+  entry->is_reachable = true;
+  entry->low_value = case_value(switch_entry);
+  if (curr_token == tok_ellipsis && (gcc_mode || gpp_mode)) {
+    entry->range_position = pos_curr_token;
+    get_token();
+    a_source_position high_position = pos_curr_token;
+    entry->high_value = case_value(switch_entry);
+    if (range_is_empty(entry->low_value, entry->high_value, switch_entry)) {
+      pos_warning(ec_invalid_case_range, high_position);
+      depth = -1;  // an empty range matches nothing
+    }
+  }
+  remove_stop_token(tok_colon);
+  required_token(tok_colon, ec_exp_colon);
+  if (depth >= 0) add_case_statement(entry, depth);
+}
+
+void default_label()
+{
+  a_source_position position = pos_curr_token;
+  int depth = find_enclosing_switch();
+  bool is_new = false;
+  if (depth < 0) {
+    pos_error(ec_default_label_must_be_in_switch, position);
+  } else if (switch_supplement_of(struct_stmt_stack[depth].statement)->default_case != nullptr) {
+    pos_error(ec_default_label_appears_more_than_once, position);
+  } else {
+    is_new = true;
+  }
+  get_token();
+  required_token(tok_colon, ec_exp_colon);
+  if (!is_new) return;
+  a_switch_case_entry *entry = alloc_switch_case_entry();
+  entry->position = position;
+  entry->is_reachable = true;
+  add_case_statement(entry, depth);
+}
