@@ -325,6 +325,9 @@ static int invoke_macro(a_symbol *macro, a_symbol_header *header)
   end_of_curr_token = curr_char_loc - 1;
   len_of_curr_token = (unsigned)(curr_char_loc - start);
   curr_token = tok_identifier;
+  if (check_concatenations && !loc_is_in_curr_source_line(start)) {
+    check_concatenation_at(start, end_of_curr_token);
+  }
   a_token_kind kind = macro_invocation(macro, &attached);
   if (attached || kind == tok_error) return scan_goes_on;
   if (kind == tok_identifier || kind == tok_int_constant) {
