@@ -1,5 +1,5 @@
 // options: -E --no_brief_diagnostics
-// status: 4
+// status: 2
 // proves: text breaks before column 80 and goes on 10 columns in; a long word breaks hard
 #line 3 "a/rather/long/name/of/a/file.c"
 #warning this warning has a text that is long enough to go over the end of the line, twice even, if one adds words
