@@ -38,6 +38,7 @@
 #include "parse/layout.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
+#include "parse/symbol_messages.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
@@ -77,6 +78,7 @@ void fe_one_time_init()
   call_if_there(decls_one_time_init);
   call_if_present(def_arg_one_time_init);
   error_one_time_init();
+  install_symbol_message_hooks();
   call_if_there(expr_one_time_init);
   call_if_there(il_one_time_init);
   types_one_time_init();
