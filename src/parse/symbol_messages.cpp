@@ -9,6 +9,7 @@
 #include "errors/error.h"
 #include "il/il.h"
 #include "il/il_to_str.h"
+#include "il/source_entities.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
 
