@@ -531,7 +531,11 @@ void form_type(a_type *type, an_il_to_str_output_control_block *block)
     put("<null-type>", block);
     return;
   }
-  first_part(type, false, 0, 0, block);
+  a_part_end end = first_part(type, false, 0, 0, block);
+  unsigned ignored_qualifiers = 0;
+  bool ignored;
+  type = printable_type(type, 0, &ignored_qualifiers, &ignored, block);
+  if (end == pe_word && is_declarator_suffix(type)) put(" ", block);
   form_type_second_part(type, false, 0, block);
 }
 
