@@ -603,6 +603,7 @@ static void set_result_flags(a_specifier_scan *scan)
   a_decl_parse_state *state = scan->state;
   if (any_type_specifier(scan)) state->specifier_flags |= sf_has_type_specifier;
   if (!scan->seen_any) state->specifier_flags |= sf_no_specifiers;
+  if (scan->sign_word == sign_signed) state->specifier_flags |= sf_written_signed;
   if (scan->error_seen) state->specifier_flags |= sf_is_in_error;
   bool qualified = state->type_qualifiers != 0;
   if (scan->only_void && !qualified && state->storage_class == sc_unspecified

@@ -25,6 +25,7 @@ enum a_specifier_flag : uint32_t {
   sf_is_mutable = 0x1000,
   sf_is_explicit = 0x2000,
   sf_is_typename_declaration = 0x10000,
+  sf_written_signed = 0x20000,          // `signed` stood among the words
 };
 
 // Bits of a_decl_parse_state::declarator_flags, the result of declarator().

@@ -1,0 +1,429 @@
+// class_member.cpp - members of structures and unions: fields, bit-fields, anonymous members.
+// Rule:    a bad member keeps its place with the error type, which takes no space.
+// See:     C99 6.7.2.1; anonymous members are GNU.
+#include "consts/const_ints.h"
+#include "driver/flags.h"
+#include "driver/target.h"
+#include "errors/error.h"
+#include "il/il.h"
+#include "il/il_alloc.h"
+#include "lex/lexical.h"
+#include "lex/token_cache.h"
+#include "parse/attribute.h"
+#include "parse/class_private.h"
+#include "parse/decls.h"
+#include "parse/expr.h"
+#include "parse/lookup.h"
+#include "parse/scope_stk.h"
+#include "parse/symbol_ref.h"
+
+//---------------------------------------------------------------------------------------------
+// Fields.
+
+static a_field *add_field(a_class_scan_state *scan, a_type *type)
+{
+  a_field *field = alloc_field();
+  field->type = type;
+  field->declared_type = type;
+  if (scan->last_field) {
+    scan->last_field->next = field;
+  } else {
+    as_class(scan->class_type).first_field = field;
+  }
+  scan->last_field = field;
+  return field;
+}
+
+static a_symbol *symbol_for_field(a_class_scan_state *scan, a_symbol_locator *locator,
+                                  a_field *field)
+{
+  a_symbol *symbol;
+  if (locator->header == nullptr) {
+    symbol = unnamed_field_symbol(&locator->position);
+  } else {
+    symbol = enter_symbol(sk_field, locator, depth_scope_stack, false);
+    scan->any_named_member = true;
+  }
+  field_of_symbol(symbol) = field;
+  set_source_corresp(&field->source_corresp, symbol);
+  if (locator->header == nullptr) field->source_corresp.name = nullptr;
+  set_class_membership(&field->source_corresp, scan->class_type);
+  field->source_corresp.decl_position = locator->position;
+  return symbol;
+}
+
+// The types that no member can have.
+static void check_field_type(a_class_scan_state *scan, a_decl_parse_state *state,
+                             a_symbol_locator *locator, bool *is_flexible)
+{
+  a_type *type = state->declared_type;
+  a_source_position position = locator->position;
+  *is_flexible = false;
+  if (is_error_type(type)) return;
+  if (is_function_type(type)) {
+    pos_error(ec_function_type_not_allowed, position);
+    state->declared_type = error_type();
+  } else if (il_header.vla_used && is_variably_modified_type(type)) {
+    pos_error(ec_field_cannot_involve_vla_type, position);
+    state->declared_type = error_type();
+  } else if (is_incomplete_array_type(type)) {
+    // Whether it is the last one is known at the end.
+    *is_flexible = true;
+  } else if (is_incomplete_type(type) || is_void_type(type)) {
+    pos_error(ec_incomplete_type_not_allowed, position);
+    state->declared_type = error_type();
+  }
+  (void)scan;
+}
+
+static void check_field_specifiers(a_decl_parse_state *state, a_symbol_locator *locator)
+{
+  bool missing_type = !(state->specifier_flags & sf_has_type_specifier);
+  if (missing_type && !state->bad_declaration && !state->is_implicit_int) {
+    state->is_implicit_int = true;
+    a_type *type;
+    report_missing_type_specifier(&locator->position, &type, false, false, true, true);
+  }
+  if (state->decl_modifiers & dm_thread) {
+    pos_error(ec_cannot_use_thread_local_storage, locator->position);
+  }
+  if (state->asm_name) {
+    pos_error(ec_field_with_asm_name_not_allowed, state->asm_name_position);
+    state->asm_name = nullptr;
+  }
+}
+
+static void finish_field(a_decl_parse_state *state, a_field *field, a_symbol *symbol)
+{
+  state->symbol = symbol;
+  attach_decl_attributes(state, false);
+  (void)field;
+  record_symbol_declaration(rdf_definition, symbol, &symbol->position, nullptr);
+}
+
+static void ordinary_field(a_class_scan_state *scan, a_decl_parse_state *state,
+                           a_symbol_locator *locator)
+{
+  bool is_flexible = false;
+  check_field_specifiers(state, locator);
+  check_field_type(scan, state, locator, &is_flexible);
+  a_field *field = add_field(scan, state->declared_type);
+  field->is_flexible_array = is_flexible;
+  if (is_flexible) scan->has_flexible_array_member = true;
+  a_symbol *symbol = symbol_for_field(scan, locator, field);
+  finish_field(state, field, symbol);
+  if (curr_token == tok_assign) {
+    pos_error(ec_bad_data_member_initialization, pos_curr_token);
+    get_token();
+    scan_and_discard_initializer_expression();
+  }
+}
+
+//---------------------------------------------------------------------------------------------
+// Bit-fields.
+
+// C99 6.7.2.1p4: _Bool, int, unsigned int; other integers are an extension.
+static bool bit_field_type_ok(a_type *type, a_source_position position)
+{
+  type = skip_typerefs(type);
+  if (type->kind == tk_error) return false;
+  if (type->kind != tk_integer || (type->is_incomplete && as_integer(type).is_enum)) {
+    pos_error(ec_bad_bit_field_type, position);
+    return false;
+  }
+  an_integer_kind kind = as_integer(type).int_kind;
+  bool standard = kind == ik_int || kind == ik_unsigned_int || as_integer(type).is_bool;
+  if (!standard && strict_ansi_mode && C_dialect == 0) {
+    pos_diagnostic(strict_ansi_discretionary_severity, ec_nonstd_bit_field_type, position);
+  }
+  return true;
+}
+
+static unsigned bits_of_type(a_type *type)
+{
+  type = skip_typerefs(type);
+  if (as_integer(type).is_bool) return 1;
+  if (type->precision) return (unsigned)type->precision;
+  return (unsigned)(type->size * targ_char_bit);
+}
+
+// Whether values of the bit-field are signed.
+static bool bit_field_is_signed(a_type *type, bool written_signed)
+{
+  type = skip_typerefs(type);
+  const an_integer_type_part &part = as_integer(type);
+  if (part.is_bool) return false;
+  if (part.is_enum) {
+    if (targ_enum_bit_fields_are_always_unsigned) return false;
+    bool negative = false;
+    for (a_constant *c = part.enum_is_scoped ? nullptr : part.first_enumerator; c; c = c->next) {
+      if (c->kind == ck_integer && cmplit_integer_constant(c, 0) < 0) negative = true;
+    }
+    if (!negative && targ_nonnegative_enum_bit_field_is_unsigned) return false;
+    return int_kind_is_signed[part.int_kind];
+  }
+  if (targ_plain_int_bit_field_is_unsigned && !written_signed) return false;
+  return int_kind_is_signed[part.int_kind];
+}
+
+// The bits that the enumerators need (C99 leaves the width to the writer).
+static unsigned bits_for_enum(a_type *type, bool is_signed)
+{
+  unsigned needed = 1;
+  for (a_constant *c = as_integer(type).first_enumerator; c; c = c->next) {
+    if (c->kind != ck_integer) continue;
+    unsigned bits = (unsigned)bits_required_to_represent_integer_constant(c);
+    bool negative = cmplit_integer_constant(c, 0) < 0;
+    if (is_signed && !negative) ++bits;
+    if (bits > needed) needed = bits;
+  }
+  return needed;
+}
+
+static void check_enum_bit_field(a_type *type, unsigned width, bool is_signed,
+                                 a_source_position position)
+{
+  type = skip_typerefs(type);
+  if (!as_integer(type).is_enum || as_integer(type).enum_is_scoped || width == 0) return;
+  bool any_negative = false;
+  for (a_constant *c = as_integer(type).first_enumerator; c; c = c->next) {
+    if (c->kind == ck_integer && cmplit_integer_constant(c, 0) < 0) any_negative = true;
+  }
+  if (any_negative && !is_signed) {
+    pos_remark(ec_unsigned_enum_bit_field_with_signed_enumerator, position);
+  } else if (bits_for_enum(type, any_negative) > width) {
+    pos_warning(ec_enum_bit_field_too_small, position);
+  }
+}
+
+// The width as a number; false after an error.
+static bool bit_field_width(a_field *field, a_constant *width, a_type *type, bool is_named,
+                            a_source_position position)
+{
+  if (width->kind != ck_integer) {
+    if (width->kind == ck_template_param) field->bit_size_constant = transfer_constant_to_il(width);
+    return false;
+  }
+  bool overflow = false;
+  long long value = value_of_integer_constant(width, &overflow);
+  if (overflow || value < 0) {
+    pos_error(ec_bad_bit_field_size, position);
+    return false;
+  }
+  if (value == 0 && is_named) {
+    pos_error(ec_zero_length_bit_field_must_be_unnamed, position);
+    return false;
+  }
+  unsigned type_bits = bits_of_type(type);
+  bool extension = targ_pad_bit_fields_larger_than_base_type && C_dialect == 2;
+  if ((unsigned long long)value <= type_bits && (unsigned long long)value <= targ_max_bit_field_size) {
+    field->bit_size = (unsigned char)value;
+    return true;
+  }
+  if ((unsigned long long)value <= type_bits || !(extension || gcc_mode)) {
+    pos_error(ec_bad_bit_field_size, position);
+    return false;
+  }
+  pos_st_warning(ec_extra_bits_ignored, position, conv_unsigned_long_to_str(type_bits));
+  field->bit_size = (unsigned char)type_bits;
+  if (extension) field->declared_width = (uint64_t)value;
+  return true;
+}
+
+// At the `:`; the locator has no header for an unnamed bit-field.
+static void bit_field(a_class_scan_state *scan, a_decl_parse_state *state,
+                      a_symbol_locator *locator)
+{
+  check_field_specifiers(state, locator);
+  get_token();
+  a_source_position width_position = pos_curr_token;
+  a_constant width;
+  scan_fs_integral_constant_expression(&width);
+  if (curr_token == tok_attribute) {
+    *f_last_attribute_link(&state->declarator_attributes) = scan_attributes(al_after_declarator);
+  }
+  a_type *type = state->declared_type;
+  bool is_named = locator->header != nullptr;
+  bool fine = bit_field_type_ok(type, locator->position);
+  a_field *field = add_field(scan, fine ? type : error_type());
+  a_symbol *symbol = symbol_for_field(scan, locator, field);
+  if (fine) {
+    field->is_bit_field = true;
+    bool written_signed = state->specifier_flags & sf_written_signed;
+    field->bit_field_is_signed = bit_field_is_signed(type, written_signed);
+    fine = bit_field_width(field, &width, type, is_named, width_position);
+    if (!fine && width.kind != ck_template_param) {
+      field->is_bit_field = false;
+      field->type = error_type();
+    }
+  }
+  if (fine) {
+    if (field->bit_size == 1 && targ_force_one_bit_bit_field_to_be_unsigned) {
+      field->bit_field_is_signed = false;
+    }
+    if (field->bit_size == 1 && field->bit_field_is_signed && is_named) {
+      pos_remark(ec_signed_one_bit_field, locator->position);
+    }
+    check_enum_bit_field(type, field->bit_size, field->bit_field_is_signed, width_position);
+  }
+  finish_field(state, field, symbol);
+}
+
+//---------------------------------------------------------------------------------------------
+// Anonymous members.
+
+// The unnamed member `parent` as a member of the structure that holds `holder`.
+static a_symbol *reparented(a_symbol *parent, a_symbol *holder)
+{
+  if (parent == nullptr) return holder;
+  a_symbol *copy = alloc_symbol(sk_field, parent->header, parent->position);
+  copy->variant.field.field = parent->variant.field.field;
+  copy->variant.field.anonymous_parent = reparented(parent->variant.field.anonymous_parent, holder);
+  return copy;
+}
+
+// Enters the members of the anonymous member's type into the scope on top.
+void check_anonymous_union_symbols(a_symbol *symbol, a_type *type, bool)
+{
+  type = skip_typerefs(type);
+  a_symbol *class_symbol = type->source_corresp.assoc_symbol;
+  a_symbol *member = class_supplement_of_symbol(class_symbol)->pointers_block.symbols;
+  for (; member; member = member->next_in_scope) {
+    if (member->kind != sk_field || member->header->is_unnamed) continue;
+    a_symbol *promoted = alloc_symbol(sk_field, member->header, member->position);
+    promoted->is_anonymous_union_member = true;
+    promoted->variant.field.field = member->variant.field.field;
+    promoted->variant.field.anonymous_parent =
+      reparented(member->variant.field.anonymous_parent, symbol);
+    promoted->declared = promoted->defined = true;
+    add_symbol_to_symbol_table(promoted, depth_scope_stack, false);
+  }
+}
+
+a_symbol *make_anonymous_parent_object_symbol(a_variable *variable, a_source_position *position)
+{
+  a_symbol *symbol = make_unnamed_symbol(sk_variable, position);
+  variable_of_symbol(symbol) = variable;
+  variable->is_anonymous_union_object = true;
+  return symbol;
+}
+
+static bool is_anonymous_member(const a_decl_parse_state *state)
+{
+  if (!(state->specifier_flags & sf_defines_type)) return false;
+  a_type *type = skip_typerefs(state->type_specifier);
+  if (!is_class_struct_union_type(type)) return false;
+  return type->source_corresp.name == nullptr;
+}
+
+static void anonymous_member(a_class_scan_state *scan, a_decl_parse_state *state)
+{
+  a_source_position position = state->start_position;
+  if (!gcc_mode && !gpp_mode && !allow_nonstandard_anonymous_unions && C_dialect != 2) {
+    an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
+    pos_diagnostic(severity, ec_nonstd_unnamed_field, position);
+  }
+  a_symbol_locator locator = cleared_locator;
+  locator.position = position;
+  a_field *field = add_field(scan, state->type_specifier);
+  field->is_anonymous_union_field = true;
+  as_class(skip_typerefs(state->type_specifier)).is_anonymous = true;
+  a_symbol *symbol = symbol_for_field(scan, &locator, field);
+  check_anonymous_union_symbols(symbol, state->type_specifier, true);
+  scan->any_named_member = true;
+  if (as_class(skip_typerefs(state->type_specifier)).has_flexible_array) {
+    scan->has_flexible_array_member = true;
+  }
+  finish_field(state, field, symbol);
+}
+
+static void member_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
+{
+  if (state->bad_declaration || (state->specifier_flags & sf_is_in_error)) return;
+  if (is_anonymous_member(state)) {
+    anonymous_member(scan, state);
+    return;
+  }
+  if (state->enum_body_seen) return;
+  pos_diagnostic(strict_ansi_mode ? strict_ansi_error_severity : es_warning, ec_useless_decl,
+                 state->start_position);
+}
+
+//---------------------------------------------------------------------------------------------
+// Member declarations.
+
+static void member_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
+{
+  a_symbol_locator locator = cleared_locator;
+  locator.position = pos_curr_token;
+  if (curr_token == tok_colon) {
+    state->declared_type = state->type_specifier;
+    bit_field(scan, state, &locator);
+    return;
+  }
+  declarator(dop_name_ok | dop_member, state, nullptr, &locator, nullptr, nullptr);
+  if (locator.is_qualified) {
+    locator.header = nullptr;
+    state->declared_type = error_type();
+  }
+  scan_gnu_asm_name(state);
+  if (curr_token == tok_attribute) {
+    *f_last_attribute_link(&state->declarator_attributes) = scan_attributes(al_after_declarator);
+  }
+  an_attribute *type_attributes = take_type_attributes(&state->declarator_attributes);
+  if (type_attributes) attach_type_attributes(&state->declared_type, type_attributes, state);
+  if (curr_token == tok_colon) {
+    bit_field(scan, state, &locator);
+  } else {
+    ordinary_field(scan, state, &locator);
+  }
+}
+
+static void next_member_declarator(a_decl_parse_state *state)
+{
+  run_end_of_parse_actions(state);
+  state->declarator_flags = 0;
+  state->declared_type = state->bottom_type = state->type_specifier;
+  state->declarator_attributes = nullptr;
+  state->asm_name = nullptr;
+  state->symbol = nullptr;
+}
+
+static bool nothing_was_declared(const a_decl_parse_state *state)
+{
+  if (!(state->specifier_flags & sf_no_specifiers)) return false;
+  return curr_token != tok_identifier && curr_token != tok_star && curr_token != tok_lparen
+         && curr_token != tok_colon;
+}
+
+void scan_member_declaration(a_class_scan_state *scan)
+{
+  a_decl_parse_state state = null_decl_parse_state;
+  bool saved_report = report_gnu_extensions;
+  while (curr_token == tok_extension && (gcc_mode || gpp_mode)) {
+    report_gnu_extensions = false;
+    get_token();
+  }
+  state.start_position = pos_curr_token;
+  add_stop_token(tok_comma);
+  decl_specifiers(dso_type_ok | dso_class_def_ok | dso_check_missing_semicolon, &state, nullptr);
+  if (nothing_was_declared(&state)) {
+    remove_stop_token(tok_comma);
+    syntax_error(ec_exp_declaration);
+    report_gnu_extensions = saved_report;
+    return;
+  }
+  if (curr_token == tok_semicolon || curr_token == tok_rbrace) {
+    member_without_declarator(scan, &state);
+  } else if (!(state.specifier_flags & sf_missing_semicolon_suspected)) {
+    for (;;) {
+      member_declarator(scan, &state);
+      if (curr_token != tok_comma) break;
+      get_token();
+      next_member_declarator(&state);
+    }
+  }
+  remove_stop_token(tok_comma);
+  run_end_of_parse_actions(&state);
+  report_gnu_extensions = saved_report;
+}
