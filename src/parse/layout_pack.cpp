@@ -1,5 +1,5 @@
 // layout_pack.cpp - the pack pragma and its state.
-// Owns:    curr_max_member_alignment, pack_alignment_stack.
+// Writes:  curr_max_member_alignment, pack_alignment_stack (pragma.h).
 #include <cstring>
 
 #include "consts/const_ints.h"
@@ -13,8 +13,6 @@
 #include "parse/layout.h"
 #include "parse/scope_stk.h"
 
-unsigned curr_max_member_alignment;
-a_pack_alignment_state *pack_alignment_stack;
 static a_pack_alignment_state *free_states;
 
 static an_error_severity pack_severity()
@@ -206,22 +204,31 @@ static void pack_operands()
   }
 }
 
-void pack_pragma(a_pending_pragma *pragma, a_symbol *, a_statement *)
+// The list in parentheses; false when there is none.
+static bool pack_list()
 {
   if (curr_token != tok_lparen) {
     pos_diagnostic(pack_severity(), ec_exp_lparen, pos_curr_token);
-    return;
+    return false;
   }
   get_token();
   pack_operands();
-  if (curr_token == tok_rparen) {
-    get_token();
-  } else {
+  if (curr_token != tok_rparen) {
     pos_diagnostic(pack_severity(), ec_exp_rparen, pos_curr_token);
+    return false;
   }
-  if (in_function_scope() && curr_routine() && curr_routine()->source_corresp.assoc_symbol) {
-    pos_sy_remark(ec_local_pragma_pack, pragma->position,
-                  curr_routine()->source_corresp.assoc_symbol);
+  get_token();
+  return true;
+}
+
+void pack_pragma(a_pending_pragma *pragma, a_symbol *, a_statement *)
+{
+  begin_rescan_of_pragma_tokens(pragma);
+  bool fine = pack_list();
+  wrapup_rescan_of_pragma_tokens(!fine);
+  a_routine *routine = in_function_scope() ? curr_routine() : nullptr;
+  if (routine && routine->source_corresp.assoc_symbol) {
+    pos_sy_remark(ec_local_pragma_pack, pragma->position, routine->source_corresp.assoc_symbol);
   }
 }
 
