@@ -422,10 +422,14 @@ void symbol_tbl_one_time_init()
 void symbol_tbl_init()
 {
   if (symbol_table.buckets == nullptr) alloc_symbol_table_buckets(initial_table_bits);
+  else memset(symbol_table.buckets, 0, sizeof(a_symbol_header *) << (32 - symbol_table.shift));
+  symbol_table.header_count = 0;
   next_scope_number = 1;
   decl_seq_counter = 0;
   symbols_with_no_scope = nullptr;
   error_symbol_header = nullptr;
+  unnamed_symbol_header = nullptr;
+  symbol_for_namespace_std = nullptr;
   conversion_header_list = nullptr;
   memset(opname_symbol_table, 0, sizeof(opname_symbol_table));
   file_scope_symbols_are_on_inactive_list = false;
