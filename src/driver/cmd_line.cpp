@@ -1,4 +1,5 @@
-// cmd_line.cpp - the option table, the option reader and the frame of the command line's processing.
+// cmd_line.cpp - the option table, the option reader and the frame of the command line's
+// processing.
 // Owns:    option_table, option_seen, the state of the reader.
 // Uses:    option files (host_envir), the handlers (cmd_line_options), the rules (cmd_line_modes).
 // Rule:    an option only notes what was asked for; what modes imply is settled after the last one,
@@ -19,11 +20,31 @@
 #define OPTION(id, name, letter, value, argument, pch, action, help)                               \
   {opt_##id, name, letter, value, argument, ENABLED_##action, pch, sizeof(name) - 1, action, help},
 #define OPTION_ALSO OPTION
-#define SETS(f) oa_set_flag, {.flag = &f}
-#define CLEARS(f) oa_clear_flag, {.flag = &f}
-#define NAMES(f) oa_store_name, {.text = &f}
-#define CALLS(f) oa_call, {.handler = f}
-#define NOT_OFFERED oa_call, {.handler = nullptr}
+#define SETS(f)                                                                                    \
+  oa_set_flag,                                                                                     \
+  {                                                                                                \
+    .flag = &f                                                                                     \
+  }
+#define CLEARS(f)                                                                                  \
+  oa_clear_flag,                                                                                   \
+  {                                                                                                \
+    .flag = &f                                                                                     \
+  }
+#define NAMES(f)                                                                                   \
+  oa_store_name,                                                                                   \
+  {                                                                                                \
+    .text = &f                                                                                     \
+  }
+#define CALLS(f)                                                                                   \
+  oa_call,                                                                                         \
+  {                                                                                                \
+    .handler = f                                                                                   \
+  }
+#define NOT_OFFERED                                                                                \
+  oa_call,                                                                                         \
+  {                                                                                                \
+    .handler = nullptr                                                                             \
+  }
 #define ENABLED_SETS(f) true
 #define ENABLED_CLEARS(f) true
 #define ENABLED_NAMES(f) true
@@ -41,7 +62,7 @@ static const struct {
   an_option_id id;
   unsigned least_length;
 } least_abbreviations[] = {
-  {opt_instantiation_dir, sizeof "instantiati" - 1},
+    {opt_instantiation_dir, sizeof "instantiati" - 1},
 };
 
 bool option_seen[opt_last];
@@ -49,11 +70,11 @@ const char *primary_source_file_argument;
 FILE *opt_cmdfile_stream;
 const char *curr_option_text;
 
-static const char *curr_option_arg;      // argument of the option just read, or null
-static const char *rest_of_short_group;  // letters left of a word of short options, or null
-static int next_sys_arg;                 // index of the next word in sys_argv
+static const char *curr_option_arg;     // argument of the option just read, or null
+static const char *rest_of_short_group; // letters left of a word of short options, or null
+static int next_sys_arg;                // index of the next word in sys_argv
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Words.
 
 const char *next_option_word()
@@ -97,7 +118,7 @@ void resume_option_reader(const a_saved_option_reader &saved)
   rest_of_short_group = saved.rest_of_group;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Reading one option.
 
 [[noreturn]] static void invalid_option()
@@ -198,16 +219,17 @@ static const an_option_kind *read_long_option(const char *word)
   return option;
 }
 
-// The next option with its argument in curr_option_arg; null at the end or at the source file's name,
-// behind which nothing is read.
+// The next option with its argument in curr_option_arg; null at the end or at the source file's
+// name, behind which nothing is read.
 static const an_option_kind *read_option()
 {
   curr_option_arg = nullptr;
   if (rest_of_short_group != nullptr) return read_short_option(rest_of_short_group);
   const char *word = next_option_word();
   if (word == nullptr) return nullptr;
-  while (*word == ' ' || (*word >= '\t' && *word <= '\r')) word++;
-  if (word[0] != '-' || word[1] == '\0') {  // a lone "-" is the standard input
+  while (*word == ' ' || (*word >= '\t' && *word <= '\r'))
+    word++;
+  if (word[0] != '-' || word[1] == '\0') { // a lone "-" is the standard input
     primary_source_file_argument = word;
     return nullptr;
   }
@@ -229,10 +251,11 @@ static void carry_out_option(const an_option_kind &option)
 
 void read_options()
 {
-  while (const an_option_kind *option = read_option()) carry_out_option(*option);
+  while (const an_option_kind *option = read_option())
+    carry_out_option(*option);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // The frame.
 
 void print_banner(FILE *stream)
@@ -317,11 +340,11 @@ static void set_default_severities()
     an_error_code code;
     an_error_severity severity;
   } defaults[] = {
-    {ec_ilp64_will_narrow, es_remark},
-    {ec_microsoft_ptr_sign_extension, es_remark},
-    {ec_impl_narrowing_64_bit_int, es_none},
-    {ec_expl_narrowing_64_bit_int, es_none},
-    {ec_pointer_conversion_to_same_size_int, es_none},
+      {ec_ilp64_will_narrow, es_remark},
+      {ec_microsoft_ptr_sign_extension, es_remark},
+      {ec_impl_narrowing_64_bit_int, es_none},
+      {ec_expl_narrowing_64_bit_int, es_none},
+      {ec_pointer_conversion_to_same_size_int, es_none},
   };
   for (const auto &row : defaults) {
     set_severity_for_error_number(row.code, row.severity, nullptr, true);

@@ -4,7 +4,7 @@
 #include "lex/source_position.h"
 
 struct a_source_correspondence;
-struct a_def_from_cmd_line;  // lex/macro.h
+struct a_def_from_cmd_line; // lex/macro.h
 
 enum an_option_id : unsigned short {
   opt_none,
@@ -23,25 +23,25 @@ enum an_option_action : unsigned char { oa_set_flag, oa_clear_flag, oa_store_nam
 // One spelling of an option.  Two spellings of an on/off pair share an id.
 struct an_option_kind {
   an_option_id id;
-  const char *name;         // behind "--"
-  char short_name;          // behind "-"; 0 if there's none
-  unsigned char value;      // what this spelling stands for
+  const char *name;    // behind "--"
+  char short_name;     // behind "-"; 0 if there's none
+  unsigned char value; // what this spelling stands for
   bool takes_argument;
-  bool enabled;             // a row that isn't is an invalid option
-  bool is_pch_relevant;     // a precompiled header must have been made with the same
+  bool enabled;         // a row that isn't is an invalid option
+  bool is_pch_relevant; // a precompiled header must have been made with the same
   unsigned name_length;
   an_option_action action;
   union {
-    bool *flag;             // oa_set_flag, oa_clear_flag
-    const char **text;      // oa_store_name
+    bool *flag;        // oa_set_flag, oa_clear_flag
+    const char **text; // oa_store_name
     an_option_handler *handler;
   } target;
-  const char *help;         // for the man page; empty: the opposite of the row before
+  const char *help; // for the man page; empty: the opposite of the row before
 };
 
 extern const an_option_kind option_table[];
 extern const unsigned option_table_length;
-extern bool option_seen[];  // by id; written by the option reader only
+extern bool option_seen[]; // by id; written by the option reader only
 
 // Per-key options that the shell handed on: "-" for all code, a file, a function.
 struct OPT_OVERRIDE {
@@ -60,7 +60,7 @@ public:
 };
 
 extern const char *primary_source_file_argument;
-extern char **shell_opts;  // null-terminated; null if the shell sent none
+extern char **shell_opts; // null-terminated; null if the shell sent none
 
 // Sets every flag to its default.
 void cmd_line_early_init();

@@ -14,7 +14,7 @@
 
 struct a_setting {
   const char *prefix;
-  const char *name;  // printed in capitals
+  const char *name; // printed in capitals
   enum : unsigned char { number, text, undefined } kind;
   long long value;
   const char *string;
@@ -41,14 +41,14 @@ static a_setting settings[] = {
 #include "driver/flags.def"
 #define TARGET_VALUE(type, name, initial, meaning) setting_of("", #name, (type)(initial)),
 #include "driver/target_values.def"
-  setting_of("", "abi_compatibility_version", 310),
-  setting_of("", "c_gen_be", 1),
-  setting_of("", "default_context_limit", DEFAULT_CONTEXT_LIMIT),
-  setting_of("", "front_end_version", front_end_version_text),
-  setting_of("", "host_alignment_required", 8),
-  setting_of("", "ignore_carriage_return_in_source", 1),
-  setting_of("", "max_error_output_line_length", MAX_ERROR_OUTPUT_LINE_LENGTH),
-  setting_of("", "tool_version", tool_version_text),
+    setting_of("", "abi_compatibility_version", 310),
+    setting_of("", "c_gen_be", 1),
+    setting_of("", "default_context_limit", DEFAULT_CONTEXT_LIMIT),
+    setting_of("", "front_end_version", front_end_version_text),
+    setting_of("", "host_alignment_required", 8),
+    setting_of("", "ignore_carriage_return_in_source", 1),
+    setting_of("", "max_error_output_line_length", MAX_ERROR_OUTPUT_LINE_LENGTH),
+    setting_of("", "tool_version", tool_version_text),
 };
 
 static int order_of_settings(const void *a, const void *b)
@@ -65,7 +65,8 @@ static void print_setting(FILE *stream, const a_setting &setting)
 {
   char name[128];
   snprintf(name, sizeof name, "%s%s", setting.prefix, setting.name);
-  for (char *p = name; *p != '\0'; p++) *p = char(toupper((unsigned char)*p));
+  for (char *p = name; *p != '\0'; p++)
+    *p = char(toupper((unsigned char)*p));
   switch (setting.kind) {
   case a_setting::number: fprintf(stream, "#define %s %lld\n", name, setting.value); break;
   case a_setting::text: fprintf(stream, "#define %s %s\n", name, setting.string); break;
@@ -79,5 +80,6 @@ void dump_configuration(FILE *stream)
   fprintf(stream, "/* version %s, built on %s at %s. */\n", front_end_version_text, __DATE__,
           __TIME__);
   qsort(settings, sizeof settings / sizeof settings[0], sizeof settings[0], order_of_settings);
-  for (const a_setting &setting : settings) print_setting(stream, setting);
+  for (const a_setting &setting : settings)
+    print_setting(stream, setting);
 }

@@ -1,5 +1,5 @@
-// cmd_line_gnu.cpp - reconciling the flags in the GNU modes.  gnu_version is the measure of what the
-// emulated compiler had.
+// cmd_line_gnu.cpp - reconciling the flags in the GNU modes.  gnu_version is the measure of what
+// the emulated compiler had.
 // Uses:    option_seen and the flags as the rules before left them (cmd_line_modes.cpp).
 // Entry:   apply_gnu_modes.
 #include "driver/cmd_line_modes.h"
@@ -78,8 +78,9 @@ static void apply_gnu_cplusplus()
   cpp11_sfinae_ignore_access = true;
   if (gnu_version > 40499) explicit_conversion_functions_enabled = true;
   set_flags({&gpp_dependent_name_lookup, &gpp_using_directive_lookup,
-             &friend_class_decl_can_find_using_dir, &allow_default_arg_on_template_member_definition,
-             &extern_template_allowed, &inline_template_allowed});
+             &friend_class_decl_can_find_using_dir,
+             &allow_default_arg_on_template_member_definition, &extern_template_allowed,
+             &inline_template_allowed});
   clear_flags({&parameters_visible_late, &pragma_define_type_info_is_required,
                &floating_point_template_parameters_allowed, &equiv_typedefs_are_lookup_equivalent,
                &assume_this_cannot_be_null_in_conditional_operators});

@@ -12,9 +12,10 @@
 #define NOT_OFFERED
 #include "driver/options.def"
 
-// State of the reader, written by cmd_line.cpp; handlers of option files and word lists read on in it.
+// State of the reader, written by cmd_line.cpp; handlers of option files and word lists read on in
+// it.
 extern FILE *opt_cmdfile_stream;     // the open option file, or null
-extern const char *curr_option_text;  // the option as it was written, for messages
+extern const char *curr_option_text; // the option as it was written, for messages
 
 // True once an option has settled the language, so that the source's suffix no longer does.
 extern bool dialect_was_given;

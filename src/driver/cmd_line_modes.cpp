@@ -49,7 +49,7 @@ static bool cfront_mode_asked_for()
   return asked_for(opt_cfront_2_1, cfront_2_1_mode) || asked_for(opt_cfront_3_0, cfront_3_0_mode);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Which modes hold.
 
 // Where no option says the language, the source's suffix does.
@@ -107,7 +107,7 @@ static void check_modes_of_gnu()
   SVR4_C_mode = false;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // C.
 
 struct an_option_restriction {
@@ -117,49 +117,49 @@ struct an_option_restriction {
 
 // In C any spelling of these is an error, even one that repeats the default.
 static const an_option_restriction cplusplus_only[] = {
-  {opt_anachronisms, ec_cl_anachronism_option_only_in_cplusplus},
-  {opt_suppress_vtbl, ec_cl_vtbl_option_only_in_cplusplus},
-  {opt_force_vtbl, ec_cl_vtbl_option_only_in_cplusplus},
-  {opt_instantiate, ec_cl_instantiation_option_only_in_cplusplus},
-  {opt_auto_instantiation, ec_cl_auto_instantiation_option_only_in_cplusplus},
-  {opt_exceptions, ec_cl_exceptions_option_only_in_cplusplus},
-  {opt_array_new_and_delete, ec_cl_array_new_and_delete_option_only_in_cplusplus},
-  {opt_explicit, ec_cl_explicit_option_only_in_cplusplus},
-  {opt_namespaces, ec_cl_namespaces_option_only_in_cplusplus},
-  {opt_wchar_t_keyword, ec_cl_wchar_t_option_only_in_cplusplus},
-  {opt_bool, ec_cl_bool_option_only_in_cplusplus},
-  {opt_special_subscript_cost, ec_cl_special_subscript_cost_option_only_in_cplusplus},
-  {opt_typename, ec_cl_typename_option_only_in_cplusplus},
-  {opt_implicit_typename, ec_cl_implicit_typename_option_only_in_cplusplus},
-  {opt_old_for_init, ec_cl_old_for_init_option_only_in_cplusplus},
-  {opt_for_init_diff_warning, ec_cl_for_init_diff_warning_option_only_in_cplusplus},
-  {opt_guiding_decls, ec_cl_guiding_decls_option_only_in_cplusplus},
-  {opt_old_specializations, ec_cl_old_specializations_option_only_in_cplusplus},
-  {opt_implicit_extern_c_type_conversion, ec_cl_impl_extern_c_conv_option_only_in_cplusplus},
-  {opt_extern_inline, ec_cl_extern_inline_option_only_in_cplusplus},
-  {opt_embedded_cplusplus, ec_cl_embedded_cplusplus_option_only_in_cplusplus},
-  {opt_enum_overloading, ec_cl_enum_overloading_option_only_in_cplusplus},
-  {opt_nonstd_qualifier_deduction,
-   ec_cl_nonstandard_qualifier_deduction_option_only_in_cplusplus},
-  {opt_nonstd_using_decl, ec_cl_nonstd_using_decl_option_only_in_cplusplus},
-  {opt_class_name_injection, ec_cl_class_name_injection_option_only_in_cplusplus},
-  {opt_arg_dep_lookup, ec_cl_arg_dependent_lookup_option_only_in_cplusplus},
-  {opt_friend_injection, ec_cl_friend_injection_option_only_in_cplusplus},
-  {opt_dep_name, ec_cl_dep_name_option_only_in_cplusplus},
-  {opt_parse_templates, ec_cl_parse_nonclass_templates_option_only_in_cplusplus},
-  {opt_ignore_std, ec_cl_ignore_std_option_only_in_cplusplus},
-  {opt_one_instantiation_per_object, ec_cl_one_instantiation_per_object_option_only_in_cplusplus},
-  {opt_late_tiebreaker, ec_cl_late_tiebreaker_option_only_in_cplusplus},
-  {opt_pending_instantiations, ec_cl_pending_instantiations_option_only_in_cplusplus},
-  {opt_auto_type, ec_cl_auto_type_option_only_in_cplusplus},
-  {opt_auto_storage, ec_cl_auto_storage_option_only_in_cplusplus},
+    {opt_anachronisms, ec_cl_anachronism_option_only_in_cplusplus},
+    {opt_suppress_vtbl, ec_cl_vtbl_option_only_in_cplusplus},
+    {opt_force_vtbl, ec_cl_vtbl_option_only_in_cplusplus},
+    {opt_instantiate, ec_cl_instantiation_option_only_in_cplusplus},
+    {opt_auto_instantiation, ec_cl_auto_instantiation_option_only_in_cplusplus},
+    {opt_exceptions, ec_cl_exceptions_option_only_in_cplusplus},
+    {opt_array_new_and_delete, ec_cl_array_new_and_delete_option_only_in_cplusplus},
+    {opt_explicit, ec_cl_explicit_option_only_in_cplusplus},
+    {opt_namespaces, ec_cl_namespaces_option_only_in_cplusplus},
+    {opt_wchar_t_keyword, ec_cl_wchar_t_option_only_in_cplusplus},
+    {opt_bool, ec_cl_bool_option_only_in_cplusplus},
+    {opt_special_subscript_cost, ec_cl_special_subscript_cost_option_only_in_cplusplus},
+    {opt_typename, ec_cl_typename_option_only_in_cplusplus},
+    {opt_implicit_typename, ec_cl_implicit_typename_option_only_in_cplusplus},
+    {opt_old_for_init, ec_cl_old_for_init_option_only_in_cplusplus},
+    {opt_for_init_diff_warning, ec_cl_for_init_diff_warning_option_only_in_cplusplus},
+    {opt_guiding_decls, ec_cl_guiding_decls_option_only_in_cplusplus},
+    {opt_old_specializations, ec_cl_old_specializations_option_only_in_cplusplus},
+    {opt_implicit_extern_c_type_conversion, ec_cl_impl_extern_c_conv_option_only_in_cplusplus},
+    {opt_extern_inline, ec_cl_extern_inline_option_only_in_cplusplus},
+    {opt_embedded_cplusplus, ec_cl_embedded_cplusplus_option_only_in_cplusplus},
+    {opt_enum_overloading, ec_cl_enum_overloading_option_only_in_cplusplus},
+    {opt_nonstd_qualifier_deduction,
+     ec_cl_nonstandard_qualifier_deduction_option_only_in_cplusplus},
+    {opt_nonstd_using_decl, ec_cl_nonstd_using_decl_option_only_in_cplusplus},
+    {opt_class_name_injection, ec_cl_class_name_injection_option_only_in_cplusplus},
+    {opt_arg_dep_lookup, ec_cl_arg_dependent_lookup_option_only_in_cplusplus},
+    {opt_friend_injection, ec_cl_friend_injection_option_only_in_cplusplus},
+    {opt_dep_name, ec_cl_dep_name_option_only_in_cplusplus},
+    {opt_parse_templates, ec_cl_parse_nonclass_templates_option_only_in_cplusplus},
+    {opt_ignore_std, ec_cl_ignore_std_option_only_in_cplusplus},
+    {opt_one_instantiation_per_object, ec_cl_one_instantiation_per_object_option_only_in_cplusplus},
+    {opt_late_tiebreaker, ec_cl_late_tiebreaker_option_only_in_cplusplus},
+    {opt_pending_instantiations, ec_cl_pending_instantiations_option_only_in_cplusplus},
+    {opt_auto_type, ec_cl_auto_type_option_only_in_cplusplus},
+    {opt_auto_storage, ec_cl_auto_storage_option_only_in_cplusplus},
 };
 
 static const an_option_restriction c_only[] = {
-  {opt_designators, ec_cl_designators_option_only_in_C},
-  {opt_extended_designators, ec_cl_extended_designators_option_only_in_C},
-  {opt_compound_literals, ec_cl_compound_literals_option_only_in_C},
-  {opt_embedded_c, ec_cl_embedded_c_option_only_in_C},
+    {opt_designators, ec_cl_designators_option_only_in_C},
+    {opt_extended_designators, ec_cl_extended_designators_option_only_in_C},
+    {opt_compound_literals, ec_cl_compound_literals_option_only_in_C},
+    {opt_embedded_c, ec_cl_embedded_c_option_only_in_C},
 };
 
 template <size_t count> static void refuse_options(const an_option_restriction (&rows)[count])
@@ -171,32 +171,59 @@ template <size_t count> static void refuse_options(const an_option_restriction (
 
 static void clear_cpp11_flags()
 {
-  clear_flags({&auto_type_specifier_enabled, &decltype_enabled, &enable_underscore_decltype_only,
-               &static_assert_enabled, &nullptr_enabled, &lambdas_enabled,
-               &rvalue_references_enabled, &variadic_templates_enabled,
-               &trailing_return_types_enabled, &alias_declarations_enabled,
-               &deleted_functions_enabled, &defaulted_special_members_enabled,
-               &explicit_enum_base_enabled, &enum_qualifiers_enabled, &cpp11_sfinae_enabled,
-               &cpp11_sfinae_ignore_access, &explicit_conversion_functions_enabled,
-               &right_shift_can_be_angle_brackets, &local_types_as_template_args_enabled,
-               &decls_using_types_without_linkage_allowed, &std_attributes_enabled,
-               &char16_t_and_char32_t_are_keywords, &cpp11_mode});
+  clear_flags({&auto_type_specifier_enabled,
+               &decltype_enabled,
+               &enable_underscore_decltype_only,
+               &static_assert_enabled,
+               &nullptr_enabled,
+               &lambdas_enabled,
+               &rvalue_references_enabled,
+               &variadic_templates_enabled,
+               &trailing_return_types_enabled,
+               &alias_declarations_enabled,
+               &deleted_functions_enabled,
+               &defaulted_special_members_enabled,
+               &explicit_enum_base_enabled,
+               &enum_qualifiers_enabled,
+               &cpp11_sfinae_enabled,
+               &cpp11_sfinae_ignore_access,
+               &explicit_conversion_functions_enabled,
+               &right_shift_can_be_angle_brackets,
+               &local_types_as_template_args_enabled,
+               &decls_using_types_without_linkage_allowed,
+               &std_attributes_enabled,
+               &char16_t_and_char32_t_are_keywords,
+               &cpp11_mode});
 }
 
 static void clear_cplusplus_flags()
 {
-  clear_flags({&rtti_enabled, &extern_c_can_throw, &bool_is_keyword, &array_new_and_delete_enabled,
-               &explicit_keyword_enabled, &namespaces_enabled, &exceptions_enabled,
-               &wchar_t_is_keyword, &record_form_of_name_reference,
-               &enum_types_can_be_larger_than_int, &special_subscript_cost,
-               &nonstandard_qualifier_deduction, &warning_on_for_init_difference,
+  clear_flags({&rtti_enabled,
+               &extern_c_can_throw,
+               &bool_is_keyword,
+               &array_new_and_delete_enabled,
+               &explicit_keyword_enabled,
+               &namespaces_enabled,
+               &exceptions_enabled,
+               &wchar_t_is_keyword,
+               &record_form_of_name_reference,
+               &enum_types_can_be_larger_than_int,
+               &special_subscript_cost,
+               &nonstandard_qualifier_deduction,
+               &warning_on_for_init_difference,
                &remove_qualifiers_from_param_types,
                &impl_conv_between_c_and_cpp_function_ptrs_allowed,
-               &operator_overloading_on_enums_enabled, &string_literals_are_const,
-               &arg_dependent_lookup_enabled, &instantiate_before_pch_creation,
-               &instantiate_extern_inline, &va_list_in_std_namespace, &do_dependent_name_processing,
-               &nonstandard_instantiation_lookup_enabled, &export_template_allowed,
-               &export_keyword_enabled, &type_traits_helpers_enabled});
+               &operator_overloading_on_enums_enabled,
+               &string_literals_are_const,
+               &arg_dependent_lookup_enabled,
+               &instantiate_before_pch_creation,
+               &instantiate_extern_inline,
+               &va_list_in_std_namespace,
+               &do_dependent_name_processing,
+               &nonstandard_instantiation_lookup_enabled,
+               &export_template_allowed,
+               &export_keyword_enabled,
+               &type_traits_helpers_enabled});
   clear_cpp11_flags();
 }
 
@@ -224,8 +251,8 @@ static void apply_c()
   }
   clear_cplusplus_flags();
   use_nonstandard_for_init_scope = true;
-  enum_types_can_be_smaller_than_int = !in_old_c() && !SVR4_C_mode && !enum_is_int &&
-                                       targ_enum_types_can_be_smaller_than_int;
+  enum_types_can_be_smaller_than_int =
+      !in_old_c() && !SVR4_C_mode && !enum_is_int && targ_enum_types_can_be_smaller_than_int;
   if (in_old_c()) alternative_tokens_allowed = false;
   flexible_array_members_allowed = true;
   if (!c99_mode) end_of_line_comments_allowed = !strict_ansi_mode && !in_old_c();
@@ -235,7 +262,7 @@ static void apply_c()
   pragma_operator_allowed = true;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // C++.
 
 static void apply_cfront()
@@ -296,7 +323,7 @@ static void apply_plain_cplusplus()
              &extern_template_allowed, &standard_form_of_extern_template});
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Strict mode.
 
 static void apply_strict_cplusplus()
@@ -385,7 +412,7 @@ static void apply_strict()
   }
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Implications.
 
 static void settle_template_features()
@@ -402,9 +429,10 @@ static void settle_template_features()
     set_severity_for_error_number(ec_no_export_support, es_warning, nullptr, true);
   }
   if (!do_dependent_name_processing) return;
-  if (!nonclass_prototype_instantiations) {
+  if (!nonclass_prototype_instantiations && option_seen[opt_parse_templates]) {
     command_line_error(ec_cl_dep_name_requires_parse_nonclass_templates);
   }
+  nonclass_prototype_instantiations = true;
   arg_dependent_lookup_enabled = true;
 }
 
@@ -432,7 +460,7 @@ static void apply_implications()
   settle_meaning_of_auto();
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // What is left.
 
 static void settle_instantiation()
@@ -463,8 +491,9 @@ static void settle_the_rest()
   if (use_nonstandard_for_init_scope) warning_on_for_init_difference = false;
   pcc_preprocessing_mode = in_old_c() || old_style_preprocessing;
   UNLESS_SEEN(no_token_separators_in_pp_output, pcc_preprocessing_mode);
-  precompiled_header_processing_required =
-      automatic_pch_processing || create_precompiled_header || use_precompiled_header;
+  // Without the module that makes and reads them nothing is asked for.
+  bool wants_pch = automatic_pch_processing || create_precompiled_header || use_precompiled_header;
+  precompiled_header_processing_required = wants_pch && pch_option_hook != nullptr;
   use_predefined_macro_file = *zok_base_directory != '\0';
 }
 

@@ -1,4 +1,5 @@
-// cmd_line_modes.h - tools of the reconciliation rules; included by cmd_line_modes and cmd_line_gnu only.
+// cmd_line_modes.h - tools of the reconciliation rules; included by cmd_line_modes and
+// cmd_line_gnu only.
 #pragma once
 #include <initializer_list>
 #include "driver/cmd_line.h"
@@ -30,12 +31,14 @@ consteval an_option_id option_that_sets(const bool *flag)
 
 inline void set_flags(std::initializer_list<bool *> flags)
 {
-  for (bool *flag : flags) *flag = true;
+  for (bool *flag : flags)
+    *flag = true;
 }
 
 inline void clear_flags(std::initializer_list<bool *> flags)
 {
-  for (bool *flag : flags) *flag = false;
+  for (bool *flag : flags)
+    *flag = false;
 }
 
 // The rules of the GNU modes, and of options that need one.

@@ -41,7 +41,7 @@ template <size_t count> static int choice(const char *const (&words)[count], con
   invalid_option();
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Language and mode.
 
 static void set_dialect(int dialect)
@@ -151,7 +151,7 @@ void process_openmp_side(const an_option_kind &option, const char *)
   openmp_mode_device = !openmp_mode_host;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Preprocessing.
 
 void process_preproc_only(const an_option_kind &option, const char *)
@@ -172,7 +172,7 @@ void process_preproc_only(const an_option_kind &option, const char *)
 void process_include_directory(const an_option_kind &option, const char *argument)
 {
   if (strcmp(argument, "-") == 0) {
-    end_user_include_search_path();  // the current file's directory stays the first for quotes
+    end_user_include_search_path(); // the current file's directory stays the first for quotes
   } else {
     add_to_include_search_path(argument, option.id == opt_sys_include);
   }
@@ -216,7 +216,7 @@ void process_multibyte_chars(const an_option_kind &option, const char *)
   if (option.value) set_multibyte_locale();
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Messages.
 
 void process_threshold(const an_option_kind &option, const char *)
@@ -275,7 +275,7 @@ void process_buffer_diagnostics(const an_option_kind &, const char *)
   setvbuf(stderr, buffer, _IOLBF, sizeof buffer);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Checkers.  Their own readers of rule lists are installed by the checkers.
 
 static void check_rule_list(bool (*reader)(const char *), const an_option_kind &option,
@@ -326,7 +326,7 @@ void process_ulp_standalone(const an_option_kind &option, const char *argument)
   check_rule_list(ulp_standalone_mode_hook, option, argument, ec_ulp_invalid_rules);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Templates and precompiled headers.
 
 void process_instantiate(const an_option_kind &, const char *argument)
@@ -387,7 +387,7 @@ void process_pch_file(const an_option_kind &option, const char *argument)
   }
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Target.
 
 void process_abi(const an_option_kind &, const char *argument)
@@ -443,15 +443,15 @@ void process_long_precision(const an_option_kind &, const char *argument)
 void process_wchar_bits(const an_option_kind &, const char *argument)
 {
   targ_sizeof_wchar_t = number_in_option(argument) == 32 ? 4 : 2;
-  targ_wchar_t_int_kind = targ_sizeof_wchar_t == targ_sizeof_int ? ik_unsigned_int
+  targ_wchar_t_int_kind = targ_sizeof_wchar_t == targ_sizeof_int     ? ik_unsigned_int
                           : targ_sizeof_wchar_t == targ_sizeof_short ? ik_unsigned_short
                                                                      : ik_unsigned_long;
 }
 
 void process_data_model(const an_option_kind &, const char *argument)
 {
-  static const char *const words[] = {"near",  "far",  "far_aggregates", "small",
-                                      "large", "huge", "flat"};
+  static const char *const words[] = {"near", "far", "far_aggregates", "small", "large",
+                                      "huge", "flat"};
   targ_data_access_model = choice(words, argument);
   reset_internal_type_sizes();
 }
@@ -520,7 +520,7 @@ void process_symdebug(const an_option_kind &option, const char *)
   symbolic_debug = option.id == opt_symdebug_dwarf ? 1 : 2;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Hook functions.
 
 static a_hook_kind hook_of_option(const an_option_kind &option)
@@ -551,7 +551,7 @@ void process_hook_parameter(const an_option_kind &option, const char *argument)
   enable_hook(hook_of_option(option), nullptr, argument);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Output and phases.
 
 void process_no_code_gen(const an_option_kind &, const char *)
@@ -576,17 +576,17 @@ void process_set_flag(const an_option_kind &option, const char *argument)
     const char *name;
     bool *flag;
   } flags[] = {
-    {"suppress_inline_corresp_check", &suppress_inline_corresp_check},
-    {"allow_anon_types_in_anon_unions", &allow_anon_types_in_anon_unions},
-    {"emulate_gnu_abi_bugs", &emulate_gnu_abi_bugs},
-    {"emulate_unsafe_gnu_abi_bugs", &emulate_unsafe_gnu_abi_bugs},
-    {"warn_about_tail_padding_use", &warn_about_tail_padding_use},
-    {"reuse_tail_padding", &targ_reuse_tail_padding},
-    {"packing_applies_to_base_classes", &packing_applies_to_base_classes},
-    {"stack_referenced_include_directories", &stack_referenced_include_directories},
-    {"use_nonstd_partial_ordering", &use_nonstd_partial_ordering},
-    {"no_checking_pragmas", &no_checking_pragmas},
-    {"warn_on_try_statement", &warn_on_try_statement},
+      {"suppress_inline_corresp_check", &suppress_inline_corresp_check},
+      {"allow_anon_types_in_anon_unions", &allow_anon_types_in_anon_unions},
+      {"emulate_gnu_abi_bugs", &emulate_gnu_abi_bugs},
+      {"emulate_unsafe_gnu_abi_bugs", &emulate_unsafe_gnu_abi_bugs},
+      {"warn_about_tail_padding_use", &warn_about_tail_padding_use},
+      {"reuse_tail_padding", &targ_reuse_tail_padding},
+      {"packing_applies_to_base_classes", &packing_applies_to_base_classes},
+      {"stack_referenced_include_directories", &stack_referenced_include_directories},
+      {"use_nonstd_partial_ordering", &use_nonstd_partial_ordering},
+      {"no_checking_pragmas", &no_checking_pragmas},
+      {"warn_on_try_statement", &warn_on_try_statement},
   };
   for (const auto &row : flags) {
     if (strcmp(row.name, argument) == 0) {
@@ -623,7 +623,7 @@ void process_dump_configuration(const an_option_kind &, const char *)
   dump_configuration(f_error);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Words of the shell.
 
 void process_option_file(const an_option_kind &, const char *argument)

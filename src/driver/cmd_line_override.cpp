@@ -16,7 +16,7 @@ struct an_override_entry {
   OPT_OVERRIDE *record;
 };
 
-static an_override_entry *opt_overrides;  // sorted by key
+static an_override_entry *opt_overrides; // sorted by key
 static size_t opt_overrides_used, opt_overrides_size;
 
 void OPTION_STATE::save_state()
@@ -50,10 +50,9 @@ static OPT_OVERRIDE *insert_override(size_t place, const char *key)
 {
   if (opt_overrides_used == opt_overrides_size) {
     size_t size = opt_overrides_size == 0 ? 16 : opt_overrides_size * 2;
-    opt_overrides = reinterpret_cast<an_override_entry *>(
-        realloc_buffer(reinterpret_cast<char *>(opt_overrides),
-                       opt_overrides_size * sizeof(an_override_entry),
-                       size * sizeof(an_override_entry)));
+    opt_overrides = reinterpret_cast<an_override_entry *>(realloc_buffer(
+        reinterpret_cast<char *>(opt_overrides), opt_overrides_size * sizeof(an_override_entry),
+        size * sizeof(an_override_entry)));
     opt_overrides_size = size;
   }
   memmove(opt_overrides + place + 1, opt_overrides + place,

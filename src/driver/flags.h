@@ -1,5 +1,6 @@
 // flags.h - the option flags: data that every floor reads.  One row each in flags.def.
-// Writers: cmd_line (options and their reconciliation); a few pragmas and the precompiled-header reader.
+// Writers: cmd_line (options and their reconciliation); a few pragmas and the precompiled-header
+// reader.
 #pragma once
 #include <cstdio>
 

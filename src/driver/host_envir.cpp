@@ -1,4 +1,5 @@
-// host_envir.cpp - environment, option files, module id, multibyte characters, start-up of the module.
+// host_envir.cpp - environment, option files, module id, multibyte characters, start-up of the
+// module.
 // Owns:    current_directory_name, primary_source_file_name, zok_base_directory, the module id.
 // Uses:    host_envir_search, host_envir_names, host_envir_files are the other rooms of the module.
 // Entry:   host_envir_early_init and the other inits; see host_envir.h.
@@ -23,10 +24,10 @@ const char *primary_source_file_name;
 const char *dir_name_of_primary_source_file;
 const char *zok_base_directory;
 
-static const char *module_id;           // null until it is computed or set
+static const char *module_id; // null until it is computed or set
 static bool multibyte_locale_is_set;
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Environment.
 
 const char *get_environment(const char *name)
@@ -44,7 +45,8 @@ static const char *next_path_element(const char **rest, size_t *length)
   if (*start == '\0') return nullptr;
   size_t used = strcspn(start, ";");
   *rest = start + used;
-  while (start[used - 1] == ' ' || start[used - 1] == '\t') used--;
+  while (start[used - 1] == ' ' || start[used - 1] == '\t')
+    used--;
   *length = used;
   return start;
 }
@@ -69,12 +71,13 @@ bool gen_envvar_warning(const char *name, const char **value, int *count)
   *count = 0;
   if (text == nullptr) return false;
   size_t length;
-  for (const char *rest = text; next_path_element(&rest, &length) != nullptr;) ++*count;
+  for (const char *rest = text; next_path_element(&rest, &length) != nullptr;)
+    ++*count;
   if (*count == 1) *value = text;
   return *count == 1;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Option files.
 
 static bool is_space(int c)
@@ -127,7 +130,7 @@ static bool skip_to_option_word(FILE *stream)
 struct an_option_word {
   char *text;
   size_t length, size;
-  bool has_dash;  // then "#" is a plain character
+  bool has_dash; // then "#" is a plain character
 };
 
 static void add_to_word(an_option_word *word, int c)
@@ -183,7 +186,7 @@ char *fnextopt(FILE *stream)
   return word.text;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Module id.
 
 unsigned crc_32(const char *text, unsigned initial)
@@ -191,7 +194,8 @@ unsigned crc_32(const char *text, unsigned initial)
   unsigned crc = ~initial;
   for (; *text != '\0'; text++) {
     crc ^= (unsigned char)*text;
-    for (int bit = 0; bit < 8; bit++) crc = (crc >> 1) ^ (0xEDB88320u & (0u - (crc & 1)));
+    for (int bit = 0; bit < 8; bit++)
+      crc = (crc >> 1) ^ (0xEDB88320u & (0u - (crc & 1)));
   }
   return ~crc;
 }
@@ -254,7 +258,7 @@ const char *generate_instantiation_output_file_name(const char *name)
   return result;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Characters.
 
 void set_multibyte_locale()
@@ -298,7 +302,8 @@ unsigned unicode_to_utf8(unsigned long code, char *out)
     return 1;
   }
   unsigned length = code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
-  for (unsigned i = length - 1; i > 0; i--, code >>= 6) out[i] = char(0x80 | (code & 0x3F));
+  for (unsigned i = length - 1; i > 0; i--, code >>= 6)
+    out[i] = char(0x80 | (code & 0x3F));
   static const unsigned char lead[] = {0, 0, 0xC0, 0xE0, 0xF0};
   out[0] = char(lead[length] | code);
   return length;
@@ -331,7 +336,7 @@ int smemcmp(const void *a, const void *b, size_t length)
   return memcmp(a, b, length);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Start-up.
 
 static void read_current_directory()

@@ -1,5 +1,6 @@
-// host_envir.h - what depends on the host: search lists and names of files, files, environment, locale.
-// Every floor may use it; it uses mem/ and errors/ only, and asks the scanner through a hook.
+// host_envir.h - what depends on the host: search lists and names of files, files, environment,
+// locale. Every floor may use it; it uses mem/ and errors/ only, and asks the scanner through a
+// hook.
 #pragma once
 #include <cstddef>
 #include <cstdio>
@@ -9,19 +10,19 @@
 struct a_text_buffer;
 struct an_include_file_history;
 
-typedef unsigned char a_unicode_source_kind_tag;  // always 0: only byte sources are read
+typedef unsigned char a_unicode_source_kind_tag; // always 0: only byte sources are read
 
 // ---- Search lists ----
 
 struct a_directory_name_entry {
-  const char *dir_name;          // shared by f_directory_of, so that equal names are equal pointers
-  bool is_system;                // files found here are system headers
+  const char *dir_name; // shared by f_directory_of, so that equal names are equal pointers
+  bool is_system;       // files found here are system headers
   a_directory_name_entry *next;
 };
 
-extern a_directory_name_entry *incl_search_path, *end_incl_search_path;  // #include "..."
-// The element of the same list where the search for <...> starts, and the mark: the last entry before
-// "-", null without one.
+extern a_directory_name_entry *incl_search_path, *end_incl_search_path; // #include "..."
+// The element of the same list where the search for <...> starts, and the mark: the last entry
+// before "-", null without one.
 extern a_directory_name_entry *sys_incl_search_path;
 extern a_directory_name_entry *end_of_user_incl_search_path;
 extern bool put_dir_of_each_opened_source_file_on_incl_search_path;
@@ -41,15 +42,15 @@ void add_to_specified_include_search_path(const char *dir, bool is_system,
 // Appends the directories of the variable C_DIR.
 void add_environment_include_search_path();
 void add_default_include_search_path(a_directory_name_entry **head, a_directory_name_entry **tail);
-// Removes each non-system entry that names a system entry's directory, with warning 2088.  A mark on such
-// an entry moves to the one before.
+// Removes each non-system entry that names a system entry's directory, with warning 2088.  A mark
+// on such an entry moves to the one before.
 void remove_duplicate_system_includes(a_directory_name_entry **marker);
 // Ends the part of the path that <...> doesn't see; the option word "-".
 void end_user_include_search_path();
 // Points sys_incl_search_path behind that mark, or at the whole list.
 void settle_system_include_search_path();
-// The head of the list stands for the directory of the current file: entering one, leaving one for the
-// file whose directory is given, changing it in place.
+// The head of the list stands for the directory of the current file: entering one, leaving one for
+// the file whose directory is given, changing it in place.
 void push_primary_include_search_dir(const char *dir, bool is_system);
 void pop_primary_include_search_dir(const char *dir, bool is_system);
 void change_primary_include_search_dir(const char *dir);
@@ -63,26 +64,27 @@ struct a_source_file_request {
   bool use_search_path;
   bool is_include;
   bool angle_bracket;
-  bool search_after_current_dir;  // #include_next
-  bool try_name_first;            // try the name as it stands before the search
-  bool failure_is_not_fatal;      // severity discretionary error instead of catastrophe
-  bool input_is_open;             // some file is being read already: "-" is an ordinary name
-  a_directory_name_entry *current_dir_entry;  // through which the current file was found, or null
+  bool search_after_current_dir; // #include_next
+  bool try_name_first;           // try the name as it stands before the search
+  bool failure_is_not_fatal;     // severity discretionary error instead of catastrophe
+  bool input_is_open;            // some file is being read already: "-" is an ordinary name
+  a_directory_name_entry *current_dir_entry; // through which the current file was found, or null
 };
 struct an_opened_source_file {
-  FILE *file;                          // null if suppressed
-  const char *file_name;               // as printed
-  const char *full_name;               // with which it was opened
-  a_directory_name_entry *dir_entry;   // through which it was found, or null
-  an_include_file_history *history;    // as the hook gave it
+  FILE *file;                        // null if suppressed
+  const char *file_name;             // as printed
+  const char *full_name;             // with which it was opened
+  a_directory_name_entry *dir_entry; // through which it was found, or null
+  an_include_file_history *history;  // as the hook gave it
   a_unicode_source_kind_tag unicode_kind;
-  bool suppressed;                     // guarded or once-only: not opened at all
+  bool suppressed; // guarded or once-only: not opened at all
 };
 
-// Resolves and opens a source file.  True with *opened filled (stream or suppressed); false after the
-// report of a failure that isn't fatal.  Catastrophe 184 for an empty search list.
+// Resolves and opens a source file.  True with *opened filled (stream or suppressed); false after
+// the report of a failure that isn't fatal.  Catastrophe 184 for an empty search list.
 bool open_file_for_input(const a_source_file_request &request, an_opened_source_file *opened);
-// Installed by the scanner: says whether a file need not be read again, and hands back its history record.
+// Installed by the scanner: says whether a file need not be read again, and hands back its history
+// record.
 extern bool (*suppress_subsequent_include_hook)(const char *name, an_include_file_history **history,
                                                 bool create, bool is_system);
 
@@ -106,18 +108,18 @@ FILE *open_output_file_with_error_handling(const char *name, bool binary, bool u
 FILE *open_source_file_with_error_handling(const char *name, unsigned flags,
                                            an_open_file_result *result,
                                            a_unicode_source_kind_tag *kind);
-FILE *fopen_with_error(const char *name, const char *mode, unsigned flags,
-                       an_error_code kind_code);
+FILE *fopen_with_error(const char *name, const char *mode, unsigned flags, an_error_code kind_code);
 // Clears *file.  A failure of any write is catastrophe 1972 or 191.
 void close_output_file_with_error_handling(FILE **file, an_error_code kind_code);
 bool okay_as_output_file(const char *name);
 // A file without a name; catastrophe 165 if none can be made.
 FILE *open_temp_file(bool binary);
 void close_temp_file(FILE *stream);
-// Output files that a failing run must not leave half written: noted when opened, forgotten when closed.
+// Output files that a failing run must not leave half written: noted when opened, forgotten when
+// closed.
 void note_output_file(const char *name);
 void forget_output_file(const char *name);
-void delete_unfinished_output_files();  // safe in a signal handler
+void delete_unfinished_output_files(); // safe in a signal handler
 bool delete_file(const char *name);
 bool is_directory(const char *name);
 bool is_regular_file(const char *name);
@@ -138,7 +140,8 @@ const char *start_of_file_name(const char *name);
 // The directory part of a name, shared: equal directories have equal pointers.  "" if there's none.
 const char *f_directory_of(const char *name, bool in_general_heap);
 bool is_absolute_file_name(const char *name);
-// Absolute name with no ".", ".." and empty components, in a buffer that the next call but one reuses.
+// Absolute name with no ".", ".." and empty components, in a buffer that the next call but one
+// reuses.
 const char *normalize_file_name(const char *name);
 int compare_dir_names(const char *a, const char *b, bool no_cwd);
 const char *file_name_in_internal_encoding(const char *name);

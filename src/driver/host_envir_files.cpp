@@ -1,7 +1,7 @@
 // host_envir_files.cpp - opening, closing, deleting files.
 // Owns:    the table of output files that aren't finished yet.
-// Rule:    an output never goes over the primary source file, whatever the name's form; output that a
-//          failing run leaves unfinished is deleted, so that no build takes it for good.
+// Rule:    an output never goes over the primary source file, whatever the name's form; output
+//          that a failing run leaves unfinished is deleted, so that no build takes it for good.
 // Entry:   see host_envir.h.
 #include <cerrno>
 #include <cstdio>
@@ -14,7 +14,7 @@
 #include "errors/error.h"
 #include "mem/mem_manage.h"
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Unfinished output.
 
 static constexpr unsigned max_unfinished_files = 16;
@@ -46,7 +46,7 @@ void delete_unfinished_output_files()
   }
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Opening.
 
 static FILE *failed(an_open_file_result *result, unsigned bits, int error_number)
@@ -93,8 +93,8 @@ FILE *open_output_file(const char *name, bool binary, bool update, an_open_file_
   return fopen_with_result(name, mode, result);
 }
 
-// Bytes are the only kind of source, so nothing has to be looked at in advance.  One stat of the open
-// stream replaces the one of the name.
+// Bytes are the only kind of source, so nothing has to be looked at in advance.  One stat of the
+// open stream replaces the one of the name.
 FILE *open_source_file(const char *name, an_open_file_result *result,
                        a_unicode_source_kind_tag *kind)
 {
@@ -134,7 +134,7 @@ bool close_output_file(FILE *stream, an_open_file_result *result)
   return false;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Opening with a report.
 
 static FILE *report_open_failure(const char *name, unsigned flags,
@@ -188,7 +188,7 @@ void close_output_file_with_error_handling(FILE **file, an_error_code kind_code)
   if (!close_output_file(stream, &result)) file_write_error(kind_code, result.errno_value);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Temporary files and other services.
 
 FILE *open_temp_file(bool binary)
@@ -272,7 +272,8 @@ char *read_line_from_file(FILE *stream)
   reset_text_buffer(buffer);
   int c = getc(stream);
   if (c == EOF) return nullptr;
-  for (; c != EOF && c != '\n'; c = getc(stream)) add_char_to_text_buffer(buffer, char(c));
+  for (; c != EOF && c != '\n'; c = getc(stream))
+    add_char_to_text_buffer(buffer, char(c));
   add_char_to_text_buffer(buffer, '\0');
   return buffer->buffer;
 }

@@ -1,7 +1,8 @@
-// host_envir_names.cpp - names of files and directories: taking them apart and putting them together.
+// host_envir_names.cpp - names of files and directories: taking them apart and putting them
+// together.
 // Owns:    the list of shared directory names, the buffers that results stand in.
-// Rule:    separators are '/'; a name is never looked at as anything but bytes, except that a multibyte
-//          character stays whole when a name is normalised.
+// Rule:    separators are '/'; a name is never looked at as anything but bytes, except that a
+//          multibyte character stays whole when a name is normalised.
 // Entry:   see host_envir.h.
 #include <cerrno>
 #include <cstdio>
@@ -19,7 +20,7 @@ char *copy_of_string(const char *text)
   return static_cast<char *>(memcpy(alloc_general(size), text, size));
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Parts of a name.
 
 const char *start_of_file_name(const char *name)
@@ -68,7 +69,7 @@ char *derived_name(const char *name, const char *suffix)
   return result;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Shared names of directories.
 
 struct a_directory_name {
@@ -83,7 +84,8 @@ static a_directory_name *dir_name_list[directory_table_size];
 static const char *shared_name(const char *text, size_t length)
 {
   unsigned hash = unsigned(length);
-  for (size_t i = 0; i < length; i++) hash = hash * 31 + (unsigned char)text[i];
+  for (size_t i = 0; i < length; i++)
+    hash = hash * 31 + (unsigned char)text[i];
   a_directory_name **chain = &dir_name_list[hash % directory_table_size];
   for (a_directory_name *name = *chain; name != nullptr; name = name->next) {
     if (name->length == length && memcmp(name->text, text, length) == 0) return name->text;
@@ -106,11 +108,11 @@ const char *shared_directory_name(const char *dir)
 const char *f_directory_of(const char *name, bool)
 {
   size_t length = size_t(start_of_file_name(name) - name);
-  if (length > 1) length--;  // the root keeps its slash
+  if (length > 1) length--; // the root keeps its slash
   return shared_name(name, length);
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Names in text buffers.
 
 static a_text_buffer *shared_name_buffer()
@@ -176,19 +178,21 @@ const char *format_file_name(const char *name)
   return name;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Normal form.
 
 // Takes the last component off the text: "/a/b" becomes "/a", and the root stays.
 static void drop_last_component(a_text_buffer *buffer)
 {
-  while (buffer->size > 1 && buffer->buffer[buffer->size - 1] != '/') buffer->size--;
+  while (buffer->size > 1 && buffer->buffer[buffer->size - 1] != '/')
+    buffer->size--;
   if (buffer->size > 1) buffer->size--;
 }
 
 static const char *end_of_component(const char *p)
 {
-  while (*p != '\0' && *p != '/') p += f_mbc_length(p);
+  while (*p != '\0' && *p != '/')
+    p += f_mbc_length(p);
   return p;
 }
 
@@ -232,7 +236,7 @@ int compare_dir_names(const char *a, const char *b, bool no_cwd)
   return strcmp(normal_a, normalize_file_name(b));
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // The family of the tool chain.
 
 static constexpr size_t fn_buffer_size = 500;

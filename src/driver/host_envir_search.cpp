@@ -1,8 +1,9 @@
 // host_envir_search.cpp - the search list for included files and how a name is resolved against it.
 // Owns:    the lists, the cache of resolved names, the parsed list of suffixes.
-// Rule:    one list: its head stands for the directory of the current file, then the options' directories
-//          in order, then those of C_DIR.  sys_incl_search_path is an element of the same list.  Names of
-//          directories are shared strings, so that equal directories are equal pointers.
+// Rule:    one list: its head stands for the directory of the current file, then the options'
+//          directories in order, then those of C_DIR.  sys_incl_search_path is an element of the
+//          same list.  Names of directories are shared strings, so that equal directories are
+//          equal pointers.
 // Entry:   add_to_include_search_path ..., open_file_for_input.
 #include <cerrno>
 #include <cstring>
@@ -23,10 +24,10 @@ bool (*suppress_subsequent_include_hook)(const char *name, an_include_file_histo
                                          bool create, bool is_system);
 
 static a_directory_name_entry *end_template_search_path;
-static a_directory_name_entry *avail_directory_name_entries;  // free list
-static bool user_incl_search_path_ended;                      // "-" was given
+static a_directory_name_entry *avail_directory_name_entries; // free list
+static bool user_incl_search_path_ended;                     // "-" was given
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // The lists.
 
 static a_directory_name_entry *alloc_directory_name_entry(const char *dir, bool is_system)
@@ -160,23 +161,24 @@ void pop_primary_include_search_dir(const char *dir, bool is_system)
   }
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Suffixes to try for a name that has none.
 
 struct an_include_suffix {
-  const char *text;  // without the dot; empty: the name as it stands
+  const char *text; // without the dot; empty: the name as it stands
 };
 
 static an_include_suffix *include_suffixes;
 static unsigned include_suffix_count;
 
-// Entries are separated by ':', and an empty one stands for no suffix; of the two leading separators of
-// "::hpp" the first one only tells that the list replaces the default.
+// Entries are separated by ':', and an empty one stands for no suffix; of the two leading
+// separators of "::hpp" the first one only tells that the list replaces the default.
 static void parse_include_file_suffixes()
 {
   const char *p = include_file_suffixes;
   unsigned most = 1;
-  for (const char *q = p; *q != '\0'; q++) most += *q == ':';
+  for (const char *q = p; *q != '\0'; q++)
+    most += *q == ':';
   include_suffixes =
       static_cast<an_include_suffix *>(alloc_general(most * sizeof(an_include_suffix)));
   include_suffix_count = 0;
@@ -192,15 +194,16 @@ static void parse_include_file_suffixes()
   }
 }
 
-//---------------------------------------------------------------------------------------------------
-// The cache of resolved names: it saves the look at candidates that are known, one by one directory.
+//-------------------------------------------------------------------------------------------------
+// The cache of resolved names: it saves the look at candidates that are known, one by one
+// directory.
 
 struct a_resolution {
   a_resolution *next;
-  const char *directory;  // shared strings: compared by pointer
+  const char *directory; // shared strings: compared by pointer
   const char *working_directory;
   const char *name;
-  const char *resolved_name;  // null: no file there
+  const char *resolved_name; // null: no file there
 };
 
 static constexpr unsigned resolution_table_size = 2048;
@@ -209,7 +212,8 @@ static a_resolution *resolution_table[resolution_table_size];
 static unsigned hash_of_name(const char *name)
 {
   unsigned hash = 2166136261u;
-  for (; *name != '\0'; name++) hash = (hash ^ (unsigned char)*name) * 16777619u;
+  for (; *name != '\0'; name++)
+    hash = (hash ^ (unsigned char)*name) * 16777619u;
   return hash;
 }
 
@@ -225,19 +229,20 @@ static a_resolution *find_resolution(const char *directory, const char *name, un
     }
   }
   auto *entry = static_cast<a_resolution *>(alloc_general(sizeof(a_resolution)));
-  *entry = {resolution_table[hash], directory, current_directory_name, copy_of_string(name), nullptr};
+  *entry = {resolution_table[hash], directory, current_directory_name, copy_of_string(name),
+            nullptr};
   resolution_table[hash] = entry;
   *is_new = true;
   return entry;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Finding a file.
 
 struct a_search {
   const a_source_file_request *request;
   an_opened_source_file *opened;
-  an_open_file_result result;  // of the last failure that is worth reporting
+  an_open_file_result result; // of the last failure that is worth reporting
 };
 
 // True if the search ends here: the file is open or need not be read.
@@ -367,7 +372,7 @@ bool open_file_for_input(const a_source_file_request &request, an_opened_source_
   return true;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Start-up.
 
 void host_envir_search_early_init()

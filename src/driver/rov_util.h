@@ -7,12 +7,12 @@ enum a_hook_kind : unsigned char { hk_entry = 17, hk_exit = 18 };
 enum a_hook_parameter : unsigned char { hp_none, hp_name, hp_address };
 
 struct a_hook {
-  const char *name;  // null while the hook isn't wanted
+  const char *name; // null while the hook isn't wanted
   a_hook_parameter parameter;
 };
 
-// Switches a hook on.  A null name keeps the present name (at first a default one), a null parameter
-// keeps the parameter; otherwise it is "none", "name" or "address".
+// Switches a hook on.  A null name keeps the present name (at first a default one), a null
+// parameter keeps the parameter; otherwise it is "none", "name" or "address".
 bool is_hook_parameter(const char *text);
 void enable_hook(a_hook_kind kind, const char *name, const char *parameter);
 // The state of a hook.

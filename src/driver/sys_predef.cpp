@@ -1,9 +1,10 @@
 // sys_predef.cpp - predefined macros of the target, intrinsic functions, GNU built-in functions.
-// Owns:    the tables made of target_macros.def, builtins.def and intrinsics.def; builtin_va_list_type.
-// Uses:    the header hook of the symbol table: a function's name is looked up here when the run meets
-//          the spelling for the first time.
-// Rule:    the tables are constant and sorted at compile time, so that what a source never mentions costs
-//          nothing; types are made from one-letter signatures on the first mention.
+// Owns:    the tables made of target_macros.def, builtins.def and intrinsics.def;
+//          builtin_va_list_type.
+// Uses:    the header hook of the symbol table: a function's name is looked up here when the run
+//          meets the spelling for the first time.
+// Rule:    the tables are constant and sorted at compile time, so that what a source never
+//          mentions costs nothing; types are made from one-letter signatures on the first mention.
 // Entry:   enter_system_specific_predefined_macros_and_assertions,
 //          enter_system_specific_predeclared_symbols, declare_builtin_va_list_type.
 #include "driver/sys_predef.h"
@@ -21,7 +22,7 @@
 #include "mem/mem_manage.h"
 #include "parse/symbol_tbl.h"
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Macros.
 
 static void enter_fixed_macro(const char *name, const char *value)
@@ -72,7 +73,8 @@ static void enter_abi_macros()
 
 void TRG_enter_system_specific_macros()
 {
-  for (const auto &macro : target_macros) enter_fixed_macro(macro.name, macro.value);
+  for (const auto &macro : target_macros)
+    enter_fixed_macro(macro.name, macro.value);
   enter_fixed_macro(targ_little_endian ? "_LITTLE_ENDIAN" : "_BIG_ENDIAN", "1");
   enter_abi_macros();
   enter_fixed_macro(targ_precisionof_long == 32 ? "__QN_32BIT_LONG__" : "__QN_40BIT_LONG__", "1");
@@ -101,7 +103,7 @@ void enter_system_specific_predefined_macros_and_assertions()
   enter_fixed_macro("__QN_STRICT_FP_MODE__", relaxed_fp ? "0" : "1");
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // The table of functions.
 
 struct a_predeclared_function {
@@ -112,7 +114,7 @@ struct a_predeclared_function {
 };
 
 static constexpr a_predeclared_function functions[] = {
-  {"", "", pf_builtin, rv_any_class},
+    {"", "", pf_builtin, rv_any_class},
 #define BUILTIN(name, signature) {"__builtin_" #name, signature, pf_builtin, rv_any_class},
 #include "driver/builtins.def"
 #define INTRINSIC(name, signature, form, silicon_class) {#name, signature, form, silicon_class},
@@ -132,7 +134,8 @@ struct a_function_index {
 static consteval a_function_index sort_functions()
 {
   a_function_index index = {};
-  for (unsigned i = 0; i < function_count; i++) index.kinds[i] = (unsigned short)i;
+  for (unsigned i = 0; i < function_count; i++)
+    index.kinds[i] = (unsigned short)i;
   for (unsigned gap = function_count / 2; gap > 0; gap = gap == 2 ? 1 : gap * 5 / 11) {
     for (unsigned i = gap; i < function_count; i++) {
       unsigned short kind = index.kinds[i];
@@ -192,11 +195,11 @@ bool keep_literal_string_in_efi_intrinsic(a_builtin_function_kind kind)
   return kind >= bfi__efi_sw_l1 && kind <= bfi__efi_rdw_s2;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // va_list.
 
 a_type *builtin_va_list_type;
-static a_type *type_underlying_va_list;  // of this translation unit; null until it is needed
+static a_type *type_underlying_va_list; // of this translation unit; null until it is needed
 
 a_type *va_list_type()
 {
@@ -234,7 +237,7 @@ void declare_builtin_va_list_type(bool)
   if (builtin_va_list_type == nullptr) builtin_va_list_type = va_list_type();
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Types from signatures.
 
 static a_type *type_of_letter(char letter)
@@ -288,7 +291,7 @@ static a_type *scan_type(const char **p)
 static a_type *type_of_signature(const char *signature)
 {
   const char *p = signature;
-  if (p[0] == '&' && p[1] == 'k') p++;  // a reference to const is one letter here
+  if (p[0] == '&' && p[1] == 'k') p++; // a reference to const is one letter here
   a_type *type = make_routine_type(scan_type(&p));
   for (p++; *p != ')';) {
     if (*p == '.') {
@@ -301,7 +304,7 @@ static a_type *type_of_signature(const char *signature)
   return type;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Declaring.
 
 static a_symbol *declare_function(const char *name, a_type *type, unsigned kind)

@@ -1,11 +1,12 @@
-// sys_predef.h - what exists before the first source line: macros, intrinsics and built-in functions.
+// sys_predef.h - what exists before the first source line: macros, intrinsics and built-in
+// functions.
 #pragma once
 
 struct a_symbol;
 struct a_type;
 
-// Numbers of the predeclared functions, as a routine's builtin_function_kind holds them: the rows of
-// builtins.def (bfk_), then those of intrinsics.def (bfi_).
+// Numbers of the predeclared functions, as a routine's builtin_function_kind holds them: the rows
+// of builtins.def (bfk_), then those of intrinsics.def (bfi_).
 enum a_builtin_function_kind : unsigned short {
   bfk_none,
 #define BUILTIN(name, signature) bfk_##name,
@@ -24,11 +25,11 @@ inline bool is_gnu_builtin_kind(unsigned kind)
 
 // How a predeclared function is placed and marked.
 enum a_predeclared_form : unsigned char {
-  pf_builtin,    // GNU built-in
-  pf_library,    // in namespace std as well
+  pf_builtin, // GNU built-in
+  pf_library, // in namespace std as well
   pf_intrinsic,
-  pf_special,    // the code generator treats it apart
-  pf_hook        // called by generated code
+  pf_special, // the code generator treats it apart
+  pf_hook     // called by generated code
 };
 
 // Enters the tool chain's macros and the GNU-compatible list.  None of them can be redefined.
@@ -41,9 +42,10 @@ void TRG_enter_system_specific_macros();
 // nobody can tell from a declaration here.
 void enter_system_specific_predeclared_symbols();
 
-// Sets builtin_va_list_type, once: the va_list declared so far, or __zok_va_list, or the target's type.
+// Sets builtin_va_list_type, once: the va_list declared so far, or __zok_va_list, or the target's
+// type.
 void declare_builtin_va_list_type(bool is_cstdarg);
-extern a_type *builtin_va_list_type;  // written by declare_builtin_va_list_type
+extern a_type *builtin_va_list_type; // written by declare_builtin_va_list_type
 
 // Name of the function of that kind; null for bfk_none.
 const char *name_of_builtin_function(a_builtin_function_kind kind);

@@ -1,7 +1,9 @@
 // target.cpp - the values that describe the target, and the classes of its silicon versions.
 // Owns:    every variable of target_values.def, targ_character_size, the table of silicon classes.
-// Rule:    early_init sets the defaults, options change them, init settles what depends on the dialect.
-// Entry:   target_early_init, target_one_time_init, target_init, TRG_parse_versions, silicon_offers.
+// Rule:    early_init sets the defaults, options change them, init settles what depends on the
+//          dialect.
+// Entry:   target_early_init, target_one_time_init, target_init, TRG_parse_versions,
+//          silicon_offers.
 #include "driver/target.h"
 #include <cstdlib>
 #include <cstring>
@@ -15,7 +17,7 @@
 unsigned targ_character_size[4];
 static_assert(chk_last == 4);
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Set-up.
 
 void target_early_init()
@@ -76,7 +78,7 @@ void TRG_check_cmd_options()
 {
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Pointers and alignments.
 
 a_targ_size_t size_of_pointer_to(a_type *, unsigned *alignment)
@@ -96,7 +98,7 @@ bool is_acceptable_pack_alignment(unsigned alignment)
          (alignment & (alignment - 1)) == 0;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Visibility.
 
 static const char *const visibility_names[] = {"hidden", "protected", "default"};
@@ -124,7 +126,7 @@ a_symbol_visibility canonical_symbol_visibility(a_symbol_visibility a, a_symbol_
   return a < b ? a : b;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Silicon versions.  A class is a set of ranges of version numbers.
 
 struct a_version_range {
@@ -136,22 +138,22 @@ static constexpr int special_version = 1900;
 static constexpr int no_upper_limit = 0x7FFFFFFF;
 
 static const a_version_range version_ranges[] = {
-  {rv_any_class, 0, no_upper_limit},
-  {rv_float_class, special_version, special_version},
-  {rv_float_class, 2000, 2999},
-  {rv_float_class, 4000, no_upper_limit},
-  {rv_media_class, 3000, 4999},
-  {rv_media_class, 6000, no_upper_limit},
-  {rv_media2_class, 4000, 4999},
-  {rv_media2_class, 6000, no_upper_limit},
-  {rv_efi_class, 4000, 4499},
-  {rv_efi_class, 4600, 4999},
-  {rv_efi_class, 6000, no_upper_limit},
-  {rv_float2_class, 5000, no_upper_limit},
-  {rv_wide_class, 6000, no_upper_limit},
-  {rv_special_version, special_version, special_version},
-  {rv_not_special_version, 0, special_version - 1},
-  {rv_not_special_version, special_version + 1, no_upper_limit},
+    {rv_any_class, 0, no_upper_limit},
+    {rv_float_class, special_version, special_version},
+    {rv_float_class, 2000, 2999},
+    {rv_float_class, 4000, no_upper_limit},
+    {rv_media_class, 3000, 4999},
+    {rv_media_class, 6000, no_upper_limit},
+    {rv_media2_class, 4000, 4999},
+    {rv_media2_class, 6000, no_upper_limit},
+    {rv_efi_class, 4000, 4499},
+    {rv_efi_class, 4600, 4999},
+    {rv_efi_class, 6000, no_upper_limit},
+    {rv_float2_class, 5000, no_upper_limit},
+    {rv_wide_class, 6000, no_upper_limit},
+    {rv_special_version, special_version, special_version},
+    {rv_not_special_version, 0, special_version - 1},
+    {rv_not_special_version, special_version + 1, no_upper_limit},
 };
 
 // The one version that goes by a name, in lower or upper case.
@@ -182,7 +184,7 @@ bool silicon_offers(a_silicon_class silicon_class)
   return false;
 }
 
-//---------------------------------------------------------------------------------------------------
+//-------------------------------------------------------------------------------------------------
 // Register names.
 
 bool TRG_is_greg_name(const char *name)
@@ -196,28 +198,68 @@ struct a_control_register {
 };
 
 static const a_control_register control_registers[] = {
-  {"AMR", rv_any_class},        {"CSR", rv_any_class},       {"IFR", rv_any_class},
-  {"ISR", rv_any_class},        {"ICR", rv_any_class},       {"IER", rv_any_class},
-  {"ISTP", rv_any_class},       {"IRP", rv_any_class},       {"NRP", rv_any_class},
-  {"IN", rv_any_class},         {"OUT", rv_any_class},       {"ACR", rv_any_class},
-  {"ADR", rv_any_class},        {"PCE1", rv_any_class},      {"GFPGFR", rv_media_class},
-  {"DIER", rv_media_class},     {"REP", rv_media2_class},    {"TSCL", rv_media2_class},
-  {"TSCH", rv_media2_class},    {"ARP", rv_media2_class},    {"ILC", rv_media2_class},
-  {"RILC", rv_media2_class},    {"DNUM", rv_media2_class},   {"SSR", rv_media2_class},
-  {"GPLYA", rv_media2_class},   {"GPLYB", rv_media2_class},  {"TSR", rv_media2_class},
-  {"ITSR", rv_media2_class},    {"NTSR", rv_media2_class},   {"EFR", rv_media2_class},
-  {"ECR", rv_media2_class},     {"IERR", rv_media2_class},   {"DMSG", rv_media2_class},
-  {"CMSG", rv_media2_class},    {"FADCR", rv_float_class},   {"FAUCR", rv_float_class},
-  {"FMCR", rv_float_class},     {"DESR", rv_float2_class},   {"DETR", rv_float2_class},
-  // The on-chip debug and trace interface.
-  {"DBGSTAT", rv_media2_class}, {"DBGCTL", rv_media2_class}, {"DBGADDR", rv_media2_class},
-  {"DBGDATA", rv_media2_class}, {"DBGMSK", rv_media2_class}, {"DBGCNT0", rv_media2_class},
-  {"DBGCNT1", rv_media2_class}, {"DBGEVT0", rv_media2_class}, {"DBGEVT1", rv_media2_class},
-  {"DBGEVT2", rv_media2_class}, {"DBGEVT3", rv_media2_class}, {"TRCCTL", rv_media2_class},
-  {"TRCSTAT", rv_media2_class}, {"TRCPC", rv_media2_class},  {"TRCADDR", rv_media2_class},
-  {"TRCDATA", rv_media2_class}, {"TRCMSK", rv_media2_class}, {"TRCCNT", rv_media2_class},
-  {"TRCEVT0", rv_media2_class}, {"TRCEVT1", rv_media2_class}, {"TRCBUF0", rv_media2_class},
-  {"TRCBUF1", rv_media2_class},
+    {"AMR", rv_any_class},
+    {"CSR", rv_any_class},
+    {"IFR", rv_any_class},
+    {"ISR", rv_any_class},
+    {"ICR", rv_any_class},
+    {"IER", rv_any_class},
+    {"ISTP", rv_any_class},
+    {"IRP", rv_any_class},
+    {"NRP", rv_any_class},
+    {"IN", rv_any_class},
+    {"OUT", rv_any_class},
+    {"ACR", rv_any_class},
+    {"ADR", rv_any_class},
+    {"PCE1", rv_any_class},
+    {"GFPGFR", rv_media_class},
+    {"DIER", rv_media_class},
+    {"REP", rv_media2_class},
+    {"TSCL", rv_media2_class},
+    {"TSCH", rv_media2_class},
+    {"ARP", rv_media2_class},
+    {"ILC", rv_media2_class},
+    {"RILC", rv_media2_class},
+    {"DNUM", rv_media2_class},
+    {"SSR", rv_media2_class},
+    {"GPLYA", rv_media2_class},
+    {"GPLYB", rv_media2_class},
+    {"TSR", rv_media2_class},
+    {"ITSR", rv_media2_class},
+    {"NTSR", rv_media2_class},
+    {"EFR", rv_media2_class},
+    {"ECR", rv_media2_class},
+    {"IERR", rv_media2_class},
+    {"DMSG", rv_media2_class},
+    {"CMSG", rv_media2_class},
+    {"FADCR", rv_float_class},
+    {"FAUCR", rv_float_class},
+    {"FMCR", rv_float_class},
+    {"DESR", rv_float2_class},
+    {"DETR", rv_float2_class},
+    // The on-chip debug and trace interface.
+    {"DBGSTAT", rv_media2_class},
+    {"DBGCTL", rv_media2_class},
+    {"DBGADDR", rv_media2_class},
+    {"DBGDATA", rv_media2_class},
+    {"DBGMSK", rv_media2_class},
+    {"DBGCNT0", rv_media2_class},
+    {"DBGCNT1", rv_media2_class},
+    {"DBGEVT0", rv_media2_class},
+    {"DBGEVT1", rv_media2_class},
+    {"DBGEVT2", rv_media2_class},
+    {"DBGEVT3", rv_media2_class},
+    {"TRCCTL", rv_media2_class},
+    {"TRCSTAT", rv_media2_class},
+    {"TRCPC", rv_media2_class},
+    {"TRCADDR", rv_media2_class},
+    {"TRCDATA", rv_media2_class},
+    {"TRCMSK", rv_media2_class},
+    {"TRCCNT", rv_media2_class},
+    {"TRCEVT0", rv_media2_class},
+    {"TRCEVT1", rv_media2_class},
+    {"TRCBUF0", rv_media2_class},
+    {"TRCBUF1", rv_media2_class},
 };
 
 bool TRG_is_creg_name(const char *name)

@@ -1,5 +1,5 @@
-// target.h - the values that describe the target, as run-time data that every floor reads.  One row each
-// in target_values.def.
+// target.h - the values that describe the target, as run-time data that every floor reads.  One
+// row each in target_values.def.
 // Writers: target.cpp (set-up), cmd_line (options), host_envir (host_little_endian).
 #pragma once
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 struct a_type;
 
-typedef uint64_t a_targ_size_t;  // a size or offset in bytes on the target
+typedef uint64_t a_targ_size_t; // a size or offset in bytes on the target
 
 // How far a symbol is seen outside its module.
 enum a_symbol_visibility : unsigned char { sv_hidden, sv_protected, sv_default, sv_unknown };
@@ -28,13 +28,14 @@ enum a_silicon_class : unsigned char {
 #define TARGET_VALUE(type, name, initial, meaning) extern type name;
 #include "driver/target_values.def"
 
-extern unsigned targ_character_size[chk_last];  // bytes of a character by a_char_kind
+extern unsigned targ_character_size[chk_last]; // bytes of a character by a_char_kind
 
 // Gives every target value its default.  Runs before the options are read.
 void target_early_init();
 // Takes the sizes of the wide character types from their integer kinds.
 void target_one_time_init();
-// Settles what depends on the dialect: plain char, sharing of strings, the widest kinds, limits of classes.
+// Settles what depends on the dialect: plain char, sharing of strings, the widest kinds, limits of
+// classes.
 void target_init();
 // Sets which kind stands for plain char in old C.
 void set_plain_char_int_kind(bool is_signed);

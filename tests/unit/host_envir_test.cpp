@@ -25,7 +25,8 @@ static std::vector<std::string> option_words(const std::string &text)
   fwrite(text.data(), 1, text.size(), stream);
   rewind(stream);
   std::vector<std::string> words;
-  while (char *word = fnextopt(stream)) words.push_back(word);
+  while (char *word = fnextopt(stream))
+    words.push_back(word);
   fclose(stream);
   return words;
 }
@@ -100,11 +101,13 @@ TEST_F(HostEnvir, ChecksumsAndModuleIds)
   std::string id = make_module_id("a stamp that is long");
   EXPECT_EQ(id.size(), strlen("_5_a_b_c_") + 8);
   EXPECT_STREQ(generate_instantiation_output_file_name("a_very_long_name_of_something"),
-               ("a_very_long_name" + id.substr(0, 0) + [] {
-                 char text[16];
-                 snprintf(text, sizeof text, "%08x", crc_32("a_very_long_name_of_something", 0));
-                 return std::string(text);
-               }()).c_str());
+               ("a_very_long_name" + id.substr(0, 0) +
+                [] {
+                  char text[16];
+                  snprintf(text, sizeof text, "%08x", crc_32("a_very_long_name_of_something", 0));
+                  return std::string(text);
+                }())
+                   .c_str());
 }
 
 TEST_F(HostEnvir, OutputNeverGoesOverTheSource)

@@ -1,0 +1,2 @@
+#define ONLY_THE_MACRO 1
+int not_this;

@@ -1,0 +1,4 @@
+// options: --diag_warning=no_such_tag
+// status: 4
+// proves: a tag that no message has
+int x;

@@ -1,0 +1,4 @@
+// options: --error_limit=12a
+// status: 4
+// proves: digits only
+int x;

@@ -1,0 +1,3 @@
+
+
+cplusplus __cplusplus version 199409L

@@ -1,0 +1,3 @@
+
+
+cplusplus 1 bool _BOOL wchar 1

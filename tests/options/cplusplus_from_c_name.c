@@ -1,0 +1,3 @@
+// options: -p --g++ --no_rtti --no_exceptions -P
+// proves: --c++ beats the suffix
+cplusplus __cplusplus exceptions __EXCEPTIONS

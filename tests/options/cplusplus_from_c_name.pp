@@ -1,0 +1,3 @@
+
+
+cplusplus 1 exceptions __EXCEPTIONS

@@ -1,0 +1,2 @@
+// options: --help
+// proves: the usage, with status 0, whatever follows

@@ -1,0 +1,5 @@
+# 1 "line_commands.c"
+
+
+# 7 "other.c"
+int a = 7;

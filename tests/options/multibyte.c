@@ -1,0 +1,3 @@
+// options: --multibyte_chars -P
+// proves: multibyte characters pass
+char *s = "é";

@@ -1,0 +1,3 @@
+// options: -w
+// proves: no warnings
+#warning one

@@ -1,0 +1,3 @@
+// options: -K -P
+// proves: K&R preprocessing expands macros in strings and joins over comments
+"one" twothree

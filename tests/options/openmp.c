@@ -1,0 +1,3 @@
+// options: --openmp --openmp:host --vectypes -P
+// proves: OpenMP is told by its macro
+_OPENMP

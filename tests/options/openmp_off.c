@@ -1,0 +1,3 @@
+// options: --openmp:device --no_openmp -P
+// proves: no OpenMP, no macro
+_OPENMP

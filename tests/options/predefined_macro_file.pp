@@ -1,0 +1,3 @@
+
+
+one two : 1 OUTSIDE_GNU IN_STRICT 1

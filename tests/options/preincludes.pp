@@ -1,0 +1,4 @@
+int preincluded;
+
+
+1

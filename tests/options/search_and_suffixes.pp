@@ -1,0 +1,5 @@
+
+
+int from_dir;
+int with_suffix;
+int preincluded;

@@ -1,0 +1,2 @@
+// options: --toolversion
+// proves: title in forty characters, version, build number

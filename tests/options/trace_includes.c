@@ -1,0 +1,3 @@
+// options: -H --include_directory Inputs
+// proves: the included files, indented by depth
+#include "pre.h"

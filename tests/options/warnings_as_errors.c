@@ -1,0 +1,3 @@
+// options: --emit_warnings_as_errors
+// proves: warnings count as errors
+#warning one // expect: error warning_directive
