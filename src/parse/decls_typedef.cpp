@@ -85,7 +85,7 @@ void decl_typedef(a_symbol_locator *locator, a_decl_parse_state *state, a_type *
     return;
   }
   bool names_tag = type == state->type_specifier && (state->specifier_flags & sf_defines_type);
-  a_symbol *symbol = enter_typedef_symbol(nullptr, locator, decl_scope_level, false);
+  a_symbol *symbol = enter_typedef_symbol(type, locator, decl_scope_level, false);
   a_type *typedef_type = alloc_type(tk_typeref);
   as_typeref(typedef_type).referenced_type = type;
   as_typeref(typedef_type).is_typedef_decl = true;

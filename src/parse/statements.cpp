@@ -246,7 +246,10 @@ static void follow_flow(a_statement_kind kind, const a_source_position *position
 {
   switch (kind) {
     case stmk_return: check_return_of_noreturn(position); [[fallthrough]];
-    case stmk_goto: case stmk_computed_goto: set_flow(dead_flow); break;
+    case stmk_goto: case stmk_computed_goto:
+      // One message for a dead region: what ends dead code opens no new one.
+      set_flow({false, false, !curr_stmt_reachable && unreachable_reported});
+      break;
     case stmk_label: case stmk_case: set_flow(live_flow); break;
     default: break;
   }

@@ -417,7 +417,7 @@ a_symbol *enter_typedef_symbol(a_type *type, a_symbol_locator *locator, int dept
   a_symbol *symbol = make_symbol_from_locator(sk_type, locator);
   type_of_symbol(symbol) = type;
   // `typedef struct s s;`: the name and the tag mean the same.
-  a_symbol *tag = skip_typerefs(type)->source_corresp.assoc_symbol;
+  a_symbol *tag = type != nullptr ? skip_typerefs(type)->source_corresp.assoc_symbol : nullptr;
   symbol->variant.type.is_tag_typedef =
       tag != nullptr && is_tag_symbol(tag) && tag->header == symbol->header;
   add_symbol_to_symbol_table(symbol, depth, no_errors);
