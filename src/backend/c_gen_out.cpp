@@ -48,7 +48,7 @@ void flush_output_stream(an_output_stream *stream)
 
 void free_output_stream(an_output_stream *stream)
 {
-  free_general(stream->text, stream->allocated);
+  free_resizable_buffer(stream->text);
   stream->text = nullptr;
 }
 

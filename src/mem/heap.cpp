@@ -66,13 +66,19 @@ void *alloc_general(size_t size)
   return address;
 }
 
-void free_general(void *address, size_t)
+// The record stays in its list.
+static void free_recorded(a_general_alloc_record *list, void *address)
 {
   if (address == nullptr) return;
-  a_general_alloc_record *record = find_record(general_alloc_list, address);
+  a_general_alloc_record *record = find_record(list, address);
   record->address = nullptr;
   record->size = 0;
   free(address);
+}
+
+void free_general(void *address, size_t)
+{
+  free_recorded(general_alloc_list, address);
 }
 
 // ---- Resizable buffers ----
@@ -93,6 +99,11 @@ char *realloc_buffer(char *address, size_t, size_t new_size)
   record->address = moved;
   record->size = new_size;
   return moved;
+}
+
+void free_resizable_buffer(char *address)
+{
+  free_recorded(resizable_buffer_list, address);
 }
 
 // ---- Text buffers ----

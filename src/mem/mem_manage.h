@@ -114,6 +114,7 @@ void free_general(void *address, size_t size);
 char *alloc_resizable_buffer(size_t size);
 // A null address makes a new buffer.  Returns the buffer's new place.
 char *realloc_buffer(char *address, size_t old_size, size_t new_size);
+void free_resizable_buffer(char *address);
 
 // ---- Text buffers ----
 
