@@ -282,7 +282,7 @@ void write_asm(const an_asm_entry *entry)
     for (const a_named_register_list *clobber = entry->clobbers; clobber != nullptr;
          clobber = clobber->next) {
       put_str(" \"");
-      put_no_wrap(named_register_names[clobber->register_number]);
+      put_no_wrap(register_name(clobber->register_number));
       put_no_wrap(clobber->next != nullptr ? "\"," : "\"");
     }
   }

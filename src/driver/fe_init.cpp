@@ -12,6 +12,7 @@
 #include "driver/cmd_line.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
+#include "driver/host_mapping.h"
 #include "driver/il_file.h"
 #include "driver/later_modules.h"
 #include "driver/rov_util.h"
@@ -55,6 +56,7 @@ static void clear_current_positions()
 void fe_early_init()
 {
   mem_manage_early_init();
+  install_mapping_hooks();
   call_if_there(host_envir_early_init);
   call_if_there(target_early_init);
   call_if_there(cmd_line_early_init);

@@ -120,7 +120,7 @@ struct a_variable {
   a_param_type *param_type;            // for a parameter, its entry in the routine type
   a_storage_class storage_class;
   an_init_kind init_kind;              // says what initializer is
-  unsigned char register_number;       // index of named_register_names while !asm_name_is_text
+  unsigned char register_number;       // code of registers.def while !asm_name_is_text
   const char *asm_name;                // text of an __asm__ name while asm_name_is_text, or null
   uint32_t alignment;                  // explicit; 0: the type's
   uint32_t decl_modifiers;

@@ -484,7 +484,7 @@ struct an_asm_operand {
 
 struct a_named_register_list {
   a_named_register_list *next;
-  unsigned char register_number;       // index of named_register_names
+  unsigned char register_number;       // code of registers.def
 };
 
 struct an_asm_entry {

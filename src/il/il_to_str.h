@@ -91,10 +91,9 @@ a_param_type *get_param_for_param_ref(const an_expr_node *expr,
 void form_param_ref(const an_expr_node *expr, an_il_to_str_output_control_block *block);
 
 extern const char *const builtin_operation_names[bok_last + 1];
-// By register number; null behind the last.
-extern const char *const named_register_names[];
-// The number of the register (with or without a leading %), or -1.
-int find_named_register(const char *name);
+// The first name of a register's code (registers.def).
+const char *register_name(int code);
+inline constexpr int register_code_of_flags = 50;
 
 // Assembler names and attributes; the attribute routines tell whether anything was written.
 void form_asm_name(const char *name, an_il_to_str_output_control_block *block);

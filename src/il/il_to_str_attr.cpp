@@ -1,4 +1,5 @@
 // il_to_str_attr.cpp - text of attributes, asm names and registers; the names of built-in operations.
+// Uses:  the table of register names (registers.def).
 // Rule:  each attribute is an " __attribute__((...))" of its own.  In generated code those that only serve
 //        messages (c_forms) are left out.
 #include <cstring>
@@ -11,17 +12,25 @@ const char *const builtin_operation_names[bok_last + 1] = {
 #include "il/builtin_operations.def"
     "**BAD-BUILTIN-OPERATION**"};
 
-const char *const named_register_names[] = {
-#define NAMED_REGISTER(name) name,
-#include "il/named_registers.def"
-    nullptr};
+namespace {
+struct a_register_row {
+  unsigned char code;
+  const char *name;
+};
+}  // namespace
 
-int find_named_register(const char *name)
+static constexpr a_register_row register_rows[] = {
+#define REGISTER(code, name) {code, name},
+#include "il/registers.def"
+};
+
+const char *register_name(int code)
 {
-  if (*name == '%') name++;
-  for (int i = 0; named_register_names[i] != nullptr; i++)
-    if (strcmp(named_register_names[i], name) == 0) return i;
-  return -1;
+  // Every assembler knows the flags by this name.
+  if (code == register_code_of_flags) return "cc";
+  for (const a_register_row &row : register_rows)
+    if (row.code == code) return row.name;
+  return "unrecognized";
 }
 
 void form_asm_name(const char *name, an_il_to_str_output_control_block *block)
@@ -33,7 +42,7 @@ void form_asm_name(const char *name, an_il_to_str_output_control_block *block)
 
 void form_var_reg_name(int register_number, an_il_to_str_output_control_block *block)
 {
-  form_asm_name(named_register_names[register_number], block);
+  form_asm_name(register_name(register_number), block);
 }
 
 namespace {

@@ -12,7 +12,7 @@ struct a_register_name {
 
 static a_register_name register_names[] = {
 #define REGISTER(code, name) {name, code},
-#include "parse/registers.def"
+#include "il/registers.def"
 };
 static constexpr int num_register_names = sizeof(register_names) / sizeof(register_names[0]);
 static bool register_names_are_sorted;

@@ -1,5 +1,5 @@
 // options: -E
-// proves: one line a message; the line number follows splices; a remark isn't shown
+// proves: one line a message; the line number follows splices
 #define A(x) x
 #define A(y) y y
 #undef \
