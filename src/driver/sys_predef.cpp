@@ -73,8 +73,11 @@ static void enter_abi_macros()
 
 void TRG_enter_system_specific_macros()
 {
-  for (const auto &macro : target_macros)
-    enter_fixed_macro(macro.name, macro.value);
+  for (const auto &macro : target_macros) {
+    // A level that builds choose for themselves on the command line.
+    bool is_setting = strcmp(macro.name, "_FORTIFY_SOURCE") == 0;
+    enter_predef_macro(macro.value, macro.name, !is_setting, false);
+  }
   enter_fixed_macro(targ_little_endian ? "_LITTLE_ENDIAN" : "_BIG_ENDIAN", "1");
   enter_abi_macros();
   enter_fixed_macro(targ_precisionof_long == 32 ? "__QN_32BIT_LONG__" : "__QN_40BIT_LONG__", "1");
