@@ -85,10 +85,10 @@ void decl_typedef(a_symbol_locator *locator, a_decl_parse_state *state, a_type *
     return;
   }
   bool names_tag = type == state->type_specifier && (state->specifier_flags & sf_defines_type);
-  a_symbol *symbol = enter_typedef_symbol(type, locator, decl_scope_level, false);
   a_type *typedef_type = alloc_type(tk_typeref);
   as_typeref(typedef_type).referenced_type = type;
   as_typeref(typedef_type).is_typedef_decl = true;
+  a_symbol *symbol = enter_typedef_symbol(typedef_type, locator, decl_scope_level, false);
   type_of_symbol(symbol) = typedef_type;
   set_source_corresp(&typedef_type->source_corresp, symbol);
   if (may_be_added_to_types_list(typedef_type, decl_scope_level)) {

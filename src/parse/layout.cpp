@@ -132,6 +132,11 @@ static bool is_unlimited_class(a_field *field, a_target_alignment natural, a_tar
 static a_target_alignment declared_alignment_of(a_field *field, a_target_alignment natural)
 {
   a_type *class_type = class_of_field(field);
+  a_target_alignment limit = pack_limit_of(field);
+  if (in_gnu_mode() && limit != 0) {
+    if (natural > limit) natural = limit;
+    if (field->declared_alignment > limit) field->declared_alignment = limit;
+  }
   bool class_is_packed = class_type && as_class(class_type).is_packed;
   if (in_gnu_mode() && field->declared_alignment < natural && !field->is_packed_field
       && !class_is_packed) {
@@ -310,7 +315,9 @@ static void place_zero_width(a_layout *layout, a_field *field)
   align_position(layout, alignment);
   field->offset = layout->next_byte;
   field->bit_offset = 0;
-  if (affects_class_alignment(layout, field)) raise_alignment(layout, limited(layout, alignment));
+  if (!affects_class_alignment(layout, field)) return;
+  // GNU: a zero-width field aligns the class by its type whatever the pack value is.
+  raise_alignment(layout, in_gnu_mode() ? alignment : limited(layout, alignment));
 }
 
 // The Microsoft rule: fields share a unit while their types are of one size and there is room.
@@ -330,19 +337,27 @@ static void place_microsoft(a_layout *layout, a_field *field)
   layout->unit_bits_left -= field->bit_size;
 }
 
+// GNU: with a pack value in force nothing keeps a field from crossing units, and its type says how
+// the class is aligned even where the field is packed.
+static bool place_under_pack(a_layout *layout, a_field *field)
+{
+  a_target_alignment pack = as_class(layout->class_type).max_member_alignment;
+  if (!in_gnu_mode() || pack == 0 || field->declared_alignment) return false;
+  a_target_alignment alignment = f_alignment_of_type(field->type);
+  if (alignment > pack) alignment = pack;
+  if (affects_class_alignment(layout, field)) raise_alignment(layout, alignment);
+  return true;
+}
+
 static void place_in_container(a_layout *layout, a_field *field)
 {
+  if (place_under_pack(layout, field)) return;
   a_container container = container_of(layout, field);
   container.alignment = limited(layout, container.alignment);
   bool packed = field->is_packed_field && field->declared_alignment == 0;
-  a_target_alignment pack = as_class(layout->class_type).max_member_alignment;
-  bool pack_in_force = in_gnu_mode() && pack != 0 && field->declared_alignment == 0;
-  if (packed) {
-    // Bits follow each other without regard to units.
-  } else if (pack_in_force && pack < f_alignment_of_type(field->type)) {
-    // GNU: with a pack value in force nothing keeps a field from crossing units.
-  } else if (field->declared_alignment
-             || bits_to_end_of_unit(layout, container.size) < field->bit_size) {
+  bool crosses = bits_to_end_of_unit(layout, container.size) < field->bit_size;
+  // The bits of packed fields follow each other without regard to units.
+  if (!packed && (field->declared_alignment || crosses)) {
     align_position(layout, container.alignment);
   }
   if (affects_class_alignment(layout, field)) raise_alignment(layout, container.alignment);
@@ -351,7 +366,7 @@ static void place_in_container(a_layout *layout, a_field *field)
 static void check_packed_span(a_field *field)
 {
   if (!field->is_packed_field || field->bit_offset + field->bit_size < 65) return;
-  pos_error(ec_attribute_does_not_apply, field->source_corresp.decl_position);
+  pos_st_error(ec_attribute_does_not_apply, field->source_corresp.decl_position, "packed");
 }
 
 static void place_bit_field(a_layout *layout, a_field *field)
