@@ -192,7 +192,6 @@ static void write_generated_file(const char *name)
   write_banner();
   write_file_scope();
   flush_output_stream(&main_stream);
-  free_output_stream(&main_stream);
   out = nullptr;
   if (name != nullptr)
     close_output_file_with_error_handling(&file, ec_file_kind_generated_c);

@@ -148,8 +148,15 @@ static bool cast_is_idle(const an_expr_node *expr)
 {
   a_type *from = first_operand_of(expr)->type;
   if (!is_castable(expr->type) || is_va_list_type(expr->type) || is_va_list_type(from)) return true;
-  return operation_of(expr).is_implicit_cast && skip_typerefs(expr->type) == skip_typerefs(from) &&
-         first_operand_of(expr)->kind != enk_constant;
+  if (!operation_of(expr).is_implicit_cast) return false;
+  a_type *to = skip_typerefs(expr->type);
+  from = skip_typerefs(from);
+  if (to == from) return first_operand_of(expr)->kind != enk_constant;
+  // A pointer that only gains qualifiers of what it points to.
+  return to->kind == tk_pointer && from->kind == tk_pointer &&
+         skip_typerefs(as_pointer(to).pointed_to_type) ==
+             skip_typerefs(as_pointer(from).pointed_to_type) &&
+         !is_operation(first_operand_of(expr), eok_cast);
 }
 
 static void write_cast_operation(const an_expr_node *expr)
@@ -333,7 +340,8 @@ static void write_struct_assign(const an_expr_node *expr)
 static void write_call(const an_expr_node *expr)
 {
   an_expr_node *callee = first_operand_of(expr);
-  write_operand(callee);
+  bool by_name = is_operation(callee, eok_address_of) && first_operand_of(callee)->kind == enk_routine;
+  write_operand(by_name ? first_operand_of(callee) : callee);
   put_char('(');
   write_argument_list(callee->next);
   put_char(')');

@@ -32,24 +32,19 @@ static struct {
 
 void open_output_stream(an_output_stream *stream, FILE *file)
 {
+  char *text = stream->text;
   memset(stream, 0, sizeof *stream);
   stream->file = file;
-  stream->allocated = file != nullptr ? output_buffer_size : 4096;
-  stream->text = alloc_resizable_buffer(stream->allocated);
+  stream->allocated = output_buffer_size;
+  stream->text = text != nullptr ? text : alloc_resizable_buffer(output_buffer_size);
 }
 
 void flush_output_stream(an_output_stream *stream)
 {
-  if (stream->file == nullptr || stream->used == 0) return;
+  if (stream->used == 0) return;
   if (fwrite(stream->text, 1, stream->used, stream->file) != stream->used)
     file_write_error(ec_file_kind_generated_c, errno);
   stream->used = 0;
-}
-
-void free_output_stream(an_output_stream *stream)
-{
-  free_resizable_buffer(stream->text);
-  stream->text = nullptr;
 }
 
 static void make_room(size_t length)

@@ -11,9 +11,9 @@ struct a_pragma;
 
 // --- Output (c_gen_out.cpp) ----------------------------------------------------------------------
 
-// A text on its way: the generated file, or statements that wait for the end of the declarations.
+// The generated file on its way.
 struct an_output_stream {
-  FILE *file;          // null: the text stays in memory
+  FILE *file;
   char *text;
   size_t used;
   size_t allocated;
@@ -34,9 +34,9 @@ extern a_scope *current_scope;                // whose entities are being writte
 extern an_il_to_str_output_control_block control;
 extern bool memory_routines_are_redefined;    // the unit has its own static memcpy or memset
 
+// A stream that was used before keeps its buffer.
 void open_output_stream(an_output_stream *stream, FILE *file);
 void flush_output_stream(an_output_stream *stream);
-void free_output_stream(an_output_stream *stream);
 
 void put_text(const char *text, size_t length);   // breaks the line in front if it gets too long
 void put_str(const char *text);
