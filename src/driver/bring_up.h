@@ -13,21 +13,14 @@ inline bool is_there(F *routine)
   } while (0)
 
 // Interfaces that are on their way.
-extern int depth_stmt_stack __attribute__((weak));
-void statements_one_time_init();
-void statements_init();
-void statements_trans_unit_init();
 void il_lower_one_time_init();
 void il_lower_init();
 void il_lower_trans_unit_init();
 void lower_c99_one_time_init();
 void lower_c99_init();
 void lower_c99_trans_unit_init();
-void back_end();
 void lower_il_memory_region(int region);
 bool il_lowering_needed();
 void do_all_name_mangling(bool flag);
 void do_final_name_mangling();
 void clear_parent_information();
-void finish_function_processing_for_memory_region(int region, bool inline_only);
-void lower_functions_waiting_for_module_id();

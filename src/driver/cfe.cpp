@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <sys/resource.h>
-#include "driver/bring_up.h"
+#include "backend/c_gen_be.h"
 #include "driver/cmd_line.h"
 #include "driver/fe_init.h"
 #include "driver/fe_wrapup.h"
@@ -102,7 +102,7 @@ static void run_back_end()
   if (asm_header_mode) {
     ah_back_end();
   } else {
-    call_if_there(back_end);
+    back_end();
   }
   if (display_compilation_time) display_time_since("Back end time", &start);
 }

@@ -39,6 +39,7 @@
 #include "parse/layout.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
+#include "parse/statements.h"
 #include "parse/symbol_messages.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
@@ -57,9 +58,9 @@ void fe_early_init()
 {
   mem_manage_early_init();
   install_mapping_hooks();
-  call_if_there(host_envir_early_init);
-  call_if_there(target_early_init);
-  call_if_there(cmd_line_early_init);
+  host_envir_early_init();
+  target_early_init();
+  cmd_line_early_init();
   error_early_init();
   call_if_present(pch_early_init);
   il_write_early_init();
@@ -75,28 +76,28 @@ void fe_one_time_init()
 {
   clear_current_positions();
   if (multibyte_chars_in_source_enabled) set_multibyte_locale();
-  call_if_there(target_one_time_init);
-  call_if_there(host_envir_one_time_init);
-  call_if_there(decls_one_time_init);
+  target_one_time_init();
+  host_envir_one_time_init();
+  decls_one_time_init();
   call_if_present(def_arg_one_time_init);
   error_one_time_init();
   install_symbol_message_hooks();
-  call_if_there(expr_one_time_init);
-  call_if_there(il_one_time_init);
+  expr_one_time_init();
+  il_one_time_init();
   types_one_time_init();
-  call_if_there(lookup_one_time_init);
-  call_if_there(lexical_one_time_init);
-  call_if_there(macro_one_time_init);
+  lookup_one_time_init();
+  lexical_one_time_init();
+  macro_one_time_init();
   mem_manage_one_time_init();
   call_if_present(pch_one_time_init);
-  call_if_there(pragma_one_time_init);
+  pragma_one_time_init();
   qualified_name_one_time_init();
   preproc_hooks.builtin_va_list_is_declared = [] { return builtin_va_list_type != nullptr; };
   preproc_hooks.declare_builtin_va_list_type = declare_builtin_va_list_type;
-  call_if_there(preproc_one_time_init);
-  call_if_there(statements_one_time_init);
-  call_if_there(symbol_tbl_one_time_init);
-  call_if_there(scope_stk_one_time_init);
+  preproc_one_time_init();
+  statements_one_time_init();
+  symbol_tbl_one_time_init();
+  scope_stk_one_time_init();
   call_if_present(templates_one_time_init);
   call_if_present(trans_copy_one_time_init);
   trans_unit_one_time_init();
@@ -116,34 +117,34 @@ static void init_modules()
 {
   error_init();
   mem_manage_init();
-  call_if_there(host_envir_init);
+  host_envir_init();
   if (object_file_name == nullptr) {
     object_file_name = derived_name(primary_source_file_name, "obj");
   }
-  call_if_there(il_to_str_init);
-  call_if_there(il_walk_init);
-  call_if_there(lexical_init);
-  call_if_there(symbol_tbl_init);
-  call_if_there(scope_stk_init);
-  call_if_there(decls_init);
-  call_if_there(class_decl_init);
-  call_if_there(layout_init);
+  il_to_str_init();
+  il_walk_init();
+  lexical_init();
+  symbol_tbl_init();
+  scope_stk_init();
+  decls_init();
+  class_decl_init();
+  layout_init();
   call_if_present(def_arg_init);
   call_if_present(templates_init);
   call_if_present(corresp_init);
-  call_if_there(expr_init);
-  call_if_there(macro_init);
-  call_if_there(statements_init);
+  expr_init();
+  macro_init();
+  statements_init();
   call_if_present(pch_init);
-  call_if_there(pragma_init);
-  call_if_there(preproc_init);
-  call_if_there(target_init);
-  call_if_there(const_ints_init);
-  call_if_there(float_pt_init);
+  pragma_init();
+  preproc_init();
+  target_init();
+  const_ints_init();
+  float_pt_init();
   call_if_there(il_lower_init);
   call_if_there(lower_c99_init);
   call_if_present(name_lower_init);
-  call_if_there(attribute_init);
+  attribute_init();
 }
 
 static void record_modes_in_il_header()
@@ -190,7 +191,7 @@ void fe_init_part_1()
 {
   compile_time_text = current_time_text();
   in_front_end = true;
-  if (&depth_stmt_stack != nullptr) depth_stmt_stack = -1;
+  depth_stmt_stack = -1;
   init_modules();
   if (C_dialect == 2 && make_all_functions_unprototyped) {
     pass_stdarg_references_to_generated_code = false;
@@ -206,22 +207,22 @@ void fe_init_part_1()
 
 static void init_modules_for_translation_unit()
 {
-  call_if_there(attribute_trans_unit_init);
+  attribute_trans_unit_init();
   mem_manage_trans_unit_init(is_primary_translation_unit);
-  call_if_there(host_envir_trans_unit_init);
+  host_envir_trans_unit_init();
   error_trans_unit_init();
-  call_if_there(il_trans_unit_init);
+  il_trans_unit_init();
   types_trans_unit_init();
-  call_if_there(decls_trans_unit_init);
-  call_if_there(lexical_trans_unit_init);
-  call_if_there(symbol_tbl_trans_unit_init);
-  call_if_there(scope_stk_trans_unit_init);
+  decls_trans_unit_init();
+  lexical_trans_unit_init();
+  symbol_tbl_trans_unit_init();
+  scope_stk_trans_unit_init();
   call_if_present(templates_trans_unit_init);
   call_if_present(corresp_trans_unit_init);
-  call_if_there(expr_trans_unit_init);
-  call_if_there(statements_trans_unit_init);
-  call_if_there(macro_trans_unit_init);
-  call_if_there(preproc_trans_unit_init);
+  expr_trans_unit_init();
+  statements_trans_unit_init();
+  macro_trans_unit_init();
+  preproc_trans_unit_init();
   call_if_there(il_lower_trans_unit_init);
   call_if_there(lower_c99_trans_unit_init);
   call_if_present(lower_omp_trans_unit_init);
@@ -253,11 +254,11 @@ void fe_translation_unit_init()
     cannot_do_pch_processing = true;
     using_a_pch_file = false;
   }
-  call_if_there(enter_keywords);
-  call_if_there(init_predefined_macros, compile_time_text);
+  enter_keywords();
+  init_predefined_macros(compile_time_text);
   open_file_scope();
   if (C_dialect == 2) enter_predeclared_symbols_of_cplusplus();
-  call_if_there(enter_system_specific_predeclared_symbols);
+  enter_system_specific_predeclared_symbols();
   if (is_primary_translation_unit) {
     call_if_present(init_name_linkage_constants);
   } else {
@@ -283,7 +284,7 @@ static void start_preincludes()
 {
   next_preinclude_file = macro_preinclude_file_list;
   processing_macro_preincludes = true;
-  call_if_there(push_next_preinclude_file);
+  push_next_preinclude_file();
 }
 
 static const char *copy_to_il(const char *text)

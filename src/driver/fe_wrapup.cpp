@@ -94,11 +94,11 @@ void translation_unit()
 void translation_unit_wrapup()
 {
   if (unit_was_parsed() && in_cfront_mode()) call_if_present(check_class_linkage);
-  call_if_there(pop_scope);
-  call_if_there(push_file_scope, 1);
+  pop_scope();
+  push_file_scope(1);
   if (unit_was_parsed()) call_if_present(set_trans_unit_correspondences);
-  call_if_there(make_module_id, nullptr);
-  call_if_there(lower_functions_waiting_for_module_id);
+  make_module_id(nullptr);
+  lower_functions_waiting_for_module_id();
   if (is_cplusplus() && !is_primary_translation_unit && unit_was_parsed()) {
     call_if_present(count_instantiations_of_secondary_unit);
   }
@@ -114,7 +114,7 @@ static a_scope *file_scope_of_unit()
 // The scope's last declarations, fixups and names.
 static void finish_declarations_of_unit()
 {
-  call_if_there(lexical_trans_unit_wrapup);
+  lexical_trans_unit_wrapup();
   if (in_cfront_mode() && is_primary_translation_unit && unit_was_parsed()) {
     call_if_present(check_class_linkage);
   }
@@ -142,16 +142,14 @@ static void make_statics_external_for_instantiations()
 
 static void mark_needed_entities()
 {
-  call_if_there(set_needed_flags_at_end_of_file_scope, file_scope_of_unit());
+  set_needed_flags_at_end_of_file_scope(file_scope_of_unit());
   make_statics_external_for_instantiations();
 }
 
 static void mark_kept_entities()
 {
   end_of_file_scope_needed_flags_phase = true;
-  if (is_there(mark_to_keep_in_il)) {
-    mark_to_keep_in_il(file_scope_of_unit(), iek_scope);
-  }
+  mark_to_keep_in_il(file_scope_of_unit(), iek_scope);
   end_of_file_scope_needed_flags_phase = false;
 }
 
@@ -162,8 +160,8 @@ static void eliminate_what_is_not_needed()
     call_if_present(clear_instantiation_required_on_unneeded_entities);
   }
   if (!okay_to_eliminate_unneeded_il_entries) return;
-  call_if_there(eliminate_bodies_of_unneeded_functions);
-  call_if_there(eliminate_unneeded_il_entries, file_scope_of_unit());
+  eliminate_bodies_of_unneeded_functions();
+  eliminate_unneeded_il_entries(file_scope_of_unit());
 }
 
 // What only the primary unit has to do once its scope is closed.
@@ -195,16 +193,16 @@ static void close_unit()
 {
   if (is_primary_translation_unit) {
     if (is_cplusplus()) call_if_present(remove_unneeded_static_data_member_instantiations);
-    if (lowering_is_needed()) call_if_there(lower_il_memory_region, file_scope_region_number);
+    call_if_there(lower_il_memory_region, file_scope_region_number);
   }
-  call_if_there(empty_shareable_constants_table);
+  empty_shareable_constants_table();
   if (is_primary_translation_unit && is_cplusplus()) {
-    call_if_there(pop_object_lifetime);
+    pop_object_lifetime();
     if (lowering_is_needed()) {
       call_if_present(clean_up_all_object_lifetimes, file_scope_of_unit());
     }
   }
-  call_if_there(pop_scope);
+  pop_scope();
   if (is_primary_translation_unit) finish_primary_il();
 }
 
@@ -268,7 +266,7 @@ static void finish_delayed_functions()
   if (!function_body_processing_delayed_on_some_func_in_primary_il) return;
   for (int inline_only = 1; inline_only >= 0; inline_only--) {
     for (a_memory_region_number region = 2; region <= highest_used_region_number; region++) {
-      call_if_there(finish_function_processing_for_memory_region, region, inline_only != 0);
+      finish_function_processing_for_memory_region(region, inline_only != 0);
     }
   }
   function_body_processing_delayed_on_some_func_in_primary_il = false;

@@ -5,7 +5,6 @@
 #include "driver/il_file.h"
 #include <cerrno>
 #include <cstring>
-#include "driver/bring_up.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
 #include "driver/later_modules.h"
@@ -64,7 +63,7 @@ static void put_header_records(an_error_code part)
 static void walk_region(a_memory_region_number region)
 {
   static const an_il_walk_callbacks no_callbacks = {};
-  if (is_there(walk_routine_scope_il)) walk_routine_scope_il(region, &no_callbacks);
+  walk_routine_scope_il(region, &no_callbacks);
 }
 
 static void put_blocks(a_memory_region_number region)

@@ -6,7 +6,6 @@
 #include <cstring>
 #include "driver/fe_init.h"
 #include "driver/fe_wrapup.h"
-#include "driver/bring_up.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
 #include "driver/later_modules.h"
@@ -215,7 +214,7 @@ void process_translation_unit(const char *file_name, bool is_primary,
   is_primary_translation_unit = is_primary;
   trans_unit_file_name = file_name;
   translation_unit_needed_only_for_exported_templates = template_file != nullptr;
-  call_if_there(compute_il_prefix_size);
+  compute_il_prefix_size();
   if (is_primary) fe_init_part_1();
   a_translation_unit *unit = make_translation_unit(template_file);
   enter_translation_unit(unit);
