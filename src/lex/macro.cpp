@@ -333,6 +333,9 @@ a_token_kind macro_invocation(a_symbol *symbol, bool *expansion_attached)
   a_macro_call call;
   start_macro_call(&call, symbol);
   *expansion_attached = false;
+  if (check_concatenations && !loc_is_in_curr_source_line(start_of_curr_token)) {
+    check_concatenation_at(start_of_curr_token, end_of_curr_token);
+  }
   reset_expansion_buffer_if_unused();
   if (name_is_in_own_expansion(&call)) {
     make_name_inert(&call);
