@@ -247,7 +247,7 @@ void attach_expansion(a_macro_call *call, char *from, char *first_char, char *la
   if (parent != nullptr && parent->is_detached && !parent->stop_at_end) {
     modif->parent = nested_source_line_modif(curr_char_loc - 1);
   }
-  curr_char_loc = first_char;
+  enter_text_of_modif(modif);
   pos_of_macro_invocation = call->position;
 }
 

@@ -180,6 +180,8 @@ inline char *after_source_line_modif(const a_source_line_modif *modif)
   return loc + modif->deletion_count;
 }
 
+// Sets curr_char_loc to the start of the replacement text.
+void enter_text_of_modif(a_source_line_modif *modif);
 // At modif_mark: moves curr_char_loc into the replacement text, or over it if it is empty.  Returns false,
 // with nothing moved, at a modification at which the scanner is to stop.
 bool enter_source_line_modif();

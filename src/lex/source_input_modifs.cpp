@@ -20,8 +20,12 @@ a_source_line_modif *line_start_source_line_modif;
 bool no_modifs_in_curr_line;
 a_source_line_modif *last_source_line_modif_exited_while_skipping_white_space;
 
-static constexpr unsigned modif_hash_size = 7993;
-static a_source_line_modif *modif_hash_table[modif_hash_size];
+// A power of two of chains, doubled when there are more records than chains: an expansion may need
+// hundreds of thousands of them.
+static constexpr unsigned long initial_modif_hash_size = 8192;
+static a_source_line_modif **modif_hash_table;
+static unsigned long modif_hash_size;
+static unsigned long modif_count;  // records in the table
 static a_source_line_modif *avail_source_line_modifs;
 static a_source_line_modif *last_found_modif;  // the text that the scanner is in, most of the time
 static unsigned last_sequence_id;              // sequence ids of this line's modifications
@@ -31,11 +35,31 @@ static unsigned last_sequence_id;              // sequence ids of this line's mo
 
 static inline a_source_line_modif **hash_chain(const char *location)
 {
-  return &modif_hash_table[((unsigned long)location >> 2) % modif_hash_size];
+  return &modif_hash_table[(unsigned long)location & (modif_hash_size - 1)];
+}
+
+static void resize_modif_hash_table(unsigned long size)
+{
+  a_source_line_modif **old_table = modif_hash_table;
+  unsigned long old_size = modif_hash_size;
+  modif_hash_table = (a_source_line_modif **)alloc_general(size * sizeof(*modif_hash_table));
+  modif_hash_size = size;
+  memset((void *)modif_hash_table, 0, size * sizeof(*modif_hash_table));
+  for (unsigned long i = 0; i < old_size; ++i) {
+    a_source_line_modif *next;
+    for (a_source_line_modif *modif = old_table[i]; modif != nullptr; modif = next) {
+      next = modif->next_in_hash;
+      a_source_line_modif **chain = hash_chain(modif->location);
+      modif->next_in_hash = *chain;
+      *chain = modif;
+    }
+  }
+  if (old_table != nullptr) free_general(old_table, old_size * sizeof(*old_table));
 }
 
 void add_source_line_modif_to_hash_table(a_source_line_modif *modif)
 {
+  if (++modif_count > modif_hash_size) resize_modif_hash_table(modif_hash_size * 2);
   a_source_line_modif **chain = hash_chain(modif->location);
   modif->next_in_hash = *chain;
   *chain = modif;
@@ -49,6 +73,7 @@ void rem_source_line_modif_from_hash_table(a_source_line_modif *modif)
     link = &(*link)->next_in_hash;
   }
   *link = modif->next_in_hash;
+  --modif_count;
 }
 
 a_source_line_modif *assoc_source_line_modif(const char *loc)
@@ -258,7 +283,12 @@ void source_line_modifs_reset()
   last_found_modif = nullptr;
   last_source_line_modif_exited_while_skipping_white_space = nullptr;
   no_modifs_in_curr_line = true;
-  memset(modif_hash_table, 0, sizeof(modif_hash_table));
+  modif_count = 0;
+  if (modif_hash_table == nullptr) {
+    resize_modif_hash_table(initial_modif_hash_size);
+  } else {
+    memset((void *)modif_hash_table, 0, modif_hash_size * sizeof(*modif_hash_table));
+  }
 }
 
 //---------------------------------------------------------------------------------------------
@@ -287,6 +317,12 @@ void delete_collected_source_in_line()
   }
 }
 
+void enter_text_of_modif(a_source_line_modif *modif)
+{
+  curr_char_loc = modif->first_char;
+  last_found_modif = modif;
+}
+
 bool enter_source_line_modif()
 {
   a_source_line_modif *modif = assoc_source_line_modif(curr_char_loc);
@@ -296,8 +332,7 @@ bool enter_source_line_modif()
     curr_char_loc = after_source_line_modif(modif);
   } else {
     if (!modif->parent_is_known) f_parent_source_line_modif(modif);
-    curr_char_loc = modif->first_char;
-    last_found_modif = modif;
+    enter_text_of_modif(modif);
   }
   if (delete_source_from_loc != nullptr) delete_source_from_loc = curr_char_loc;
   return true;

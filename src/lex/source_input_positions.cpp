@@ -54,40 +54,74 @@ static long count_logical_char_info(const char *from, const char *to)
   return (long)bounds[1] - (long)bounds[0];
 }
 
+// Where a walk along the original modifications has come.  Locations mostly ascend, so the next walk
+// goes on from there.
+static struct {
+  const an_orig_line_modif *list;    // of the line that was walked
+  const char *line_buffer;
+  a_seq_number line_seq;
+  const an_orig_line_modif *passed;  // the last record that was passed, or null
+  const char *place;                 // behind all that were
+  const char *line_start;
+  a_seq_number seq;
+  long adjustment;
+} orig_walk;
+
+static void start_orig_walk()
+{
+  orig_walk.list = orig_line_modif_list;
+  orig_walk.passed = nullptr;
+  orig_walk.line_buffer = orig_walk.place = orig_walk.line_start = curr_source_line;
+  orig_walk.line_seq = orig_walk.seq = curr_seq_number;
+  orig_walk.adjustment = 0;
+}
+
+// Takes a record into account if it lies before `location`.
+static bool pass_orig_modif(const an_orig_line_modif *m, const char *location)
+{
+  switch (m->kind) {
+    case olm_splice:
+    case olm_newline_in_string: {
+      const char *line_start = m->kind == olm_splice ? m->location : m->location + 2;
+      // The escape that ends the line stays on the line that the splice ended.
+      if (location < line_start) return false;
+      if (location == line_start && location == end_of_curr_source_line) return false;
+      orig_walk.line_start = line_start;
+      orig_walk.seq = m->variant.seq;
+      orig_walk.adjustment = 0;
+      return true;
+    }
+    case olm_trigraph:
+      if (m->location >= location) return false;
+      orig_walk.adjustment += 2;
+      return true;
+    case olm_null_char:
+      if (m->location >= location) return false;
+      orig_walk.adjustment -= 1;
+      return true;
+  }
+  return false;
+}
+
 // The position of a place in the line buffer.
 static a_source_position position_in_line(const char *location)
 {
-  const char *line_start = curr_source_line;
-  a_seq_number seq = curr_seq_number;
-  long adjustment = 0;
-  for (an_orig_line_modif *m = orig_line_modif_list; m != nullptr; m = m->next) {
-    if (m->location > location) break;
-    switch (m->kind) {
-      case olm_splice:
-        // The escape that ends the line stays on the line that the splice ended.
-        if (m->location == location && location == end_of_curr_source_line) break;
-        line_start = m->location;
-        seq = m->variant.seq;
-        adjustment = 0;
-        break;
-      case olm_newline_in_string:
-        if (location < m->location + 2) break;
-        line_start = m->location + 2;
-        seq = m->variant.seq;
-        adjustment = 0;
-        break;
-      case olm_trigraph:
-        if (m->location < location) adjustment += 2;
-        break;
-      case olm_null_char:
-        if (m->location < location) adjustment -= 1;
-        break;
-    }
+  if (orig_walk.list != orig_line_modif_list || orig_walk.line_buffer != curr_source_line
+      || orig_walk.line_seq != curr_seq_number || location < orig_walk.place) {
+    start_orig_walk();
   }
+  for (;;) {
+    const an_orig_line_modif *next =
+      orig_walk.passed == nullptr ? orig_walk.list : orig_walk.passed->next;
+    if (next == nullptr || !pass_orig_modif(next, location)) break;
+    orig_walk.passed = next;
+  }
+  orig_walk.place = location;
+  long adjustment = orig_walk.adjustment;
   if (logical_char_info_entries_used > 0) {
-    adjustment -= count_logical_char_info(line_start, location);
+    adjustment -= count_logical_char_info(orig_walk.line_start, location);
   }
-  return {seq, (a_column_number)(location - line_start + adjustment + 1)};
+  return {orig_walk.seq, (a_column_number)(location - orig_walk.line_start + adjustment + 1)};
 }
 
 // A text whose characters stand for source characters: its ends have positions of their own.
