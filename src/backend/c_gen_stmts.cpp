@@ -5,12 +5,14 @@
 
 static void write_indented(a_statement *statement)
 {
-  indent += 2;
+  // A block indents what it holds by itself.
+  unsigned step = statement != nullptr && statement->kind == stmk_block ? 0 : 2;
+  indent += step;
   if (statement == nullptr)
     put_char(';');
   else
     write_statement(statement);
-  indent -= 2;
+  indent -= step;
 }
 
 // --- Labels, jumps -------------------------------------------------------------------------------
@@ -56,8 +58,7 @@ static void write_return(a_statement *statement)
 // A return at the very end of a routine that says nothing.
 static bool is_idle_return(const a_statement *statement)
 {
-  return statement->kind == stmk_return && statement->expr == nullptr &&
-         statement->next == nullptr && statement->start_position.seq == 0;
+  return statement->kind == stmk_return && statement->expr == nullptr && statement->next == nullptr;
 }
 
 // --- Branches and loops --------------------------------------------------------------------------
@@ -96,7 +97,7 @@ static void write_if(a_statement *statement)
   write_branch(then_statement_of(statement), else_statement != nullptr);
   if (else_statement == nullptr) return;
   write_position(statement->else_position);
-  put_str("else ");
+  put_str("else");
   write_branch(else_statement, false);
 }
 
@@ -122,7 +123,7 @@ static void write_while(a_statement *statement)
 
 static void write_do(a_statement *statement)
 {
-  put_str("do ");
+  put_str("do");
   write_loop_body(body_of(statement), statement->pre_statement, nullptr);
   put_str(" while ");
   write_parenthesized(statement->expr);
@@ -148,7 +149,7 @@ static void write_for_header(a_statement *statement, bool with_init)
   if (statement->expr != nullptr) write_parenthesized(statement->expr);
   put_str("; ");
   if (supplement->increment_expr != nullptr) write_expression(supplement->increment_expr, false);
-  put_str(") ");
+  put_char(')');
 }
 
 static void write_scope_variables(a_scope *scope);
@@ -161,6 +162,7 @@ static void write_for(a_statement *statement)
       scope != nullptr && (scope->variables != nullptr || scope->local_variables != nullptr);
   bool in_header = fits_for_header(supplement->init_statement);
   bool braces = has_variables || !in_header;
+  write_position(statement->start_position);
   if (braces) put_char('{');
   if (has_variables) {
     current_scope = scope;
@@ -179,7 +181,7 @@ static void write_for(a_statement *statement)
     in_header = false;
   }
   if (pre_test != nullptr) write_statement(pre_test);
-  write_position(statement->start_position);
+  if (braces || pre_test != nullptr) write_position(statement->start_position);
   if (pre_test == nullptr && pre_increment == nullptr) {
     write_for_header(statement, in_header);
     write_indented(body_of(statement));
@@ -235,7 +237,7 @@ static void write_switch(a_statement *statement)
 {
   put_str("switch (");
   write_expression(statement->expr, false);
-  put_str(") ");
+  put_char(')');
   write_indented(body_of(statement));
 }
 
@@ -393,7 +395,8 @@ void write_block_body(a_statement *block)
       code_seen = false;
     }
     if (is_code(statement)) code_seen = true;
-    if (is_idle_return(statement) && current_scope != nullptr && current_scope->kind == sck_function)
+    if (is_idle_return(statement) && current_scope != nullptr &&
+        current_scope->kind == sck_function && current_scope->assoc_block == block)
       continue;
     write_statement(statement);
   }
@@ -420,6 +423,7 @@ static bool has_own_position(const a_statement *statement)
   case stmk_decl_entities:
   case stmk_vla_decl:
   case stmk_type_or_var_decl:
+  case stmk_for:
   case stmk_init: return false;
   default: return true;
   }

@@ -181,22 +181,18 @@ static void write_bit_field(a_field *field)
   if (skip_typerefs(field->type)->kind == tk_integer) write_excess_bits(field);
 }
 
-static void put_counted(const char *before, uint64_t count, const char *unit)
-{
-  char text[64];
-  snprintf(text, sizeof text, "%s%llu %s%s", before, (unsigned long long)count, unit,
-           count == 1 ? "" : "s");
-  put_str(text);
-}
-
+// " offset = 4 bytes, 3 bits, type alignment = 4", in one piece.
 static void write_offset_comment(const a_field *field)
 {
-  open_comment();
-  put_counted(" offset = ", field->offset, "byte");
-  if (field->is_bit_field && field->bit_offset != 0) put_counted(", ", field->bit_offset, "bit");
-  put_str(", type alignment = ");
-  put_unsigned(f_alignment_of_type(field->type));
-  close_comment();
+  char text[128];
+  int length = snprintf(text, sizeof text, "/*  offset = %llu byte%s",
+                        (unsigned long long)field->offset, field->offset == 1 ? "" : "s");
+  if (field->is_bit_field && field->bit_offset != 0)
+    length += snprintf(text + length, sizeof text - size_t(length), ", %u bit%s",
+                       unsigned(field->bit_offset), field->bit_offset == 1 ? "" : "s");
+  length += snprintf(text + length, sizeof text - size_t(length), ", type alignment = %u*/",
+                     f_alignment_of_type(field->type));
+  put_text(text, size_t(length));
 }
 
 static bool is_empty_class_object(a_type *type)

@@ -377,6 +377,15 @@ static void form_offset(int64_t offset, an_il_to_str_output_control_block *block
   put_number(offset < 0 ? 0 - uint64_t(offset) : uint64_t(offset), block);
 }
 
+// True if a pointer to `from` may stand for a pointer to `to`: the latter may only be const besides.
+static bool pointee_matches(a_type *from, a_type *to)
+{
+  unsigned from_qualifiers = get_type_qualifiers(from), to_qualifiers = get_type_qualifiers(to);
+  return (from_qualifiers | tq_const) == (to_qualifiers | tq_const) &&
+         (from_qualifiers & ~to_qualifiers) == 0 &&
+         f_identical_types(from, to, ido_ignore_top_qualifiers);
+}
+
 // In generated code: the address in the form that has exactly the constant's type.
 static void form_generated_address(const a_constant *constant, bool in_context,
                                    an_il_to_str_output_control_block *block)
@@ -388,18 +397,19 @@ static void form_generated_address(const a_constant *constant, bool in_context,
                                                                 : nullptr;
   bool is_array = entity_type != nullptr && skip_typerefs(entity_type)->kind == tk_array;
   bool to_element = is_array && target != nullptr &&
-                    identical_types(as_array(skip_typerefs(entity_type)).element_type, target);
+                    pointee_matches(as_array(skip_typerefs(entity_type)).element_type, target);
   bool to_entity = entity_type != nullptr && target != nullptr &&
-                   (identical_types(entity_type, target) ||
+                   (pointee_matches(entity_type, target) ||
                     (address.kind == ack_routine && skip_typerefs(target)->kind == tk_routine &&
                      types_are_compatible(entity_type, target)));
   bool is_label = address.kind == ack_label && target != nullptr &&
                   skip_typerefs(target)->kind == tk_void && address.offset == 0;
   uint64_t element_size = to_element ? size_of_type(target) : 0;
   if (type == nullptr || is_label || (to_entity && address.offset == 0)) {
-    if (in_context) put("(", block);
+    bool parenthesize = in_context && address.kind != ack_routine;
+    if (parenthesize) put("(", block);
     form_addressed_entity(address, false, block);
-    if (in_context) put(")", block);
+    if (parenthesize) put(")", block);
   } else if (to_element && address.offset == 0) {
     form_addressed_entity(address, true, block);
   } else if (to_element && element_size != 0 && address.offset % int64_t(element_size) == 0) {
