@@ -383,7 +383,8 @@ static bool impl_arithmetic_conversion(a_type *source, a_type *dest, a_std_conv_
       return true;
     }
     if (C_dialect == 2) return false;
-    descr->diagnostic = ec_mixed_enum_type;
+    // C: enumerators are ints, so an integer says nothing; another enumeration does.
+    if (source->kind == tk_integer && as_integer(source).is_enum) descr->diagnostic = ec_mixed_enum_type;
     return true;
   }
   if (source->kind == tk_integer && as_integer(source).is_enum && as_integer(source).enum_is_scoped) {

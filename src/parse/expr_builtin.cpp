@@ -365,8 +365,8 @@ void scan_builtin_with_special_arguments(an_operand *, a_routine *routine, an_op
 // ---------------------------------------------------------------------------------------------------
 // Variable arguments: va_start, va_arg, va_end, va_copy in both their spellings
 
-// A va_list object, also one that a parameter of array type has become a pointer to.
-static bool scan_va_list_argument(an_error_code code, an_operand *list)
+// A va_list object, also one that a parameter of array type has become a pointer to; `use` is what happens to it.
+static bool scan_va_list_argument(an_error_code code, an_operand *list, unsigned use)
 {
   scan_operand_of_list(list);
   if (list->kind == ok_error) return false;
@@ -377,7 +377,7 @@ static bool scan_va_list_argument(an_error_code code, an_operand *list)
     expr_pos_error(code, list->position);
     return false;
   }
-  change_ref_kinds(list->ref_entries, rk_read_modified);
+  change_ref_kinds(list->ref_entries, use);
   return true;
 }
 
@@ -409,7 +409,7 @@ static void scan_va_start(a_source_position pos, an_operand *result)
 {
   an_operand list, parameter;
   bool ok = check_in_variadic_function(pos, ec_va_start_requires_ellipsis_function);
-  ok = scan_va_list_argument(ec_bad_va_start, &list) && ok;
+  ok = scan_va_list_argument(ec_bad_va_start, &list, rk_modified) && ok;
   if (!comma_between_arguments()) ok = false;
   scan_operand_of_list(&parameter);
   eliminate_unusual_operand_kinds(&parameter);
@@ -437,7 +437,7 @@ static void check_va_arg_type(a_type *type, a_source_position pos)
 static void scan_va_arg(an_operand *result)
 {
   an_operand list;
-  bool ok = scan_va_list_argument(ec_bad_va_arg, &list);
+  bool ok = scan_va_list_argument(ec_bad_va_arg, &list, rk_read_modified);
   if (!comma_between_arguments()) ok = false;
   a_source_position type_pos = pos_curr_token;
   a_type *type = nullptr;
@@ -462,7 +462,7 @@ static void scan_va_arg(an_operand *result)
 static void scan_va_end(an_operand *result)
 {
   an_operand list;
-  if (scan_va_list_argument(ec_bad_va_end, &list)) {
+  if (scan_va_list_argument(ec_bad_va_end, &list, rk_read)) {
     make_expression_operand(make_va_node(eok_va_end, void_type(), &list, nullptr), result);
   } else {
     make_error_operand(result);
@@ -472,9 +472,9 @@ static void scan_va_end(an_operand *result)
 static void scan_va_copy(an_operand *result)
 {
   an_operand target, source;
-  bool ok = scan_va_list_argument(ec_bad_va_start, &target);
+  bool ok = scan_va_list_argument(ec_bad_va_copy, &target, rk_modified);
   if (!comma_between_arguments()) ok = false;
-  ok = scan_va_list_argument(ec_bad_va_start, &source) && ok;
+  ok = scan_va_list_argument(ec_bad_va_copy, &source, rk_read) && ok;
   if (!ok) {
     make_error_operand(result);
     return;
@@ -485,7 +485,7 @@ static void scan_va_copy(an_operand *result)
 static void scan_varargs_start(an_operand *result)
 {
   an_operand list;
-  if (scan_va_list_argument(ec_bad_va_start, &list)) {
+  if (scan_va_list_argument(ec_bad_va_start, &list, rk_modified)) {
     make_expression_operand(make_va_node(eok_varargs_start, void_type(), &list, nullptr), result);
   } else {
     make_error_operand(result);

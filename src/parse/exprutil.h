@@ -333,6 +333,7 @@ a_type *determine_imaginary_operation_type(an_expr_operator_kind op, a_type *lef
 
 // Casts.  The operand is changed in place; errors make it an error operand.
 void cast_operand(a_type *type, an_operand *operand, bool is_explicit);
+void convert_arithmetic_operand(a_type *type, an_operand *operand);
 void cast_operand_special(a_type *type, an_operand *operand, bool is_implicit, bool is_reinterpret);
 void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos, bool check_access, bool check_ambiguity,
                        bool is_implicit, bool is_reinterpret, bool no_hierarchy_adjust);

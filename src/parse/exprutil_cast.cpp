@@ -38,14 +38,14 @@ static bool constants_keep_their_expression()
 // Casts of operands
 
 static void cast_constant_operand(a_type *type, an_operand *operand, a_source_position *pos, bool check_access,
-                                  bool check_ambiguity, bool is_implicit, bool no_hierarchy_adjust)
+                                  bool check_ambiguity, bool is_implicit, bool reports, bool no_hierarchy_adjust)
 {
   an_operand saved = *operand;
   if (is_implicit && identical_types(operand->type, type) && operand->state != os_lvalue) return;
   a_constant result = operand->value.constant;
   bool not_folded = false;
   an_error_code suppressed = ec_no_error;
-  type_change_constant_full(&result, type, is_implicit, in_constant_context(), expr_stack->value_required,
+  type_change_constant_full(&result, type, is_implicit && reports, in_constant_context(), expr_stack->value_required,
                             expr_stack->favor_constant_result, check_access, check_ambiguity,
                             no_hierarchy_adjust, false, &not_folded,
                             expr_stack->suppress_errors ? &suppressed : nullptr, pos);
@@ -79,7 +79,7 @@ void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos
     return;
   }
   if (operand->kind == ok_constant && !is_void_type(type)) {
-    cast_constant_operand(type, operand, pos, check_access, check_ambiguity, is_implicit, no_hierarchy_adjust);
+    cast_constant_operand(type, operand, pos, check_access, check_ambiguity, is_implicit, true, no_hierarchy_adjust);
     return;
   }
   if (operand->kind != ok_expression && operand->kind != ok_constant) return;
@@ -90,6 +90,17 @@ void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos
   make_expression_operand(cast, operand);
   operand->ruled_out_expr_kinds = saved.ruled_out_expr_kinds;
   restore_operand_details_incl_ref(operand, &saved);
+}
+
+// The arithmetic conversions wrap constants around without a word: in `u & ~7` nobody means a negative number.
+void convert_arithmetic_operand(a_type *type, an_operand *operand)
+{
+  bool is_integer_constant = operand->kind == ok_constant && operand->value.constant.kind == ck_integer;
+  if (is_integer_constant && is_integral_or_enum_type(type) && operand->kind != ok_error) {
+    cast_constant_operand(rvalue_type(type), operand, &operand->position, false, false, true, false, false);
+  } else {
+    cast_operand(type, operand, false);
+  }
 }
 
 void cast_operand(a_type *type, an_operand *operand, bool is_explicit)

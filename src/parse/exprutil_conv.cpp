@@ -509,8 +509,8 @@ void arg_default_promote_operand(an_operand *operand, bool strict)
 
 void change_binary_operand_types(a_type *type, an_operand *left, an_operand *right)
 {
-  cast_operand(type, left, false);
-  cast_operand(type, right, false);
+  convert_arithmetic_operand(type, left);
+  convert_arithmetic_operand(type, right);
 }
 
 // Imaginary and real operands of multiplication and division give a real or an imaginary result (C99 G.5).
