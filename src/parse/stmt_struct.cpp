@@ -138,8 +138,8 @@ void do_statement()
   remove_stop_token(tok_while);
   top_stmt_entry()->do_body_ended = true;
   add_stop_token(tok_semicolon);
-  required_token(tok_while, ec_exp_while);
-  statement->expr = parenthesized_condition();
+  bool has_condition = required_token(tok_while, ec_exp_while);
+  statement->expr = has_condition ? parenthesized_condition() : error_node();
   statement->end_position = pos_curr_token;
   remove_stop_token(tok_semicolon);
   required_token(tok_semicolon, ec_exp_semicolon);
@@ -382,6 +382,7 @@ void case_label()
   remove_stop_token(tok_colon);
   required_token(tok_colon, ec_exp_colon);
   if (depth >= 0) add_case_statement(entry, depth);
+  else set_flow(live_flow);  // no second message about what follows
 }
 
 void default_label()
@@ -398,7 +399,10 @@ void default_label()
   }
   get_token();
   required_token(tok_colon, ec_exp_colon);
-  if (!is_new) return;
+  if (!is_new) {
+    set_flow(live_flow);
+    return;
+  }
   a_switch_case_entry *entry = alloc_switch_case_entry();
   entry->position = position;
   entry->is_reachable = true;
