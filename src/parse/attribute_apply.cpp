@@ -397,7 +397,7 @@ static void *apply_cleanup(an_attribute *attribute, void *entity, an_il_entry_ki
   a_symbol_locator locator = cleared_locator;
   locator.position = attribute->args->position;
   find_symbol(name, (uint32_t)strlen(name), &locator);
-  a_symbol *symbol = normal_id_lookup(&locator, lo_none);
+  a_symbol *symbol = normal_id_lookup(&locator, lo_type_only);
   if (!is_cleanup_function(symbol)) {
     pos_st_error(ec_invalid_cleanup_routine, locator.position, name);
     return entity;

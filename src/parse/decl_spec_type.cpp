@@ -36,7 +36,7 @@ static bool words_fit_typedef(const a_specifier_scan *scan, a_type *type)
 // The identifier that can't be a declarator's name stands for a type by mistake.
 static void bad_type_name(a_specifier_scan *scan)
 {
-  a_symbol *symbol = normal_id_lookup(&locator_for_curr_id, lo_none);
+  a_symbol *symbol = normal_id_lookup(&locator_for_curr_id, lo_type_only);
   if (symbol) {
     pos_sy_error(ec_sym_not_a_type_name, pos_curr_token, symbol);
   } else {
@@ -127,7 +127,7 @@ bool is_constructor_decl(a_type *class_type, a_decl_parse_state *)
 {
   if (curr_token != tok_identifier || class_type == nullptr) return false;
   a_symbol *symbol = locator_for_curr_id.symbol;
-  if (symbol == nullptr) symbol = normal_id_lookup(&locator_for_curr_id, lo_none);
+  if (symbol == nullptr) symbol = normal_id_lookup(&locator_for_curr_id, lo_type_only);
   if (symbol == nullptr || !is_type_symbol(symbol)) return false;
   if (!identical_types(type_of_symbol(symbol), class_type)) return false;
   return next_token() == tok_lparen;

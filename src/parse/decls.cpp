@@ -17,6 +17,7 @@
 #include "parse/decls_private.h"
 #include "parse/expr.h"
 #include "parse/lookup.h"
+#include "parse/lookup_parts.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
 #include "parse/symbol_ref.h"
@@ -463,8 +464,29 @@ void handler_declaration(a_handler *handler, a_source_position *position, bool)
 //---------------------------------------------------------------------------------------------
 // Life cycle.
 
+// A use of a name whose extern declaration stood in a block that is closed: it is declared anew here.
+static a_symbol *redeclare_external_symbol(a_symbol *extern_symbol, a_symbol_locator *locator)
+{
+  a_decl_parse_state state = null_decl_parse_state;
+  state.start_position = locator->position;
+  state.storage_class = state.effective_storage_class = sc_extern;
+  a_type *type = extern_symbol->variant.extern_entity.type;
+  state.declared_type = state.type_specifier = state.bottom_type = type;
+  if (type == nullptr) return nullptr;
+  a_symbol_locator copy = *locator;
+  copy.symbol = nullptr;
+  an_id_linkage_kind linkage = idl_none;
+  if (is_function_type(type)) {
+    decl_routine(&copy, &state, nullptr, rdf_declaration, &linkage, nullptr, nullptr);
+  } else {
+    decl_variable(&copy, &state, rdf_declaration, &linkage, nullptr, nullptr);
+  }
+  return state.symbol;
+}
+
 void decls_one_time_init()
 {
+  redeclare_external_symbol_hook = redeclare_external_symbol;
 }
 
 void decls_init()

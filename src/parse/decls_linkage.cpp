@@ -157,7 +157,7 @@ static void find_prior_of_block_extern(a_decl_decision *decision)
   decision->prior_symbol = curr_scope_id_lookup(&copy, lo_none);
   copy = *decision->locator;
   copy.symbol = nullptr;
-  a_symbol *visible = normal_id_lookup(&copy, lo_none);
+  a_symbol *visible = normal_id_lookup(&copy, lo_type_only);
   if (visible == nullptr || !symbol_is_object_or_routine(visible) || !has_linkage(visible)) {
     visible = file_scope_symbol(decision->locator);
     if (visible && (!symbol_is_object_or_routine(visible) || !has_linkage(visible))) {

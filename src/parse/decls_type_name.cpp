@@ -23,7 +23,7 @@ a_symbol *curr_type_symbol()
   a_symbol *symbol;
   if (C_dialect != 2) {
     if (curr_token != tok_identifier) return nullptr;
-    symbol = normal_id_lookup(&locator_for_curr_id, lo_none);
+    symbol = normal_id_lookup(&locator_for_curr_id, lo_type_only);
   } else {
     if (curr_token != tok_identifier && curr_token != tok_colon_colon) return nullptr;
     bool error_found = false;
@@ -78,7 +78,7 @@ bool is_type_start(uint32_t options)
 static bool is_unknown_type_name(uint32_t options)
 {
   if (C_dialect == 2) return false;
-  a_symbol *symbol = normal_id_lookup(&locator_for_curr_id, lo_none);
+  a_symbol *symbol = normal_id_lookup(&locator_for_curr_id, lo_type_only);
   if (symbol != nullptr && symbol->kind != sk_undefined) return false;
   a_token_kind second = next_token();
   if (second == tok_identifier) return true;

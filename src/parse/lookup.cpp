@@ -285,7 +285,8 @@ static a_symbol *find_by_anachronism(a_symbol_locator *locator, unsigned options
   return best;
 }
 
-// Standard C: an extern declaration made in a block that is closed by now.
+// Standard C: an extern declaration made in a block that is closed by now.  Only a use of the name asks
+// for it: lookups that want to know whether the name is a type pass lo_type_only.
 static a_symbol *find_out_of_scope_declaration(a_symbol_locator *locator, unsigned options)
 {
   if (C_dialect != 0 || strict_ansi_mode || (options & (lo_type_only | lo_tag))) return nullptr;

@@ -363,7 +363,9 @@ static bool checks_are_due(a_scope_kind kind, bool is_reactivation, unsigned fla
 
 static void end_symbol(a_symbol *symbol, a_scope_kind kind, bool is_reactivation, bool check_it)
 {
-  if (check_it) check_symbol_at_end_of_scope(symbol, kind);
+  // What lost a conflict was reported where it stands.
+  bool is_known = symbol->on_active_chain || symbol->on_inactive_chain || symbol->not_entered;
+  if (check_it && is_known) check_symbol_at_end_of_scope(symbol, kind);
   if (symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine) return;
   if (is_namespace_level_scope(kind) && !is_reactivation) return;
   bool was_linked = symbol->on_active_chain;

@@ -1,4 +1,4 @@
-// options: --strict_ansi
+// options: --c99 --strict
 // proves: a static function that is called needs a definition; one that is not called is unused
 static int called_but_missing(int);  // expect: error never_defined
 static int neither(void);            // expect: warning declared_but_not_referenced
