@@ -1,0 +1,6 @@
+/* comment */
+#if !defined(GUARDED_H)
+#define GUARDED_H
+guarded
+#endif
+// comment

@@ -1,0 +1,5 @@
+#ifndef OPEN_H
+#define OPEN_H
+first time
+#endif
+every time

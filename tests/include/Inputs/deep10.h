@@ -1,0 +1,3 @@
+before 10
+#include "deep9.h"
+behind 10 __LINE__

@@ -1,0 +1,3 @@
+before 12
+#include "deep11.h"
+behind 12 __LINE__

@@ -1,0 +1,3 @@
+before 6
+#include "deep5.h"
+behind 6 __LINE__

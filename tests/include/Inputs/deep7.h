@@ -1,0 +1,3 @@
+before 7
+#include "deep6.h"
+behind 7 __LINE__

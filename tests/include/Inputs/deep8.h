@@ -1,0 +1,3 @@
+before 8
+#include "deep7.h"
+behind 8 __LINE__

@@ -1,0 +1,2 @@
+first
+#include_next <level.h>

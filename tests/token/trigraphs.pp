@@ -1,0 +1,5 @@
+# 1 "trigraphs.c"
+
+
+
+[ ] { } | ^ ~ "\n" spliced
