@@ -17,6 +17,7 @@
 #include "driver/signals.h"
 #include "driver/trans_unit.h"
 #include "errors/error.h"
+#include "mem/stack_limit.h"
 
 int sys_argc;
 char **sys_argv;
@@ -75,14 +76,18 @@ void exit_compilation(an_error_severity severity)
 
 // ---- The pipeline ----
 
-// Recursion that the input drives is limited by counts; the stack is made to hold all of them.
+// Makes room for deep nesting and tells the parser how much there is.
 static void ensure_stack_size()
 {
   constexpr rlim_t wanted = 120ul << 20;  // the least gap that the kernel leaves below the stack
   rlimit limit;
-  if (getrlimit(RLIMIT_STACK, &limit) != 0 || limit.rlim_cur >= wanted) return;
-  limit.rlim_cur = limit.rlim_max < wanted ? limit.rlim_max : wanted;
-  setrlimit(RLIMIT_STACK, &limit);
+  if (getrlimit(RLIMIT_STACK, &limit) != 0) return;
+  rlim_t size = limit.rlim_max < wanted ? limit.rlim_max : wanted;
+  if (limit.rlim_cur < size) {
+    limit.rlim_cur = size;
+    if (setrlimit(RLIMIT_STACK, &limit) != 0) size = 0;
+  }
+  if (size != 0) set_stack_limit(size);
 }
 
 static void install_error_hooks()

@@ -1,7 +1,7 @@
 // stack_limit.cpp - see stack_limit.h.
 #include "mem/stack_limit.h"
 
-#include "errors/error.h"
+#include "mem/mem_manage.h"
 
 char *lowest_stack_address;
 
@@ -16,5 +16,6 @@ void set_stack_limit(unsigned long size)
 void report_too_deep_nesting()
 {
   lowest_stack_address = nullptr;
-  catastrophe(ec_program_too_large);
+  mem_manage_hooks.program_too_large();
+  __builtin_unreachable();
 }
