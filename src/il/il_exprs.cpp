@@ -563,11 +563,10 @@ void overwrite_node(an_expr_node *expr, const an_expr_node *content)
   entry_flags_of(expr).lowered = lowered;
 }
 
+// C assigns classes, but no arrays.
 an_expr_operator_kind assignment_operator_for_type(a_type *type)
 {
-  a_type_kind kind = skip_typerefs(type)->kind;
-  bool is_aggregate = kind == tk_array || kind_has_class_part(kind);
-  return is_aggregate ? eok_struct_assign : eok_assign;
+  return skip_typerefs(type)->kind == tk_array ? eok_struct_assign : eok_assign;
 }
 
 a_routine *routine_from_function_expr(const an_expr_node *expr)

@@ -118,15 +118,20 @@ void eliminate_bodies_of_unneeded_functions()
     a_scope *scope = region_scope_table[region];
     if (scope == nullptr || scope->kind != sck_function) continue;
     a_routine *routine = routine_of_scope(scope);
-    if (routine->keep_definition_in_il || entry_flags_of(routine).is_secondary_entry) continue;
+    if (entry_flags_of(routine).is_secondary_entry) continue;
+    // A region that its routine has left holds a body that was dropped.
+    bool is_current = routine->region_number == region;
+    if (is_current && routine->keep_definition_in_il) continue;
     for (a_vla_dimension *dimension = scope->vla_dimensions; dimension != nullptr;
          dimension = dimension->next) {
       if (dimension->type != nullptr) dimension->type->has_vla_bound_ref = false;
     }
-    routine->is_defined = false;
-    routine->region_number = 0;
-    routine->definition_needed = false;
-    routine->inline_linkage_state = 0;
+    if (is_current) {
+      routine->is_defined = false;
+      routine->region_number = 0;
+      routine->definition_needed = false;
+      routine->inline_linkage_state = 0;
+    }
     region_scope_table[region] = nullptr;
     free_memory_region(region);
   }
