@@ -7,7 +7,6 @@
 #include <ctime>
 #include "consts/const_ints.h"
 #include "consts/float_pt.h"
-#include "driver/bring_up.h"
 #include "driver/cfe.h"
 #include "driver/cmd_line.h"
 #include "driver/flags.h"
@@ -43,6 +42,8 @@
 #include "parse/symbol_messages.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
+#include "lower/lower_c99.h"
+#include "lower/lower_il.h"
 
 const char *compile_time_text;
 
@@ -102,9 +103,9 @@ void fe_one_time_init()
   call_if_present(trans_copy_one_time_init);
   trans_unit_one_time_init();
   call_if_present(corresp_one_time_init);
-  call_if_there(il_lower_one_time_init);
-  if (is_there(lower_il_memory_region)) lower_region_hook = lower_il_memory_region;
-  call_if_there(lower_c99_one_time_init);
+  il_lower_one_time_init();
+  lower_region_hook = lower_il_memory_region;
+  lower_c99_one_time_init();
   call_if_present(lower_omp_one_time_init);
   call_if_present(name_lower_one_time_init);
   call_if_present(extasm_one_time_init);
@@ -141,8 +142,8 @@ static void init_modules()
   target_init();
   const_ints_init();
   float_pt_init();
-  call_if_there(il_lower_init);
-  call_if_there(lower_c99_init);
+  il_lower_init();
+  lower_c99_init();
   call_if_present(name_lower_init);
   attribute_init();
 }
@@ -223,8 +224,8 @@ static void init_modules_for_translation_unit()
   statements_trans_unit_init();
   macro_trans_unit_init();
   preproc_trans_unit_init();
-  call_if_there(il_lower_trans_unit_init);
-  call_if_there(lower_c99_trans_unit_init);
+  il_lower_trans_unit_init();
+  lower_c99_trans_unit_init();
   call_if_present(lower_omp_trans_unit_init);
 }
 

@@ -5,7 +5,6 @@
 #include "driver/fe_wrapup.h"
 #include <cerrno>
 #include <cstdio>
-#include "driver/bring_up.h"
 #include "driver/cfe.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
@@ -25,6 +24,8 @@
 #include "parse/decls.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
+#include "lower/lower_c99.h"
+#include "lower/lower_il.h"
 
 static bool in_cfront_mode()
 {
@@ -44,7 +45,7 @@ static bool unit_was_parsed()
 
 static bool lowering_is_needed()
 {
-  return is_there(il_lowering_needed) && il_lowering_needed();
+  return il_lowering_needed();
 }
 
 // ---- The parse ----
@@ -118,13 +119,11 @@ static void finish_declarations_of_unit()
   if (in_cfront_mode() && is_primary_translation_unit && unit_was_parsed()) {
     call_if_present(check_class_linkage);
   }
-  if (is_there(wrapup_scope)) {
-    wrapup_scope(file_scope_of_unit(), sck_file, curr_translation_unit->scope_pointers, true, 0);
-  }
+  wrapup_scope(file_scope_of_unit(), sck_file, curr_translation_unit->scope_pointers, true, 0);
   call_if_present(wrapup_namespace_scopes);
   if (is_cplusplus()) do_based_type_fixup();
   if (lowering_is_needed()) {
-    call_if_there(do_all_name_mangling, false);
+    call_if_present(do_all_name_mangling, false);
     call_if_present(externalize_entities_for_exported_templates, file_scope_of_unit());
   }
   if (is_cplusplus() && !prototype_instantiations_in_il) {
@@ -171,7 +170,7 @@ static void finish_primary_il()
     mark_needed_entities();
     mark_kept_entities();
   }
-  if (lowering_is_needed()) call_if_there(do_final_name_mangling);
+  if (lowering_is_needed()) call_if_present(do_final_name_mangling);
   eliminate_what_is_not_needed();
   if (lowering_is_needed() && perform_type_list_ordering) {
     fix_type_list_ordering_problems(file_scope_of_unit());
@@ -184,7 +183,7 @@ static void finish_primary_il()
     }
     call_if_present(wrapup_auto_instantiation_information);
   }
-  if (lowering_is_needed()) call_if_there(clear_parent_information);
+  if (lowering_is_needed()) call_if_present(clear_parent_information);
   check_for_done_with_memory_region(file_scope_region_number);
 }
 
@@ -193,7 +192,7 @@ static void close_unit()
 {
   if (is_primary_translation_unit) {
     if (is_cplusplus()) call_if_present(remove_unneeded_static_data_member_instantiations);
-    call_if_there(lower_il_memory_region, file_scope_region_number);
+    lower_il_memory_region(file_scope_region_number);
   }
   empty_shareable_constants_table();
   if (is_primary_translation_unit && is_cplusplus()) {

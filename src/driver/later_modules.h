@@ -62,6 +62,9 @@ LATER void check_scope_for_ulp_violations(a_scope *scope);
 LATER void lower_omp_one_time_init();
 LATER void lower_omp_trans_unit_init();
 LATER void name_lower_one_time_init();
+LATER void do_all_name_mangling(bool flag);
+LATER void do_final_name_mangling();
+LATER void clear_parent_information();
 LATER void name_lower_init();
 LATER void extasm_one_time_init();
 

@@ -12,7 +12,6 @@
 
 bool il_lowering_underway;
 bool lowering_file_scope;
-bool keep_object_lifetime_info_in_lowered_il;
 bool typeinfo_uncoupled_when_vtable_is_optional = true;
 
 bool il_lowering_needed()
@@ -127,7 +126,6 @@ a_variable *make_lowered_variable(const char *name, bool name_is_allocated, a_ty
 
 void il_lower_init()
 {
-  keep_object_lifetime_info_in_lowered_il = false;
   typeinfo_uncoupled_when_vtable_is_optional = true;
   perform_type_list_ordering = true;
   lowering_normalizes_boolean_controlling_expressions = true;

@@ -59,7 +59,6 @@ extern a_source_position code_pos_for_lowering;   // of generated statements
 extern a_statement *temp_init_statements;         // wait for the next statement boundary
 extern a_variable *return_value_pointer_variable;
 extern a_statement *curr_gnu_statement;           // GNU: the statement being lowered
-extern bool keep_object_lifetime_info_in_lowered_il;
 extern bool typeinfo_uncoupled_when_vtable_is_optional;
 extern bool lowering_normalizes_boolean_controlling_expressions;
 
