@@ -193,12 +193,13 @@ static void place_ordinary_field(a_layout *layout, a_field *field)
 struct a_container {
   a_target_size size;              // bytes
   a_target_alignment alignment;
+  a_type *type;                    // the integer type of that size, null if there is none
 };
 
 static a_container container_of_kind(an_integer_kind kind)
 {
   a_type *type = integer_type(kind);
-  return {type->size, f_alignment_of_type(type)};
+  return {type->size, f_alignment_of_type(type), type};
 }
 
 // Bits from the position to the end of the unit of `size` bytes in which it lies.
@@ -218,7 +219,7 @@ static a_container smallest_container(const a_layout *layout, const a_field *fie
     if (container.size * targ_char_bit > targ_max_bit_field_size) break;
     if (bits_to_end_of_unit(layout, container.size) >= field->bit_size) return container;
   }
-  if (field->bit_size <= targ_char_bit) return {1, 1};
+  if (field->bit_size <= targ_char_bit) return container_of_kind(ik_signed_char);
   for (an_integer_kind kind : kinds) {
     a_container container = container_of_kind(kind);
     if (container.size * targ_char_bit >= field->bit_size) return container;
@@ -229,12 +230,12 @@ static a_container smallest_container(const a_layout *layout, const a_field *fie
 static a_container fixed_container()
 {
   a_target_size size = (a_target_size)targ_bit_field_container_size;
-  if (size == 1) return {1, 1};
+  if (size == 1) return container_of_kind(ik_signed_char);
   static const an_integer_kind kinds[] = {ik_short, ik_int, ik_long, ik_long_long};
   for (an_integer_kind kind : kinds) {
     if (integer_type(kind)->size == size) return container_of_kind(kind);
   }
-  return {size, (a_target_alignment)size};
+  return {size, (a_target_alignment)size, nullptr};
 }
 
 // The container of a field that was written wider than its type.
@@ -244,7 +245,6 @@ static a_container wide_container(a_layout *layout, a_field *field)
   for (an_integer_kind kind : kinds) {
     a_container container = container_of_kind(kind);
     if (container.size * targ_char_bit < field->declared_width && kind != ik_long_long) continue;
-    field->allocation_type = integer_type(kind);
     raise_alignment(layout, container.alignment);
     return container;
   }
@@ -259,6 +259,7 @@ static a_container container_of(a_layout *layout, a_field *field)
   } else if (targ_bit_field_container_size > 0) {
     container = fixed_container();
   } else if (targ_bit_field_container_size == 0) {
+    container.type = integer_type(int_kind_of_type(field->type));
     container.size = skip_typerefs(field->type)->size;
     container.alignment = alignment_of_field_full(field, false);
     if (emulate_gnu_abi_bugs && container.size < field->declared_alignment) {
@@ -267,6 +268,7 @@ static a_container container_of(a_layout *layout, a_field *field)
   } else {
     container = smallest_container(layout, field);
   }
+  field->allocation_type = container.type;
   if (field->declared_alignment) {
     container.alignment = declared_alignment_of(field, container.alignment);
   } else if (field->is_packed_field) {
