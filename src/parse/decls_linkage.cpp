@@ -178,6 +178,12 @@ static void find_prior(a_decl_decision *decision)
   a_symbol_locator copy = *decision->locator;
   copy.symbol = nullptr;
   decision->prior_symbol = curr_scope_id_lookup(&copy, lo_none);
+  // A predeclared function is a function of another file: it is no prior declaration of anything else.
+  bool same_function = decision->routine && decision->storage_class != sc_static;
+  if (decision->prior_symbol != nullptr && !same_function &&
+      is_unused_predeclared_function(decision->prior_symbol)) {
+    decision->prior_symbol = nullptr;
+  }
   if (decision->lookup_depth >= 0 && decision->prior_symbol == nullptr) {
     decision->prior_extern_symbol = find_external_symbol(decision->locator->header);
   }

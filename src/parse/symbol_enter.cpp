@@ -217,7 +217,7 @@ static void check_hiding(a_symbol *symbol, a_symbol *first_behind, int depth)
 
 enum a_conflict : unsigned char {
   cf_none,         // both stand
-  cf_replace_old,  // a using-declaration gives way
+  cf_replace_old,  // a using-declaration or an unused predeclared function gives way
   cf_tag_behind,   // the old one is a tag, it goes behind
   cf_behind_other, // the new one is the tag
   cf_error
@@ -269,6 +269,7 @@ static a_conflict find_conflict(a_symbol *symbol, a_symbol *old, int depth, bool
   if (old->kind == sk_projection || old->kind == sk_namespace_projection) {
     return symbol->kind == old->kind ? cf_none : cf_replace_old;
   }
+  if (is_unused_predeclared_function(old)) return cf_replace_old;
   return conflict_of_types(symbol, old);
 }
 

@@ -240,6 +240,13 @@ a_symbol *make_predeclared_function_symbol(const char *name, a_type *type, unsig
   return symbol;
 }
 
+bool is_unused_predeclared_function(const a_symbol *symbol)
+{
+  if (symbol->kind != sk_routine || !symbol->is_predeclared || symbol->referenced) return false;
+  const a_routine *routine = symbol->variant.routine.routine;
+  return routine->is_builtin && routine->special.builtin_function_kind != 0;
+}
+
 a_symbol *make_symbol_for_predeclared_type(const char *name, a_type *type)
 {
   a_symbol *symbol = make_predeclared_symbol(sk_type, name);

@@ -533,6 +533,9 @@ void remove_anonymous_union_member_from_inactive_symbols_list(a_symbol *symbol);
 // First symbol of the name in the scope's own table, chained through next_in_bucket.
 a_symbol *find_symbol_list_in_table(a_scope_pointers_block *block, a_symbol_header *header);
 
+// A predeclared function that nothing used: any declaration of the name takes its place.
+bool is_unused_predeclared_function(const a_symbol *symbol);
+
 // Predeclared and unnamed symbols.
 a_symbol *enter_keyword(unsigned token, const char *text);
 a_symbol *make_predeclared_function_symbol(const char *name, a_type *type, unsigned builtin_kind);
