@@ -18,11 +18,6 @@ void write_constant(const a_constant *constant, bool in_context)
   form_constant(constant, in_context, &control);
 }
 
-void write_assignment_expression(an_expr_node *expr)
-{
-  write_expression(expr, is_operation(expr, eok_comma));
-}
-
 // --- Primary forms -------------------------------------------------------------------------------
 
 static void write_variable_reference(a_variable *variable)
@@ -511,13 +506,26 @@ static an_expr_node *transparent_operand(an_expr_node *expr)
   }
 }
 
-void write_expression(an_expr_node *expr, bool parenthesize)
+// The node that has a form of its own.
+static an_expr_node *visible_expression(an_expr_node *expr)
 {
   while (expr->kind == enk_operation) {
     an_expr_node *operand = transparent_operand(expr);
     if (operand == nullptr) break;
     expr = operand;
   }
+  return expr;
+}
+
+void write_assignment_expression(an_expr_node *expr)
+{
+  expr = visible_expression(expr);
+  write_expression(expr, is_operation(expr, eok_comma));
+}
+
+void write_expression(an_expr_node *expr, bool parenthesize)
+{
+  expr = visible_expression(expr);
   switch (expr->kind) {
   case enk_operation:
     if (parenthesize) put_char('(');
