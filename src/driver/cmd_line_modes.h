@@ -7,8 +7,17 @@
 #include "driver/target.h"
 #include "errors/error.h"
 
+// Addresses of flags are no constants under the sanitizers.
+#ifdef __SANITIZE_ADDRESS__
+#define AT_COMPILE_TIME inline
+#define CONSTANT const
+#else
+#define AT_COMPILE_TIME consteval
+#define CONSTANT constexpr
+#endif
+
 // The option whose rows set or clear the flag; opt_none if there is none.
-consteval an_option_id option_that_sets(const bool *flag)
+AT_COMPILE_TIME an_option_id option_that_sets(const bool *flag)
 {
 #define OPTION(id, name, letter, value, argument, pch, action, help)                               \
   if (flag == (action)) return opt_##id;
@@ -25,7 +34,7 @@ consteval an_option_id option_that_sets(const bool *flag)
 // A mode implies the value unless an option for the flag was used.
 #define UNLESS_SEEN(flag, value)                                                                   \
   do {                                                                                             \
-    constexpr an_option_id option = option_that_sets(&flag);                                       \
+    CONSTANT an_option_id option = option_that_sets(&flag);                                       \
     if (!option_seen[option]) flag = (value);                                                      \
   } while (0)
 
