@@ -13,7 +13,7 @@
 #include "errors/error.h"
 #include "il/il_enums.h"
 #include "lex/macro.h"
-#include "mem/mem_manage.h"
+#include "memory_fixture.h"
 
 // Reads the options as a run of the program would; `words` are separated by blanks.
 static void run(const std::string &words)
@@ -31,7 +31,7 @@ static void run(const std::string &words)
   for (std::string &word : kept.back())
     argv.push_back(word.data());
   argv.push_back(nullptr);
-  mem_manage_early_init();
+  open_regions();
   host_envir_early_init();
   target_early_init();
   cmd_line_early_init();

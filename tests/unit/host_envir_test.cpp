@@ -8,13 +8,13 @@
 #include <string>
 #include <unistd.h>
 #include <vector>
-#include "mem/mem_manage.h"
+#include "memory_fixture.h"
 
 class HostEnvir : public testing::Test {
 protected:
   void SetUp() override
   {
-    mem_manage_early_init();
+    open_regions();
     host_envir_early_init();
   }
 };
