@@ -73,7 +73,10 @@ static void enter_abi_macros()
 
 void TRG_enter_system_specific_macros()
 {
+  // The language's own __STDC__ isn't always 1.
+  bool stdc_varies = stdc_zero_in_system_headers || stdc_zero_in_nonstrict_mode;
   for (const auto &macro : target_macros) {
+    if (stdc_varies && strcmp(macro.name, "__STDC__") == 0) continue;
     // A level that builds choose for themselves on the command line.
     bool is_setting = strcmp(macro.name, "_FORTIFY_SOURCE") == 0;
     enter_predef_macro(macro.value, macro.name, !is_setting, false);

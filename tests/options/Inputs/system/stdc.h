@@ -1,0 +1,1 @@
+system __STDC__

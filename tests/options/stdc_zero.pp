@@ -1,0 +1,5 @@
+
+
+user 1
+system 0
+user 1
