@@ -134,14 +134,21 @@ static void write_routine_bodies(a_scope *scope)
   }
 }
 
-// A unit that has a memcpy or memset of its own can't be given the library's declaration.
+// True if the unit declares the routine otherwise than the text at the head of the file does.
+static bool contradicts_library(const a_routine *routine)
+{
+  a_type *type = skip_typerefs(routine->type);
+  a_type *result = skip_typerefs(as_routine(type).return_type);
+  return routine->storage_class == sc_static || result->kind != tk_pointer ||
+         !is_void_type(as_pointer(result).pointed_to_type);
+}
+
 static bool has_own_memory_routines(const a_scope *scope)
 {
   for (const a_routine *routine = scope->routines; routine != nullptr; routine = routine->next) {
     const char *name = routine->source_corresp.name;
     if (name == nullptr || name[0] != 'm') continue;
-    if (routine->storage_class == sc_static &&
-        (strcmp(name, "memcpy") == 0 || strcmp(name, "memset") == 0))
+    if ((strcmp(name, "memcpy") == 0 || strcmp(name, "memset") == 0) && contradicts_library(routine))
       return true;
   }
   return false;

@@ -279,8 +279,11 @@ static a_scope *body_scope_of(const a_routine *routine)
 static bool is_known_to_compiler(const a_routine *routine)
 {
   const char *name = routine->source_corresp.name;
-  return name != nullptr &&
-         (strncmp(name, "__builtin_", 10) == 0 || strncmp(name, "__sync_", 7) == 0);
+  if (name == nullptr) return false;
+  if (strncmp(name, "__builtin_", 10) == 0 || strncmp(name, "__sync_", 7) == 0) return true;
+  // A call without declaration means the same there, and may name a function that is built in.
+  return routine->is_implicitly_declared && !routine->is_defined &&
+         !routine_supplement_of(skip_typerefs(routine->type))->is_prototyped;
 }
 
 static void write_routine_class(const a_routine *routine)

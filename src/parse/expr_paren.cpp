@@ -77,6 +77,7 @@ static void make_static_literal(a_type *type, a_constant *constant, an_operand *
   variable->init_kind = initk_static;
   constant_initializer_of(variable) = alloc_unshared_constant_full(constant, true);
   variable->has_initializer = true;
+  add_to_variables_list(variable, 0);
   set_variable_address_taken(variable);
   switch_back_to_original_region(saved_region);
   make_lvalue_variable_operand(variable, &pos_curr_token, &end_pos_curr_token, result, nullptr);
