@@ -115,11 +115,8 @@ bool okay_as_output_file(const char *name);
 // A file without a name; catastrophe 165 if none can be made.
 FILE *open_temp_file(bool binary);
 void close_temp_file(FILE *stream);
-// Output files that a failing run must not leave half written: noted when opened, forgotten when
-// closed.
-void note_output_file(const char *name);
-void forget_output_file(const char *name);
-void delete_unfinished_output_files(); // safe in a signal handler
+// Generated files that a failing run must not leave half written.  Safe in a signal handler.
+void delete_unfinished_output_files();
 bool delete_file(const char *name);
 bool is_directory(const char *name);
 bool is_regular_file(const char *name);

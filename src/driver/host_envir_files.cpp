@@ -17,32 +17,41 @@
 //-------------------------------------------------------------------------------------------------
 // Unfinished output.
 
-static constexpr unsigned max_unfinished_files = 16;
-static const char *volatile unfinished_files[max_unfinished_files];
+struct an_unfinished_file {
+  FILE *stream;
+  const char *name;
+};
 
-void note_output_file(const char *name)
+static constexpr unsigned max_unfinished_files = 16;
+static volatile an_unfinished_file unfinished_files[max_unfinished_files];
+
+// A device or a pipe is none of ours to delete.
+static void note_output_file(const char *name, FILE *stream)
 {
-  const char *copy = copy_of_string(name);
-  for (const char *volatile &slot : unfinished_files) {
-    if (slot == nullptr) {
-      slot = copy;
-      return;
-    }
+  struct stat status;
+  if (fstat(fileno(stream), &status) != 0 || !S_ISREG(status.st_mode)) return;
+  for (volatile an_unfinished_file &file : unfinished_files) {
+    if (file.name != nullptr) continue;
+    file.stream = stream;
+    file.name = copy_of_string(name);
+    return;
   }
 }
 
-void forget_output_file(const char *name)
+static void forget_output_file(const FILE *stream)
 {
-  for (const char *volatile &slot : unfinished_files) {
-    if (slot != nullptr && strcmp(slot, name) == 0) slot = nullptr;
+  for (volatile an_unfinished_file &file : unfinished_files) {
+    if (file.stream != stream) continue;
+    file.name = nullptr;
+    file.stream = nullptr;
   }
 }
 
 void delete_unfinished_output_files()
 {
-  for (const char *volatile &slot : unfinished_files) {
-    if (slot != nullptr) unlink(slot);
-    slot = nullptr;
+  for (volatile an_unfinished_file &file : unfinished_files) {
+    if (file.name != nullptr) unlink(file.name);
+    file.name = nullptr;
   }
 }
 
@@ -106,6 +115,7 @@ FILE *open_source_file(const char *name, an_open_file_result *result,
     return failed(result, errno == ENOENT ? off_not_found : off_system_error, errno);
   }
   if (S_ISDIR(status.st_mode)) return failed(result, off_directory, EISDIR);
+  if (!S_ISREG(status.st_mode)) return failed(result, off_not_regular, 0);
   FILE *stream = fopen(name, "r");
   if (stream == nullptr) return failed(result, off_system_error, errno);
   return stream;
@@ -160,8 +170,13 @@ FILE *open_output_file_with_error_handling(const char *name, bool binary, bool u
                                            unsigned flags, an_error_code kind_code)
 {
   an_open_file_result result;
-  if (FILE *stream = open_output_file(name, binary, update, &result)) return stream;
-  return report_open_failure(name, flags, result, kind_code);
+  FILE *stream = open_output_file(name, binary, update, &result);
+  if (stream == nullptr) return report_open_failure(name, flags, result, kind_code);
+  // What a build would go on with; listings tell of the failure itself and stay.
+  bool is_for_next_stage = kind_code == ec_file_kind_generated_c ||
+                           kind_code == ec_file_kind_pp_output || kind_code == ec_file_kind_il_1;
+  if (is_for_next_stage) note_output_file(name, stream);
+  return stream;
 }
 
 FILE *open_source_file_with_error_handling(const char *name, unsigned flags,
@@ -186,6 +201,7 @@ void close_output_file_with_error_handling(FILE **file, an_error_code kind_code)
   if (stream == nullptr) return;
   an_open_file_result result;
   if (!close_output_file(stream, &result)) file_write_error(kind_code, result.errno_value);
+  forget_output_file(stream);
 }
 
 //-------------------------------------------------------------------------------------------------
