@@ -151,6 +151,7 @@ static a_variable *variable_of_function_name(a_token_kind token)
   variable->init_kind = initk_static;
   constant_initializer_of(variable) = alloc_unshared_constant_full(&name, true);
   variable->has_initializer = true;
+  add_to_variables_list(variable, 0);
   set_variable_address_taken(variable);
   switch_back_to_original_region(saved_region);
   return variable;
