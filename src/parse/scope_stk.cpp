@@ -5,6 +5,7 @@
 // Entry:   push_scope, push_file_scope, pop_scope, ensure_il_scope_exists.
 #include "parse/scope_stk.h"
 
+#include <cstdio>
 #include <cstring>
 
 #include "driver/flags.h"
@@ -490,13 +491,31 @@ void push_template_declaration_scope(a_template_decl_info *decl_info, unsigned f
 //---------------------------------------------------------------------------------------------
 // Pop
 
+void (*process_c_pragma_hook)(a_pending_pragma *pragma);
+
+// Pragmas that wait for the end of the scope, in the order of the source.
+static void process_end_of_scope_pragmas(a_scope_stack_entry *entry)
+{
+  a_pending_pragma *list = entry->pending_pragmas;
+  entry->pending_pragmas = nullptr;
+  for (a_pending_pragma *pragma = list; pragma != nullptr; pragma = pragma->next) {
+    if (pragma->description->phase != pragma_end_of_scope) {
+      fputs("INTERNAL ERROR!  Cannot process pragma!\n", stderr);
+    } else if (process_c_pragma_hook != nullptr) {
+      process_c_pragma_hook(pragma);
+    }
+  }
+  free_pending_pragma_list(list);
+}
+
+// Those that found no construct.
 static void process_pending_pragmas(a_scope_stack_entry *entry)
 {
-  if (entry->pending_pragmas == nullptr && entry->pending_pragma_list == nullptr) return;
   a_pending_pragma *list = entry->pending_pragma_list;
-  if (total_errors != 0) free_pending_pragma_list(list);
-  else if (list != nullptr) end_of_scope_pragma_processing(list);
   entry->pending_pragma_list = nullptr;
+  if (list == nullptr) return;
+  if (total_errors != 0) free_pending_pragma_list(list);
+  else end_of_scope_pragma_processing(list);
 }
 
 static void move_homeless_symbols_to_inactive_chains()
@@ -621,12 +640,13 @@ void pop_scope()
 {
   a_scope_stack_entry *entry = top_scope();
   a_scope_kind kind = entry->kind;
-  process_pending_pragmas(entry);
+  if (entry->pending_pragmas != nullptr) process_end_of_scope_pragmas(entry);
   a_scope_pointers_block *block = block_of_scope_entry(entry);
   a_symbol *first_symbol = block->symbols;
   if (kind == sck_file && !entry->suppress_wrapup) move_homeless_symbols_to_inactive_chains();
   if (!entry->suppress_wrapup) wrapup_scope(entry->il_scope, kind, block, false, 0);
   if (kind == sck_file) report_references_of_inline_functions();
+  process_pending_pragmas(entry);
   if (C_dialect == 2) reset_using_directives_at_pop(entry);
   if (kind == sck_function && !entry->in_template_prototype) {
     wrapup_control_flow_processing(entry->il_scope);

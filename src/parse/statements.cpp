@@ -634,6 +634,13 @@ a_statement *compound_statement(bool is_function_body, unsigned, bool dont_push_
   return block;
 }
 
+a_statement *statement_expression_block()
+{
+  a_statement *block = compound_statement(false, 0, false, true);
+  if (curr_token == tok_rbrace) get_token();
+  return block;
+}
+
 //---------------------------------------------------------------------------------------------
 // Initialisation
 
