@@ -58,7 +58,7 @@ static a_type *new_tag(a_symbol_locator *locator, a_symbol_kind kind, a_type_kin
     add_to_types_list(type, decl_scope_level);
   }
   if (scope_stack[decl_scope_level].kind == sck_function_prototype && C_dialect != 2) {
-    pos_sy_warning(ec_decl_in_prototype_scope, locator->position, symbol);
+    pos_st_warning(ec_decl_in_prototype_scope, locator->position, symbol->header->identifier);
   }
   if (in_function_scope() && in_statement_context()) record_entity_in_decl_stmt_if_needed(symbol);
   record_symbol_declaration(rdf_declaration, symbol, &locator->position, nullptr);
@@ -92,7 +92,8 @@ a_type *find_or_enter_tag(a_symbol_locator *locator, unsigned char kind, a_type_
   if (symbol == nullptr) return new_tag(locator, (a_symbol_kind)kind, type_kind);
   locator->symbol = symbol;
   if (!is_tag_symbol(symbol) || !same_tag_kind(symbol, (a_symbol_kind)kind)) {
-    pos_sy_error(ec_tag_kind_incompatible_with_declaration, locator->position, symbol);
+    pos_stsy_error(ec_tag_kind_incompatible_with_declaration, locator->position,
+                   locator->header->identifier, symbol);
     return error_type();
   }
   if (!is_definition) record_symbol_reference(rk_plain, symbol, &locator->position);
@@ -144,6 +145,7 @@ static a_type *named_class(a_symbol_locator *locator, a_type_kind kind, bool is_
   if (is_error_type(type)) return unnamed_tag(kind, locator->position);
   if (is_definition && !may_be_defined(type)) {
     pos_sy_error(ec_redefinition, locator->position, locator->symbol);
+    state->specifier_flags |= sf_is_in_error;
     return unnamed_tag(kind, locator->position);
   }
   return type;

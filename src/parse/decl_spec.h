@@ -189,6 +189,7 @@ struct a_param_id {
   a_source_position position;
   a_storage_class storage_class;              // sc_register or sc_unspecified
   bool declared : 1;                          // K&R: a declaration was seen
+  bool has_unspecified_bound : 1;             // [*]: no definition may have that
   an_attribute *attributes;
   a_decl_position_supplement *decl_position_supplement;
 };

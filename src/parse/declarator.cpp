@@ -171,7 +171,7 @@ static a_type *member_pointer_to(a_declarator_part *part, a_type *base)
     return error_type();
   }
   if (is_void_type(base) || is_any_reference_type(base)) {
-    pos_error(ec_bad_member_type_in_ptr_to_member, part->position);
+    pos_ty_error(ec_bad_member_type_in_ptr_to_member, part->position, base);
     return error_type();
   }
   a_type *type = ptr_to_member_type_full(base, part->type, 0);

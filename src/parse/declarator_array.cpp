@@ -110,7 +110,7 @@ static void variable_bound(a_type *array, bool *is_error)
 }
 
 // [*]: an array of a variable length that a prototype leaves open (C99 6.7.5.2p4).
-static void star_bound(a_type *array)
+static void star_bound(a_type *array, bool *is_error)
 {
   a_source_position position = pos_curr_token;
   get_token();
@@ -120,7 +120,9 @@ static void star_bound(a_type *array)
   part.bound_is_expr = true;
   part.bound.bound_expr = nullptr;
   il_header.vla_used = true;
-  if (!in_prototype_scope()) pos_error(ec_vla_with_unspecified_bound_not_allowed, position);
+  if (in_prototype_scope()) return;
+  pos_error(ec_vla_with_unspecified_bound_not_allowed, position);
+  *is_error = true;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -159,7 +161,7 @@ static void bracket_qualifiers(uint32_t options, bool is_first, a_type *array,
 static void scan_bound(uint32_t options, bool is_first, a_type *array, bool *is_error)
 {
   if (curr_token == tok_star && next_token() == tok_rbracket && vla_enabled) {
-    star_bound(array);
+    star_bound(array, is_error);
     return;
   }
   if (nonconstant_bound_allowed(options, is_first)) {

@@ -218,6 +218,7 @@ static void note_parameter(a_prototype_scan *scan, a_decl_parse_state *state, a_
                            a_symbol_locator *locator, a_symbol *symbol)
 {
   if (scan->func_info == nullptr) return;
+  a_type *written = skip_typerefs(param->orig_type);
   a_source_position position =
     locator->header != nullptr ? locator->position : state->start_position;
   a_storage_class storage = state->storage_class == sc_register ? sc_register : sc_unspecified;
@@ -227,6 +228,7 @@ static void note_parameter(a_prototype_scan *scan, a_decl_parse_state *state, a_
   id->symbol = symbol;
   id->qualifiers = param->qualifiers;
   id->attributes = param->attributes;
+  id->has_unspecified_bound = written->kind == tk_array && as_array(written).is_star_vla;
   id->declared = true;
 }
 

@@ -139,7 +139,7 @@ static void check_parameter_type(a_param_id *id)
   if (is_incomplete_type(type)) {
     pos_error(ec_incomplete_type_not_allowed, id->position);
     id->type = error_type();
-  } else if (is_or_contains_vla_type_with_unspecified_bound(type)) {
+  } else if (id->has_unspecified_bound || is_or_contains_vla_type_with_unspecified_bound(type)) {
     pos_error(ec_vla_with_unspecified_bound_not_allowed, id->position);
     id->type = error_type();
   }

@@ -518,7 +518,7 @@ bool check_transparent_union(a_type *type, a_source_position position)
   }
   a_field *first = as_class(type).first_field;
   if (first == nullptr) {
-    pos_warning(ec_union_cannot_be_transparent, position);
+    pos_warning(ec_transparent_attribute_ignored, position);
     return false;
   }
   if (is_floating_type(first->type)) {
@@ -531,7 +531,7 @@ bool check_transparent_union(a_type *type, a_source_position position)
   }
   // It is passed as its first member is: no other may be larger.
   if (skip_typerefs(first->type)->size != type->size) {
-    pos_warning(ec_union_cannot_be_transparent, position);
+    pos_ty2_warning(ec_union_cannot_be_transparent, position, type, first->type);
     return false;
   }
   return true;
