@@ -211,6 +211,7 @@ void get_variable_initializer(a_variable *variable, a_scope *scope, an_init_kind
 // A variable without name; `promote`: it goes to the file scope's list.
 a_variable *make_variable(a_type *type, a_storage_class storage_class, bool compiler_generated);
 a_variable *make_handler_parameter(a_type *type, a_handler *handler);
+// One that the parser makes: it goes to the innermost scope that takes declarations.
 a_variable *alloc_temporary_variable(a_type *type, bool is_static);
 a_vla_dimension *make_vla_dimension(a_type *type, an_expr_node *expr, bool is_parameter_dimension,
                                     const a_source_position *position);

@@ -108,13 +108,6 @@ a_variable *make_handler_parameter(a_type *type, a_handler *handler)
   return variable;
 }
 
-a_variable *alloc_temporary_variable(a_type *type, bool is_static)
-{
-  a_variable *variable = make_variable(type, is_static ? sc_static : sc_auto, true);
-  variable->is_temporary = true;
-  return variable;
-}
-
 unsigned alignment_of_variable(a_variable *variable)
 {
   if (variable->alignment != 0) return variable->alignment;

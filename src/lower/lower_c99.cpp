@@ -98,6 +98,14 @@ static void drop_void_cast_of_comma(an_expr_node *expr)
   }
 }
 
+// An implicit conversion between pointers to arrays: C makes it by itself, and the bound may belong to a
+// prototype that can't be named here.
+static bool is_idle_vla_conversion(const an_expr_node *expr)
+{
+  return operation_of(expr).is_implicit_cast && is_pointer_type(expr->type) &&
+         is_pointer_type(first_operand_of(expr)->type) && is_variably_modified_type(expr->type);
+}
+
 void lower_c99_cast(an_expr_node *expr)
 {
   if (op_of(expr) == eok_cast_to_bool) {
@@ -108,6 +116,8 @@ void lower_c99_cast(an_expr_node *expr)
     if (is_bool_conversion) {
       operation_of(expr).op = eok_cast_to_bool;
       lower_bool_cast(expr);
+    } else if (is_idle_vla_conversion(expr)) {
+      overwrite_node(expr, first_operand_of(expr));
     } else {
       lower_type_of_vla_cast_if_necessary(expr);
     }

@@ -313,7 +313,9 @@ a_variable *make_temporary_in_scope(a_type *type, a_scope *scope, bool is_static
 {
   if (scope == nullptr) scope = curr_context->scope;
   bool at_file_scope = scope->kind == sck_file;
-  a_variable *variable = alloc_temporary_variable(type_for_temporary(type), is_static || at_file_scope);
+  bool is_global = is_static || at_file_scope;
+  a_variable *variable = make_variable(type_for_temporary(type), is_global ? sc_static : sc_auto, true);
+  variable->is_temporary = true;
   variable->source_corresp.needed = true;
   entry_flags_of(variable).keep_in_il = false;
   variable->source_corresp.decl_position = code_pos_for_lowering;

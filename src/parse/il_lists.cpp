@@ -6,7 +6,7 @@
 
 #include "driver/flags.h"
 #include "driver/trans_unit.h"
-#include "il/il_alloc.h"
+#include "il/il.h"
 #include "il/types.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
@@ -141,6 +141,14 @@ void add_variable_to_scope(a_variable *variable, a_scope *scope)
   bool is_automatic = !is_file_scope_entry(variable);
   append(is_automatic ? &scope->local_variables : &scope->variables, (a_variable **)nullptr,
          variable);
+}
+
+a_variable *alloc_temporary_variable(a_type *type, bool is_static)
+{
+  a_variable *variable = make_variable(type, is_static ? sc_static : sc_auto, true);
+  variable->is_temporary = true;
+  add_to_variables_list(variable, decl_scope_level);
+  return variable;
 }
 
 void add_to_routines_list(a_routine *routine, int depth)
