@@ -462,9 +462,11 @@ static void form_array_bound(a_type *type, an_il_to_str_output_control_block *bl
   } else if (part.bound_is_constant) {
     form_constant(part.bound.bound_as_constant, false, block);
   } else if (part.bound_is_expr) {
-    if (part.bound.bound_expr != nullptr && block->form_expression != nullptr)
+    if (block->generated_code)
+      put("*", block);  // of a prototype whose parameters can't be named here
+    else if (part.bound.bound_expr != nullptr && block->form_expression != nullptr)
       block->form_expression(part.bound.bound_expr, false, block);
-    else if (!block->generated_code)
+    else
       put("<expr>", block);
   } else if (part.bound.number_of_elements != 0 || part.bound_is_zero) {
     put_number(part.bound.number_of_elements, block);
