@@ -152,7 +152,7 @@ static bool cast_to_union(a_type *type, an_operand *operand)
   for (a_field *field = as_class(union_type).first_field; field != nullptr; field = field->next) {
     if (!f_types_are_compatible(rvalue_type(field->type), operand->type, tco_ignore_top_qualifiers)) continue;
     an_operand saved = *operand;
-    a_variable *temporary = alloc_temporary_variable(union_type, false);
+    a_variable *temporary = make_expression_temporary(union_type);
     an_expr_node *member = field_lvalue_selection_expr(var_lvalue_expr(temporary), field);
     member->next = make_node_from_operand(operand);
     an_expr_node *store = make_operator_node(assignment_operator_for_type(field->type), rvalue_type(field->type), member);

@@ -311,6 +311,8 @@ void restore_operand_details_incl_ref(an_operand *operand, const an_operand *sav
 void restore_operand_id_details(an_operand *operand, const an_operand *saved);
 void restore_operand_form_of_name_reference(an_operand *operand, const an_operand *saved);
 void clone_operand(an_operand *operand, an_operand *copy);
+// A variable without name in the innermost block, for a value that is used more than once.
+a_variable *make_expression_temporary(a_type *type);
 void discard_operand(an_operand *operand);
 void conv_to_error_operand(an_operand *operand);
 void normalize_error_operand(an_operand *operand);

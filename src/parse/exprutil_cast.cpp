@@ -169,7 +169,7 @@ static bool conv_to_transparent_union(an_operand *operand, a_type *type)
     if (!implicit_conversion_possible(operand, field->type, &code, &severity) || code != ec_no_error) continue;
     an_operand saved = *operand;
     cast_operand_full(field->type, operand, &operand->position, true, true, true, false, false);
-    a_variable *temporary = alloc_temporary_variable(union_type, false);
+    a_variable *temporary = make_expression_temporary(union_type);
     an_expr_node *member = field_lvalue_selection_expr(var_lvalue_expr(temporary), field);
     member->next = make_node_from_operand(operand);
     an_expr_node *assignment =

@@ -349,6 +349,13 @@ void restore_operand_form_of_name_reference(an_operand *operand, const an_operan
   operand->name_reference = saved->name_reference;
 }
 
+a_variable *make_expression_temporary(a_type *type)
+{
+  a_variable *variable = alloc_temporary_variable(type, false);
+  add_to_variables_list(variable, decl_scope_level);
+  return variable;
+}
+
 // The operand and its copy have one value, evaluated once, where the operand stands: `a ?: b`.  What may
 // not be evaluated twice goes to a temporary.  The operand is an rvalue.
 void clone_operand(an_operand *operand, an_operand *copy)
@@ -362,7 +369,7 @@ void clone_operand(an_operand *operand, an_operand *copy)
     copy->value.expr = copy_expr_tree(node, true);
     return;
   }
-  a_variable *temporary = alloc_temporary_variable(operand->type, false);
+  a_variable *temporary = make_expression_temporary(operand->type);
   an_expr_node *target = var_lvalue_expr(temporary);
   target->next = node;
   operand->value.expr = make_operator_node(assignment_operator_for_type(operand->type), operand->type, target);
