@@ -234,6 +234,7 @@ static void pass_carriage_return(char *loc)
 static bool pass_end_of_buffer()
 {
   if (no_more_input || fixed_position_in_use || curr_command_line_macro_def != nullptr) return false;
+  if (in_preprocessing_directive) return false;  // its line ended in a comment, with the file
   if (read_logical_source_line(true, false)) return false;
   if (delete_source_from_loc != nullptr) delete_source_from_loc = curr_char_loc;
   return true;

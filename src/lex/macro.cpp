@@ -268,6 +268,7 @@ private:
 // The call has no ")": what was read of it is gone.
 static a_token_kind abandon_macro_call(a_macro_call *call)
 {
+  if (curr_token == tok_end_of_source && abandon_rescan()) return curr_token;
   syntax_error(ec_exp_rparen);
   pos_error(ec_improperly_terminated_macro_call, call->position);
   delete_collected_source(start_of_curr_token);
@@ -358,7 +359,8 @@ a_token_kind macro_invocation(a_symbol *symbol, bool *expansion_attached)
   }
   if (*expansion_attached) {
     record_symbol_reference(4, symbol, &call.position, true);
-    if (pcc_preprocessing_mode && macro_depth == 0) rescan_replacement_text(&call);
+    bool has_text = call.macro->builtin == bim_none && *call.macro->replacement != rli_end;
+    if (pcc_preprocessing_mode && macro_depth == 0 && has_text) rescan_replacement_text();
   }
   --num_macro_invocations_in_process;
   return result;

@@ -96,8 +96,11 @@ a_token_kind invoke_builtin_macro(a_macro_call *call, bool *expansion_attached);
 // none, everything is as it was, or the name was attached again in front of the line that was reached.
 bool find_lparen_of_call(a_macro_call *call);
 
-// K&R mode: scans the replacement text again at once.
-void rescan_replacement_text(a_macro_call *call);
+// K&R mode: scans the replacement text of the call that was attached last again at once.
+void rescan_replacement_text();
+// In such a rescan a call met the end of the text before its ")": the text is then left as it was.
+// Returns false outside rescans.
+bool abandon_rescan();
 
 //---------------------------------------------------------------------------------------------
 // Definitions.

@@ -117,7 +117,6 @@ struct a_source_line_modif {
   bool stop_at_end : 1;           // the scanner stops at the end of the text: tok_end_of_source
   bool is_comment : 1;
   bool parent_is_known : 1;
-  bool rescan_in_progress : 1;  // K&R mode: stop at the end at macro depth below 2
   bool spans_lines : 1;         // survives a new line while a macro call is collected
   bool has_fixed_ends : 1;      // each character of the text stands for one of the source, from pos on
   bool text_is_in_expansion_buffer : 1;

@@ -342,12 +342,7 @@ bool leave_source_line_modif()
 {
   a_source_line_modif *modif = nested_source_line_modif(curr_char_loc);
   check(modif != nullptr);
-  if (modif->rescan_in_progress) {
-    if (macro_depth < 2) return false;
-    modif->rescan_in_progress = false;
-  } else if (modif->stop_at_end) {
-    return false;
-  }
+  if (modif->stop_at_end) return false;
   if (delete_source_from_loc != nullptr) delete_collected_source(curr_char_loc);
   last_source_line_modif_exited_while_skipping_white_space = modif;
   curr_char_loc = after_source_line_modif(modif);
