@@ -170,12 +170,12 @@ void pop_stmt_entry(an_expr_node *condition)
   if (break_label != nullptr) place_label(break_label, break_is_live, &pos_curr_token);
 }
 
+// A jump may leave a statement expression.
 int find_enclosing_loop(bool switch_too)
 {
   for (int depth = depth_stmt_stack; depth >= struct_stmt_stack_base; --depth) {
     a_struct_stmt_kind kind = struct_stmt_stack[depth].kind;
     if (is_loop_kind(kind) || (switch_too && kind == ssk_switch)) return depth;
-    if (struct_stmt_stack[depth].in_statement_expression_top) return -1;
   }
   return -1;
 }
