@@ -1,0 +1,4 @@
+#define A 1
+#define A 2 /* /* */
+#if +
+#endif
