@@ -114,7 +114,8 @@ static void resolve_routine(an_alias_fixup *fixup, a_symbol *symbol)
       return;
     }
   }
-  if (!is_weakref && !target->is_defined && target->alias_target == nullptr) {
+  bool target_is_alias = f_find_attribute(ak_alias, target->source_corresp.attributes) != nullptr;
+  if (!is_weakref && !target->is_defined && !target_is_alias) {
     pos_st_error(ec_aliased_name_undeclared, position, string_argument(fixup->attribute));
     return;
   }

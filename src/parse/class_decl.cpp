@@ -142,7 +142,10 @@ static a_type *named_class(a_symbol_locator *locator, a_type_kind kind, bool is_
                   && state->type_qualifiers == 0;
   a_type *type =
     find_or_enter_tag(locator, tag_symbol_kind(kind), kind, is_definition, is_alone, state);
-  if (is_error_type(type)) return unnamed_tag(kind, locator->position);
+  if (is_error_type(type)) {
+    state->specifier_flags |= sf_is_in_error;
+    return is_definition ? unnamed_tag(kind, locator->position) : type;
+  }
   if (is_definition && !may_be_defined(type)) {
     pos_sy_error(ec_redefinition, locator->position, locator->symbol);
     state->specifier_flags |= sf_is_in_error;
@@ -191,9 +194,11 @@ a_type *class_specifier(uint32_t, a_decl_parse_state *state, a_decl_pos_block *p
     type = unnamed_tag(kind, start);
   } else {
     syntax_error(ec_exp_identifier);
-    return unnamed_tag(kind, start);
+    state->specifier_flags |= sf_is_in_error;
+    return error_type();
   }
   bool is_definition = body_begins();
+  if (is_error_type(type)) return type;
   if (attributes) attach_tag_attributes(attributes, type, state, is_definition);
   if (is_definition && scan_class_definition(type, state, pos_block)) {
     state->specifier_flags |= sf_defines_type;

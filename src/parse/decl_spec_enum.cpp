@@ -464,9 +464,14 @@ a_type *enum_specifier(uint32_t options, a_decl_parse_state *state, a_decl_pos_b
     scan.type = unnamed_enum(start);
   } else {
     syntax_error(ec_exp_identifier);
+    state->specifier_flags |= sf_is_in_error;
     return error_type();
   }
-  if (is_error_type(scan.type)) scan.type = unnamed_enum(start);
+  if (is_error_type(scan.type)) {
+    state->specifier_flags |= sf_is_in_error;
+    if (curr_token != tok_lbrace) return scan.type;
+    scan.type = unnamed_enum(start);
+  }
   as_integer(scan.type).enum_is_scoped |= is_scoped;
   if (explicit_enum_base_enabled && curr_token == tok_colon) enum_base(&scan);
   bool has_body = curr_token == tok_lbrace;

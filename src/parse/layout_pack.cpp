@@ -134,15 +134,16 @@ static void set_value(const a_constant *constant, a_source_position position)
   }
 }
 
-// A number behind a comma or alone; anything else is 664.
-static void value_operand()
+// A number behind a comma or alone; anything else is 664, and false.
+static bool value_operand()
 {
   if (curr_token != tok_int_constant) {
     pos_diagnostic(pack_severity(), ec_exp_int_constant, pos_curr_token);
-    return;
+    return false;
   }
   set_value(&const_for_curr_token, pos_curr_token);
   get_token();
+  return true;
 }
 
 static const char *name_operand()
@@ -153,7 +154,7 @@ static const char *name_operand()
   return name;
 }
 
-static void push_or_pop(bool is_push)
+static bool push_or_pop(bool is_push)
 {
   a_source_position position = pos_curr_token;
   get_token();
@@ -169,10 +170,10 @@ static void push_or_pop(bool is_push)
   }
   if (name != nullptr && curr_token == tok_comma) {
     get_token();
-    value_operand();
-  } else if (name == nullptr && curr_token == tok_int_constant) {
-    value_operand();
+    return value_operand();
   }
+  if (name == nullptr && curr_token == tok_int_constant) return value_operand();
+  return true;
 }
 
 static void show_value(a_source_position position)
@@ -189,19 +190,21 @@ static bool curr_identifier_is(const char *word)
   return curr_token == tok_identifier && strcmp(locator_for_curr_id.header->identifier, word) == 0;
 }
 
-static void pack_operands()
+// False when what follows makes no sense any more.
+static bool pack_operands()
 {
   if (curr_token == tok_rparen) {
     curr_max_member_alignment = 0;
   } else if (curr_identifier_is("push")) {
-    push_or_pop(true);
+    return push_or_pop(true);
   } else if (curr_identifier_is("pop")) {
-    push_or_pop(false);
+    return push_or_pop(false);
   } else if (curr_identifier_is("show")) {
     show_value(pos_curr_token);
   } else {
-    value_operand();
+    return value_operand();
   }
+  return true;
 }
 
 // The list in parentheses; false when there is none.
@@ -212,7 +215,7 @@ static bool pack_list()
     return false;
   }
   get_token();
-  pack_operands();
+  if (!pack_operands()) return false;
   if (curr_token != tok_rparen) {
     pos_diagnostic(pack_severity(), ec_exp_rparen, pos_curr_token);
     return false;

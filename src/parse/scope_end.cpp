@@ -235,8 +235,16 @@ static void make_routine_external(a_symbol *symbol, a_routine *routine)
   }
 }
 
+// An alias is defined where its target is; a weak reference may stay without definition.
+static bool stands_for_another(a_routine *routine)
+{
+  return f_find_attribute(ak_alias, routine->source_corresp.attributes) != nullptr
+         || routine->weak_state == ws_weakref;
+}
+
 static void check_static_routine(a_symbol *symbol, a_routine *routine)
 {
+  if (stands_for_another(routine)) return;
   bool referenced = symbol_is_referenced(symbol, &routine->source_corresp);
   if (!routine_defined(routine) && referenced) {
     if (C_dialect == 1 || (gcc_mode && !strict_ansi_mode)) make_routine_external(symbol, routine);
