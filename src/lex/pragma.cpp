@@ -17,6 +17,7 @@
 #include "lex/pragma_handlers.h"
 #include "lex/preproc.h"
 #include "lex/source_input.h"
+#include "mem/check.h"
 #include "mem/mem_manage.h"
 
 a_pragma_kind_description *pragma_kind_descriptions;
@@ -26,6 +27,8 @@ const char *const pragma_ids[pragk_last] = {
 #define PRAGMA_ID(kind, name) name,
 #include "lex/pragmas.def"
 };
+
+a_target_pragma_handlers target_pragma_handlers;
 
 static a_pending_pragma *avail_pending_pragmas;
 static a_text_buffer *pragma_text_buffer;
@@ -304,6 +307,66 @@ static void enter_pragma(a_pragma_kind_description description)
   pragma_kind_descriptions = entry;
 }
 
+// How the pragmas of the target are used: what their rows in pragmas.def say in short.
+enum a_target_pragma_form : unsigned char {
+  tpf_symbol,       // C: names its symbol, taken at the scope's end; C++: stands before the declaration
+  tpf_c_only,       // the same without a C++ form
+  tpf_set_section,  // acts on all that follows
+  tpf_loop,         // stands before a loop
+  tpf_misra,        // changes the checker's rules from here on
+  tpf_ulp,
+  tpf_info,         // carried through as text
+};
+
+static constexpr unsigned char macros_and_keywords = prf_expand_macros | prf_keywords;
+
+static void enter_symbol_pragma(a_pragma_kind_tag kind)
+{
+  if (C_dialect == 2) {
+    enter_pragma({nullptr, kind, pragma_curr_construct, macros_and_keywords | prf_declaration, 0,
+                  es_warning, target_pragma_handlers.process_cpp_pragma});
+  } else {
+    enter_pragma({nullptr, kind, pragma_end_of_scope, macros_and_keywords | prf_il_at_file_scope, 0,
+                  es_warning, nullptr});
+  }
+}
+
+static void enter_target_pragma(a_pragma_kind_tag kind, a_target_pragma_form form)
+{
+  const a_target_pragma_handlers &handlers = target_pragma_handlers;
+  switch (form) {
+    case tpf_c_only:
+      if (C_dialect == 2) return;
+      enter_symbol_pragma(kind);
+      return;
+    case tpf_symbol: enter_symbol_pragma(kind); return;
+    case tpf_loop:
+      enter_pragma({nullptr, kind, pragma_curr_construct, macros_and_keywords | prf_statement, 0,
+                    es_warning, handlers.process_cpp_pragma});
+      return;
+    case tpf_set_section:
+      enter_pragma({nullptr, kind, pragma_at_directive, macros_and_keywords, 0, es_none,
+                    handlers.process_set_section_pragma});
+      return;
+    case tpf_misra:
+    case tpf_ulp:
+      enter_pragma({nullptr, kind, pragma_immediate, macros_and_keywords, 0, es_error,
+                    form == tpf_misra ? handlers.pragma_misra_action : handlers.pragma_ulp_action});
+      return;
+    case tpf_info:
+      enter_pragma({nullptr, kind, pragma_end_of_scope, prf_text_form | prf_add_to_il, 0, es_none,
+                    nullptr});
+      return;
+  }
+  unexpected_kind("form of target pragma");
+}
+
+static void enter_target_pragmas()
+{
+#define TARGET_PRAGMA(kind, form) enter_target_pragma(kind, form);
+#include "lex/pragmas.def"
+}
+
 void pragma_one_time_init()
 {
   avail_pending_pragmas = nullptr;
@@ -318,4 +381,5 @@ void pragma_init()
     enter_pragma({nullptr, kind, phase, flags, flags2, severity, handler}); \
   }
 #include "lex/pragmas.def"
+  if (target_pragma_handlers.process_cpp_pragma != nullptr) enter_target_pragmas();
 }

@@ -142,5 +142,18 @@ struct a_pack_alignment_state {
 extern unsigned curr_max_member_alignment;  // 0 is the default
 extern a_pack_alignment_state *pack_alignment_stack;
 
+//---------------------------------------------------------------------------------------------
+// Pragmas of the target.  Their module installs the handlers before pragma_init; without them the
+// pragmas are unknown ones.
+
+struct a_target_pragma_handlers {
+  a_pragma_handler *process_cpp_pragma;                   // bound to a construct
+  void (*process_c_pragma)(a_pending_pragma *pragma);     // at the end of a scope, by the symbol named
+  a_pragma_handler *process_set_section_pragma;
+  a_pragma_handler *pragma_misra_action;
+  a_pragma_handler *pragma_ulp_action;
+};
+extern a_target_pragma_handlers target_pragma_handlers;
+
 void pragma_one_time_init();
 void pragma_init();

@@ -542,13 +542,16 @@ static void labels_in_front()
 void scan_statement()
 {
   if (++statement_nesting > max_statement_depth) catastrophe(ec_program_too_large);
-  select_curr_construct_pragmas(false);
+  bool pragmas_wait = select_curr_construct_pragmas(false);
+  a_statement **place = top_stmt_entry()->insertion_pointer;
   bool after_label = is_statement_label();
   if (after_label) labels_in_front();
   bool saved = directly_after_label;
   directly_after_label = after_label;
   dispatch_statement(after_label);
   directly_after_label = saved;
+  // Loops and declarations have taken theirs; what is left binds to the statement.
+  if (pragmas_wait) process_curr_construct_pragmas(nullptr, *place);
   --statement_nesting;
 }
 
@@ -616,9 +619,10 @@ a_statement *compound_statement(bool is_function_body, unsigned, bool dont_push_
   top_stmt_entry()->scope_depth = depth_scope_stack;
   required_token(tok_lbrace, ec_exp_lbrace);
   if (is_function_body) start_of_function_block();
+  if (c99_mode || fixed_point_enabled) check_for_stdc_pragmas();
   if (curr_token == tok_label) local_label_declarations();
   statement_list();
-  process_curr_token_pragmas();
+  select_curr_construct_pragmas(true);  // what waits for a construct is reported at the scope's end
   a_source_position end_position = pos_curr_token;
   if (is_function_body) implicit_return(&end_position);
   finish_block(block, &end_position);
