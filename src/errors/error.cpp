@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstring>
 #include "driver/flags.h"
+#include "driver/host_envir.h"
 #include "mem/check.h"
 #include "mem/registered_vars.h"
 
@@ -473,6 +474,13 @@ void misra_command_line_diagnostic(an_error_severity severity, an_error_code cod
                                    const char *argument)
 {
   issue_command_line_text(code, argument, severity, dp_complete);
+}
+
+void pch_message(an_error_code code, const char *text)
+{
+  if (suppress_pch_messages) return;
+  fprintf(f_error, error_text(code), primary_source_file_name, text);
+  putc('\n', f_error);
 }
 
 // ---- Internal errors ----

@@ -171,6 +171,7 @@ void record_prototype_diagnostic(an_error_code code, an_error_severity severity,
 
 // Renders a type outside any message, without quotes.  The text stays until the next call.
 const char *format_type_string(a_type *type, size_t *length);
+// A line about a precompiled header, unless such messages are off; no diagnostic.
 void pch_message(an_error_code code, const char *text);
 void embedded_cplusplus_noncompliance_diagnostic(a_source_position pos, an_error_code code);
 
