@@ -443,6 +443,35 @@ a_type *make_array_type(a_type *element_type, a_target_size number_of_elements)
   return type;
 }
 
+// Size of an element: by its integer kind, else by its float kind.
+static a_target_size cl_vector_element_size(int int_kind, int float_kind)
+{
+  if (int_kind < 0) return float_kind == fk_float ? 4 : 8;
+  switch (int_kind) {
+  case ik_char:
+  case ik_signed_char:
+  case ik_unsigned_char: return 1;
+  case ik_short:
+  case ik_unsigned_short: return 2;
+  case ik_int:
+  case ik_unsigned_int: return 4;
+  default: return 8;
+  }
+}
+
+// `flag`: each element is a complex pair.  A vector of 3 takes the room of 4.
+a_type *cl_vector_type(uint64_t size, int int_kind, int float_kind, bool flag)
+{
+  a_type *type = alloc_type(tk_cl_vector);
+  a_cl_vector_type_part &part = as_cl_vector(type);
+  part.element_count = size;
+  part.vector_flags = (unsigned char)((int_kind >= 0 ? 1 : 0) | (flag ? 2 : 0));
+  part.element_int_or_float_kind = (unsigned char)(int_kind >= 0 ? int_kind : float_kind);
+  type->size = cl_vector_element_size(int_kind, float_kind) * (size == 3 ? 4 : size) * (flag ? 2 : 1);
+  type->alignment = (a_target_alignment)type->size;
+  return type;
+}
+
 a_type *make_incomplete_array_type(a_type *element_type)
 {
   a_type *type = alloc_type(tk_array);
