@@ -29,6 +29,8 @@
 #include "lex/preproc.h"
 #include "lex/source_input.h"
 #include "lex/token_cache.h"
+#include "lower/lower_c99.h"
+#include "lower/lower_il.h"
 #include "mem/mem_manage.h"
 #include "parse/attribute.h"
 #include "parse/class_decl.h"

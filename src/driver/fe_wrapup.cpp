@@ -19,6 +19,7 @@
 #include "lex/pragma.h"
 #include "lex/preproc.h"
 #include "lex/source_input.h"
+#include "lower/lower_il.h"
 #include "mem/mem_manage.h"
 #include "parse/class_decl.h"
 #include "parse/decls.h"
@@ -41,11 +42,6 @@ static bool is_cplusplus()
 static bool unit_was_parsed()
 {
   return !do_preprocessing_only;
-}
-
-static bool lowering_is_needed()
-{
-  return il_lowering_needed();
 }
 
 // ---- The parse ----
@@ -122,7 +118,7 @@ static void finish_declarations_of_unit()
   wrapup_scope(file_scope_of_unit(), sck_file, curr_translation_unit->scope_pointers, true, 0);
   call_if_present(wrapup_namespace_scopes);
   if (is_cplusplus()) do_based_type_fixup();
-  if (lowering_is_needed()) {
+  if (il_lowering_needed()) {
     call_if_present(do_all_name_mangling, false);
     call_if_present(externalize_entities_for_exported_templates, file_scope_of_unit());
   }
@@ -133,7 +129,7 @@ static void finish_declarations_of_unit()
 
 static void make_statics_external_for_instantiations()
 {
-  if (!one_instantiation_per_object || !lowering_is_needed()) return;
+  if (!one_instantiation_per_object || !il_lowering_needed()) return;
   end_of_file_scope_needed_flags_phase = true;
   call_if_present(make_statics_referenced_from_instantiations_external);
   end_of_file_scope_needed_flags_phase = false;
@@ -170,9 +166,9 @@ static void finish_primary_il()
     mark_needed_entities();
     mark_kept_entities();
   }
-  if (lowering_is_needed()) call_if_present(do_final_name_mangling);
+  if (il_lowering_needed()) call_if_present(do_final_name_mangling);
   eliminate_what_is_not_needed();
-  if (lowering_is_needed() && perform_type_list_ordering) {
+  if (il_lowering_needed() && perform_type_list_ordering) {
     fix_type_list_ordering_problems(file_scope_of_unit());
   }
   check_for_done_with_all_function_memory_regions();
@@ -183,7 +179,7 @@ static void finish_primary_il()
     }
     call_if_present(wrapup_auto_instantiation_information);
   }
-  if (lowering_is_needed()) call_if_present(clear_parent_information);
+  if (il_lowering_needed()) call_if_present(clear_parent_information);
   check_for_done_with_memory_region(file_scope_region_number);
 }
 
@@ -197,7 +193,7 @@ static void close_unit()
   empty_shareable_constants_table();
   if (is_primary_translation_unit && is_cplusplus()) {
     pop_object_lifetime();
-    if (lowering_is_needed()) {
+    if (il_lowering_needed()) {
       call_if_present(clean_up_all_object_lifetimes, file_scope_of_unit());
     }
   }

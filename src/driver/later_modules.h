@@ -66,6 +66,9 @@ LATER void do_all_name_mangling(bool flag);
 LATER void do_final_name_mangling();
 LATER void clear_parent_information();
 LATER void name_lower_init();
+LATER void do_all_name_mangling(bool secondary_only);
+LATER void do_final_name_mangling();
+LATER void clear_parent_information();
 LATER void extasm_one_time_init();
 
 // Calls a routine of a module that may be absent.
