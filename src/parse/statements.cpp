@@ -16,6 +16,7 @@
 #include "lex/source_input.h"
 #include "lex/token_cache.h"
 #include "mem/mem_manage.h"
+#include "mem/stack_limit.h"
 #include "parse/decls.h"
 #include "parse/expr.h"
 #include "parse/exprutil.h"
@@ -25,7 +26,6 @@
 #include "parse/symbol_ref.h"
 
 static constexpr int stmt_stack_growth = 30;
-static constexpr int max_statement_depth = 2000;  // deeper nesting is a catastrophe, not a fault
 
 a_struct_stmt_stack_entry *struct_stmt_stack;
 static int size_struct_stmt_stack;
@@ -34,7 +34,6 @@ int struct_stmt_stack_base;
 bool curr_stmt_reachable;
 bool end_reachable;
 bool unreachable_reported;
-static int statement_nesting;
 // A label was read and no statement behind it yet.
 static bool directly_after_label;
 
@@ -541,7 +540,7 @@ static void labels_in_front()
 
 void scan_statement()
 {
-  if (++statement_nesting > max_statement_depth) catastrophe(ec_program_too_large);
+  check_recursion();
   bool pragmas_wait = select_curr_construct_pragmas(false);
   a_statement **place = top_stmt_entry()->insertion_pointer;
   bool after_label = is_statement_label();
@@ -552,7 +551,6 @@ void scan_statement()
   directly_after_label = saved;
   // Loops and declarations have taken theirs; what is left binds to the statement.
   if (pragmas_wait) process_curr_construct_pragmas(nullptr, *place);
-  --statement_nesting;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -660,7 +658,6 @@ void statements_trans_unit_init()
 {
   depth_stmt_stack = -1;
   struct_stmt_stack_base = 0;
-  statement_nesting = 0;
   directly_after_label = false;
   reset_flow_of_function();
 }
