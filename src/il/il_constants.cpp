@@ -570,7 +570,7 @@ a_constant *copy_unshared_constant(const a_constant *constant)
 
 // --- Sharing -------------------------------------------------------------------------------------
 
-static constexpr unsigned num_file_scope_buckets = 2039;
+static constexpr unsigned initial_file_scope_buckets = 2048;  // a power of two; doubled as it fills
 static constexpr unsigned num_function_buckets = 31;
 
 struct a_shareable_constants_table {
@@ -579,8 +579,9 @@ struct a_shareable_constants_table {
 };
 
 a_shareable_constants_table *curr_func_shareable_constants_table;
-static a_constant *file_scope_buckets[num_file_scope_buckets];
-static bool file_scope_buckets_used;
+static a_constant **file_scope_buckets;
+static unsigned num_file_scope_buckets;
+static unsigned num_file_scope_constants;
 static a_shareable_constants_table *avail_function_tables;
 
 a_shareable_constants_table *alloc_function_shareable_constants_table()
@@ -622,9 +623,9 @@ void free_function_shareable_constants_table(a_shareable_constants_table *table)
 
 void empty_shareable_constants_table()
 {
-  if (!file_scope_buckets_used) return;
+  if (num_file_scope_constants == 0) return;
   empty_buckets(file_scope_buckets, num_file_scope_buckets);
-  file_scope_buckets_used = false;
+  num_file_scope_constants = 0;
 }
 
 static bool is_never_shared(const a_constant *constant)
@@ -674,11 +675,42 @@ static a_constant *look_up_in_bucket(a_constant **bucket, const a_constant *cons
   return nullptr;
 }
 
+static a_constant **file_scope_bucket(const a_constant *constant)
+{
+  uint32_t hash = hash_constant(constant) * 0x9E3779B1u;
+  return &file_scope_buckets[(hash >> 8) & (num_file_scope_buckets - 1)];
+}
+
+// The number of constants grows with the source; that of a function's own ones doesn't.
+static void grow_file_scope_buckets()
+{
+  unsigned old_count = num_file_scope_buckets;
+  a_constant **old_buckets = file_scope_buckets;
+  num_file_scope_buckets = old_count == 0 ? initial_file_scope_buckets : old_count * 2;
+  size_t size = num_file_scope_buckets * sizeof(a_constant *);
+  file_scope_buckets = (a_constant **)alloc_general(size);
+  memset((void *)file_scope_buckets, 0, size);
+  for (unsigned i = 0; i < old_count; i++) {
+    a_constant *next;
+    for (a_constant *constant = old_buckets[i]; constant != nullptr; constant = next) {
+      next = constant->next;
+      a_constant **bucket = file_scope_bucket(constant);
+      constant->next = *bucket;
+      *bucket = constant;
+    }
+  }
+  if (old_buckets != nullptr) free_general(old_buckets, old_count * sizeof(a_constant *));
+}
+
 static a_constant *share_in_bucket(a_constant **bucket, const a_constant *constant, bool file_scope)
 {
   a_constant *entry = look_up_in_bucket(bucket, constant);
   if (entry != nullptr) return entry;
   entry = alloc_unshared_constant_full(constant, file_scope);
+  if (file_scope && ++num_file_scope_constants > num_file_scope_buckets) {
+    grow_file_scope_buckets();
+    bucket = file_scope_bucket(constant);
+  }
   entry->next = *bucket;
   *bucket = entry;
   return entry;
@@ -710,9 +742,8 @@ a_constant *alloc_shareable_constant(const a_constant *constant)
   if (is_never_shared(constant)) return alloc_unshared_constant(constant);
   bool in_file_scope_region = curr_il_region_number == file_scope_region_number;
   if (in_file_scope_region || !has_non_file_scope_ref(constant)) {
-    file_scope_buckets_used = true;
-    unsigned bucket = hash_constant(constant) % num_file_scope_buckets;
-    return share_in_bucket(&file_scope_buckets[bucket], constant, true);
+    if (file_scope_buckets == nullptr) grow_file_scope_buckets();
+    return share_in_bucket(file_scope_bucket(constant), constant, true);
   }
   a_shareable_constants_table *table = curr_func_shareable_constants_table;
   if (table == nullptr) return alloc_unshared_constant(constant);

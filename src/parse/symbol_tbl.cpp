@@ -7,6 +7,7 @@
 #include "driver/flags.h"
 #include "driver/trans_unit.h"
 #include "errors/error.h"
+#include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "mem/mem_manage.h"
@@ -411,8 +412,16 @@ void change_to_destructor_or_finalizer_locator(a_symbol_locator *locator, a_symb
 //---------------------------------------------------------------------------------------------
 // Initialisation
 
+// An enumerator stands for its own constant unless a conversion has changed the value or the type.
+static a_constant *constant_of_named_symbol(a_symbol *symbol, bool *must_compare)
+{
+  *must_compare = true;
+  return symbol->kind == sk_constant ? constant_of_symbol(symbol) : nullptr;
+}
+
 void symbol_tbl_one_time_init()
 {
+  named_constant_hook = constant_of_named_symbol;
   const a_name_space_kind *spaces = C_dialect == 2 ? cplusplus_name_spaces : c_name_spaces;
   memcpy(name_space_for_symbol_kind, spaces, sizeof(name_space_for_symbol_kind));
   register_trans_unit_variable(symbols_with_no_scope);
