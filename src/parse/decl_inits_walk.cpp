@@ -476,7 +476,8 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
     scan_string_initializer(type, walk, constant);
     return;
   }
-  if (is_class_struct_union_type(*type)) {
+  // A string is never the value of a class: it waits for a member.
+  if (is_class_struct_union_type(*type) && curr_token != tok_string_literal) {
     bool not_whole;
     an_expr_node *expr;
     scan_initializer_element(*type, walk->is_static, &not_whole, &expr, constant);

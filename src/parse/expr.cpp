@@ -381,16 +381,16 @@ void scan_initializer_element(a_type *type, bool is_static, bool *not_whole, an_
     operand = kept_element.operand;
   } else {
     scan_expression(&operand, nullptr, prec_comma, se_stop_at_comma);
-    if (is_class_struct_union_type(type) && !is_value_of_class(&operand, type)) {
-      kept_element.is_waiting = true;
-      flush_ref_entries_except(nullptr, nullptr);
-      operand.ref_entries = operand.last_ref_entry = nullptr;
-      kept_element.operand = operand;
-      *not_whole = true;
-      set_error_constant(constant);
-      close_entry(&scan, &operand);
-      return;
-    }
+  }
+  if (is_class_struct_union_type(type) && !is_value_of_class(&operand, type)) {
+    flush_ref_entries_except(nullptr, nullptr);
+    operand.ref_entries = operand.last_ref_entry = nullptr;
+    kept_element.is_waiting = true;
+    kept_element.operand = operand;
+    *not_whole = true;
+    set_error_constant(constant);
+    close_entry(&scan, &operand);
+    return;
   }
   prep_initializer_operand(&operand, type, is_static ? 513 : 1, ec_bad_initializer_type, &operand.position);
   if (operand.kind == ok_expression && is_static) {
