@@ -1,0 +1,3 @@
+int before1;
+#include "deep2.h"
+int after1 = __LINE__;

@@ -1,0 +1,3 @@
+int before10;
+#include "deep11.h"
+int after10 = __LINE__;

@@ -1,0 +1,2 @@
+int before12;
+int after12 = __LINE__;

@@ -1,0 +1,3 @@
+int before3;
+#include "deep4.h"
+int after3 = __LINE__;

@@ -1,0 +1,3 @@
+int before9;
+#include "deep10.h"
+int after9 = __LINE__;

@@ -1,0 +1,5 @@
+// options: -E -C
+// proves: -C leaves comments where they are
+int a; /* one */ // two
+/* three
+   four */ int b;

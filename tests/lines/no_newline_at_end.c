@@ -1,0 +1,4 @@
+// options: -P
+// proves: the last line counts without its newline
+int a;
+int last
