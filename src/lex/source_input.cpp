@@ -51,8 +51,9 @@ static char *start_of_physical_line;  // in the line buffer; follows the buffer 
 // Offsets from curr_source_line of what is reported once the line is complete; -1 for none.
 static long first_invalid_null;
 static long first_ignored_trigraph;
-static long first_white_space_splice;
-static long first_failed_splice;
+// Positions of backslashes before blanks; null for none.
+static a_source_position first_white_space_splice;
+static a_source_position first_failed_splice;
 
 //---------------------------------------------------------------------------------------------
 // The buffer.
@@ -319,6 +320,11 @@ static inline bool is_blank_before_newline(char c)
   return c == ' ' || c == '\t' || c == '\f' || c == '\v';
 }
 
+static void note_backslash(char *backslash, a_source_position *pos)
+{
+  if (is_null_position(*pos)) conv_line_loc_to_source_pos_full(backslash, pos);
+}
+
 // The physical line ends at `to`, where a newline stood.  Returns the place of the backslash that
 // continues it, or null if the logical line ends; *to loses trailing carriage returns.
 static char *find_splice(char **to)
@@ -337,10 +343,10 @@ static char *find_splice(char **to)
   }
   if (p == end) return p - 1;
   if (gcc_mode || gpp_mode) {
-    if (first_white_space_splice < 0) first_white_space_splice = p - 1 - curr_source_line;
+    note_backslash(p - 1, &first_white_space_splice);
     return p - 1;
   }
-  if (first_failed_splice < 0) first_failed_splice = p - 1 - curr_source_line;
+  note_backslash(p - 1, &first_failed_splice);
   return nullptr;
 }
 
@@ -386,16 +392,22 @@ static void report_at_offset(an_error_severity severity, an_error_code code, lon
 
 static void report_line_faults(a_line_end line_end)
 {
+  if (__builtin_expect(line_end == le_newline && first_invalid_null < 0 && first_ignored_trigraph < 0
+                         && is_null_position(first_white_space_splice)
+                         && is_null_position(first_failed_splice),
+                       1)) {
+    return;
+  }
   if (first_invalid_null >= 0) report_at_offset(es_error, ec_invalid_char, first_invalid_null);
   if (first_ignored_trigraph >= 0 && !trigraph_ignored_warning_given) {
     trigraph_ignored_warning_given = true;
     report_at_offset(es_warning, ec_trigraph_ignored, first_ignored_trigraph);
   }
-  if (first_white_space_splice >= 0) {
-    report_at_offset(es_warning, ec_white_space_inside_splice, first_white_space_splice);
+  if (!is_null_position(first_white_space_splice)) {
+    pos_warning(ec_white_space_inside_splice, first_white_space_splice);
   }
-  if (first_failed_splice >= 0) {
-    report_at_offset(es_warning, ec_not_a_line_splice, first_failed_splice);
+  if (!is_null_position(first_failed_splice)) {
+    pos_warning(ec_not_a_line_splice, first_failed_splice);
   }
   long end = end_of_curr_source_line - curr_source_line;
   if (line_end == le_end_of_file) {
@@ -451,7 +463,7 @@ static void write_line_terminators(char *end)
 static void clear_line_faults()
 {
   first_invalid_null = first_ignored_trigraph = -1;
-  first_white_space_splice = first_failed_splice = -1;
+  first_white_space_splice = first_failed_splice = null_source_position;
 }
 
 // Appends the next physical line of the current file at curr_char_loc.
@@ -503,10 +515,7 @@ bool read_logical_source_line(bool pop_at_eof, bool append_to_line)
       currently_in_pp_if_skip || (in_preprocessing_directive && !pass_pp_directive_to_output);
   }
   note_kind_of_output_line();
-  if (line_end != le_newline || first_invalid_null >= 0 || first_ignored_trigraph >= 0
-      || first_white_space_splice >= 0 || first_failed_splice >= 0) {
-    report_line_faults(line_end);
-  }
+  report_line_faults(line_end);
   return false;
 }
 

@@ -294,17 +294,6 @@ void note_kind_of_output_line()
   expanded_line_is_due = !currently_in_pp_if_skip;
 }
 
-void gen_rlisting_line_info(char code)
-{
-  fprintf(f_raw_listing, "L %lu \"", curr_ise->line_number + 1);
-  write_file_name(curr_ise->file_name, f_raw_listing, true);
-  if (code == ' ') {
-    write_raw_listing("\"\n", 2);
-  } else {
-    fprintf(f_raw_listing, "\" %c\n", code);
-  }
-}
-
 // Puts back what reading changed at the place of an original modification; returns where the text goes on.
 static char *undo_orig_line_modif(const an_orig_line_modif *modif, char *place)
 {
@@ -372,6 +361,20 @@ void gen_expanded_raw_listing_output_for_curr_line(bool at_end_of_source)
     if (walk.replacement_seen || orig_line_modif_list != nullptr) {
       write_raw_listing(output_buffer, output_length);
     }
+  }
+}
+
+void gen_rlisting_line_info(char code)
+{
+  // The line of a line directive itself still has its old number.
+  gen_raw_listing_output_for_curr_line();
+  gen_expanded_raw_listing_output_for_curr_line(false);
+  fprintf(f_raw_listing, "L %lu \"", curr_ise->line_number + 1);
+  write_file_name(curr_ise->file_name, f_raw_listing, true);
+  if (code == ' ') {
+    write_raw_listing("\"\n", 2);
+  } else {
+    fprintf(f_raw_listing, "\" %c\n", code);
   }
 }
 

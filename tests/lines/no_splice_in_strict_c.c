@@ -1,6 +1,5 @@
-// options: --strict --c
-// proves: outside GNU C the line ends there
-/* \  expect: warning not_a_line_splice */
-int a;
-// a comment \  
-int b; 
+/* options: --strict --c */
+/* proves: outside GNU C the line ends there */
+#define x 1 \  	
+int a = 0;
+/* expect-2: warning not_a_line_splice */

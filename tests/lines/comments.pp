@@ -1,0 +1,7 @@
+
+
+int a ; 
+int 
+
+  c; "/* in a string */" '//' x
+y/ *z; a   b

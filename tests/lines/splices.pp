@@ -1,0 +1,6 @@
+
+
+int ab = 1 + 2;
+long text "string"   end
+  
+last

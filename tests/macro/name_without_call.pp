@@ -1,0 +1,18 @@
+
+
+
+bar
+
+
+foo
+x
+foo  ()
+
+
+bar end
+bar bar 
+foo
+
+foo
+() 
+foo

@@ -1,0 +1,5 @@
+
+
+good2
+good3
+good4
