@@ -103,7 +103,7 @@ def tree_sitter(options, work):
     source = os.path.join(package, 'src', 'parser.c')
     flags = ['-I' + os.path.join(package, 'src')]
     generated = os.path.join(work, 'parser.int.c')
-    must(support.translate(options.rvparse, source, generated, flags, timeout=300), 'translation')
+    must(support.translate(options.rvparse, source, generated, flags + ['--c99'], timeout=300), 'translation')
     must(support.run(support.COMPILE + ['-O0', '-c', generated, '-o', os.path.join(work, 'made.o')], timeout=600),
          'generated C')
     must(support.run(support.DIRECT + ['-O0'] + flags + ['-c', source, '-o', os.path.join(work, 'direct.o')],
