@@ -158,15 +158,17 @@ static inline int peek_character()
   return more_characters() ? (unsigned char)*curr_ise->next_char : -1;
 }
 
+// The next physical line is about to be read.
 static void count_physical_line()
 {
   ++seq_number_last_read;
   ++curr_ise->line_number;
-  if (++curr_ise->lines_counted == curr_ise->next_index_stop) {
+  if (curr_ise->lines_counted == curr_ise->next_index_stop) {
     long offset = curr_ise->offset_of_buffer_end - (curr_ise->buffer_end - curr_ise->next_char);
     curr_ise->next_index_stop =
       update_file_index(curr_ise->first_source_file, curr_ise->lines_counted, offset);
   }
+  ++curr_ise->lines_counted;
 }
 
 //---------------------------------------------------------------------------------------------

@@ -255,7 +255,7 @@ void record_resumption_of_source_file(a_source_file *file, a_seq_number seq, a_l
 // The file index: offsets of some lines of each file, for showing earlier lines again.
 
 a_line_number initialize_file_index(a_source_file *file);  // returns the first stop
-// Notes that `line` lines of the file end at `offset`; returns the line count at which to call again.
+// Notes that the first `line` lines of the file end at `offset`; returns the count at which to call again.
 a_line_number update_file_index(a_source_file *file, a_line_number line, long offset);
 // The nearest indexed place at or before `line`: its line number (0 for the start) and offset.
 void look_up_file_index(a_source_file *file, a_line_number line, a_line_number *indexed_line,
