@@ -316,7 +316,10 @@ static void write_routine_definition(a_routine *routine, a_scope *scope)
 {
   a_type *type = skip_typerefs(routine->type);
   a_type *return_type = as_routine(type).return_type;
-  bool is_prototyped = routine_supplement_of(type)->is_prototyped;
+  bool is_prototyped =
+      routine_supplement_of(type)->is_prototyped && !routine->has_old_style_definition;
+  // GNU: the attribute stands on all declarations or on none.
+  if (routine->gnu_inline) put_str("__attribute__((__gnu_inline__)) ");
   write_routine_class(routine);
   form_type_first_part(return_type, false, false, 0, 0, &control);
   put_blank_after_word();

@@ -290,7 +290,8 @@ a_target_alignment f_alignment_of_type(a_type *type)
   while (type->kind == tk_typeref && !type->alignment_was_declared) {
     type = type->variant.typeref.referenced_type;
   }
-  if (type->kind == tk_array && !type->alignment_was_declared) {
+  // An array with a size has taken its element's alignment over.
+  if (type->kind == tk_array && !type->alignment_was_declared && type->size == 0) {
     a_target_alignment element = f_alignment_of_type(as_array(type).element_type);
     return element > type->alignment ? element : type->alignment;
   }

@@ -109,6 +109,7 @@ static void resolve_routine(an_alias_fixup *fixup, a_symbol *symbol)
   if (!is_weakref && routine->is_defined) {
     if (routine->is_inline) {
       pos_warning(ec_ignoring_inline_definition_because_of_alias, position);
+      set_routine_defined(routine, false);
     } else {
       pos_error(ec_alias_cannot_have_definition, position);
       return;

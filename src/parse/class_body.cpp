@@ -9,6 +9,7 @@
 #include "lex/lexical.h"
 #include "lex/pragma.h"
 #include "lex/token_cache.h"
+#include "mem/stack_limit.h"
 #include "parse/attribute.h"
 #include "parse/class_private.h"
 #include "parse/decls.h"
@@ -16,10 +17,6 @@
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
-
-// Nesting of bodies, which recursion follows.
-static int class_depth;
-static constexpr int max_class_depth = 500;
 
 //---------------------------------------------------------------------------------------------
 // The member loop.
@@ -258,7 +255,7 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
 {
   if (curr_token == tok_colon) skip_base_clause(class_type);
   if (curr_token != tok_lbrace) return false;
-  if (++class_depth > max_class_depth) catastrophe(ec_program_too_large);
+  check_recursion();
   a_class_scan_state scan = {};
   scan.class_type = class_type;
   scan.current_access = class_type->kind == tk_class ? as_private : as_public;
@@ -289,12 +286,6 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
   wrap_up_class(&scan);
   pop_scope();
   end_class(class_type);
-  --class_depth;
   (void)pos_block;
   return true;
-}
-
-void init_class_body()
-{
-  class_depth = 0;
 }

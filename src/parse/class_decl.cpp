@@ -233,5 +233,4 @@ void process_deferred_class_fixups_and_instantiations(a_type *)
 
 void class_decl_init()
 {
-  init_class_body();
 }

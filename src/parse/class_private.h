@@ -4,5 +4,3 @@
 
 // class_member.cpp: one member declaration, up to its `;` (which stays current).
 void scan_member_declaration(a_class_scan_state *scan);
-// class_body.cpp
-void init_class_body();

@@ -15,6 +15,7 @@
 #include "lex/lexical.h"
 #include "lex/token_cache.h"
 #include "mem/mem_manage.h"
+#include "mem/stack_limit.h"
 #include "parse/attribute.h"
 #include "parse/decls.h"
 #include "parse/lookup.h"
@@ -33,10 +34,6 @@ struct a_declarator_scan {
 };
 
 static a_declarator_part *free_parts;
-
-// Nesting of declarators in parentheses and parameter lists, which recursion follows.
-static int declarator_depth;
-static constexpr int max_declarator_depth = 1000;
 
 static a_declarator_part *alloc_part(a_declarator_part_kind kind)
 {
@@ -477,7 +474,7 @@ static void direct_declarator(a_declarator_scan *scan)
 
 static void declarator_core(a_declarator_scan *scan)
 {
-  if (++declarator_depth > max_declarator_depth) catastrophe(ec_program_too_large);
+  check_recursion();
   a_declarator_part *pointers = pointer_operators();
   skip_declarator_attributes(scan);
   direct_declarator(scan);
@@ -487,7 +484,6 @@ static void declarator_core(a_declarator_scan *scan)
     pointers = part->closer;
     push_part(scan, part);
   }
-  --declarator_depth;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -545,5 +541,4 @@ void declarator(uint32_t options, a_decl_parse_state *state, a_type *bottom_type
 void declarator_init()
 {
   free_parts = nullptr;
-  declarator_depth = 0;
 }

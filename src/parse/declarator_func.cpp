@@ -195,8 +195,13 @@ static a_param_type *make_param_type(a_prototype_scan *scan, a_decl_parse_state 
   param->declared_register = state->storage_class == sc_register;
   param->has_static_bound = state->array_is_static_param;
   param->decl_modifiers = state->decl_modifiers;
-  add_param_type(scan->routine_type, param);
-  ++scan->count;
+  param->number = ++scan->count;
+  if (scan->last_param) {
+    scan->last_param->next = param;
+  } else {
+    scan->supplement->param_types = param;
+  }
+  scan->last_param = param;
   return param;
 }
 

@@ -218,13 +218,30 @@ static bool new_type_replaces(a_decl_decision *decision, a_symbol *prior, a_rout
   return true;
 }
 
+// GNU: a definition without a type of a function that was declared void.
+static bool takes_void_return(a_decl_decision *decision, a_symbol *prior, a_routine *routine)
+{
+  if (!gcc_mode || !decision->routine->type_was_missing) return false;
+  a_type *old_type = skip_typerefs(routine->type);
+  a_type *new_type = skip_typerefs(decision->type);
+  if (old_type->kind != tk_routine || new_type->kind != tk_routine) return false;
+  if (!is_void_type(as_routine(old_type).return_type)) return false;
+  as_routine(new_type).return_type = as_routine(old_type).return_type;
+  if (!reconcile_routine_types(routine, new_type, decision->is_definition, true, decision->state)) {
+    return false;
+  }
+  pos_sy_warning(ec_not_compatible_with_previous_decl, decision->locator->position, prior);
+  return true;
+}
+
 static bool merge_types(a_decl_decision *decision, a_symbol *prior, a_routine *routine)
 {
   if (reconcile_routine_types(routine, decision->type, decision->is_definition, true,
                               decision->state)) {
     return true;
   }
-  return new_type_replaces(decision, prior, routine);
+  return takes_void_return(decision, prior, routine)
+         || new_type_replaces(decision, prior, routine);
 }
 
 // C99 6.2.2p7.

@@ -65,13 +65,17 @@ static void default_undeclared_parameters(a_func_info_block *func_info)
 // The promoted types are what a call passes (C99 6.5.2.2p6).
 static void build_promoted_parameter_list(a_type *routine_type, a_func_info_block *func_info)
 {
+  a_param_type **link = &routine_supplement_of(routine_type)->param_types;
+  unsigned number = 0;
   for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next) {
     a_param_type *param = alloc_param_type(default_argument_promotion(make_unqualified_type(id->type)));
     param->orig_type = id->type;
     if (id->locator.header != nullptr) param->name = id->locator.header->identifier;
     param->position = id->position;
     param->declared_register = id->storage_class == sc_register;
-    add_param_type(routine_type, param);
+    param->number = ++number;
+    *link = param;
+    link = &param->next;
     id->param_type = param;
   }
 }
@@ -124,14 +128,6 @@ static void reenter_prototype_symbols(a_func_info_block *func_info)
   }
 }
 
-// The record of parameter number `number` in the function's type, which is the composite one.
-static a_param_type *param_of_routine(a_routine *routine, unsigned number)
-{
-  a_param_type *param = param_types_of(routine->type);
-  while (param != nullptr && --number != 0) param = param->next;
-  return param;
-}
-
 static void check_parameter_type(a_param_id *id)
 {
   a_type *type = id->type;
@@ -163,7 +159,7 @@ static a_symbol *enter_parameter(a_param_id *id, a_variable *variable)
   return symbol;
 }
 
-static void make_parameter(a_routine *routine, a_param_id *id, unsigned number)
+static void make_parameter(a_param_id *id, a_param_type *param_type)
 {
   check_parameter_type(id);
   a_variable *variable = alloc_variable(id->storage_class == sc_register ? sc_register : sc_auto);
@@ -171,7 +167,7 @@ static void make_parameter(a_routine *routine, a_param_id *id, unsigned number)
   variable->is_parameter = true;
   variable->is_definition = true;
   variable->declared_register = id->storage_class == sc_register;
-  variable->param_type = param_of_routine(routine, number);
+  variable->param_type = param_type;
   a_symbol *symbol = enter_parameter(id, variable);
   set_source_corresp(&variable->source_corresp, symbol);
   variable->source_corresp.is_local = true;
@@ -186,9 +182,11 @@ static void make_parameter(a_routine *routine, a_param_id *id, unsigned number)
 
 static void make_parameters(a_routine *routine, a_func_info_block *func_info)
 {
-  unsigned number = 0;
+  // The function's type is the composite one: its records are not those of the declarator.
+  a_param_type *param_type = param_types_of(routine->type);
   for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next) {
-    make_parameter(routine, id, ++number);
+    make_parameter(id, param_type);
+    if (param_type != nullptr) param_type = param_type->next;
   }
 }
 
