@@ -79,7 +79,7 @@ void exit_compilation(an_error_severity severity)
 // Makes room for deep nesting and tells the parser how much there is.
 static void ensure_stack_size()
 {
-  constexpr rlim_t wanted = 120ul << 20;  // the least gap that the kernel leaves below the stack
+  constexpr rlim_t wanted = 120ul << 20; // the least gap that the kernel leaves below the stack
   rlimit limit;
   if (getrlimit(RLIMIT_STACK, &limit) != 0) return;
   rlim_t size = limit.rlim_max < wanted ? limit.rlim_max : wanted;

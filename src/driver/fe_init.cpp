@@ -1,6 +1,7 @@
 // fe_init.cpp - initialisation of all modules in its fixed order.
 // Rule:    later modules read what earlier ones set: the order is part of the meaning.
-// Entry:   fe_early_init, fe_one_time_init, fe_init_part_1, fe_translation_unit_init, fe_init_part_2.
+// Entry:   fe_early_init, fe_one_time_init, fe_init_part_1, fe_translation_unit_init,
+//          fe_init_part_2.
 #include "driver/fe_init.h"
 #include <cstdlib>
 #include <cstring>
@@ -169,8 +170,8 @@ static void record_modes_in_il_header()
 static void open_pp_output()
 {
   if (pp_file_name != nullptr) {
-    f_pp_output = open_output_file_with_error_handling(pp_file_name, false, false, 0,
-                                                       ec_file_kind_pp_output);
+    f_pp_output =
+        open_output_file_with_error_handling(pp_file_name, false, false, 0, ec_file_kind_pp_output);
   } else {
     f_pp_output = stdout;
   }

@@ -1,6 +1,6 @@
 // fe_wrapup.cpp - the parse of a unit, its wrap-up, and the wrap-up of the whole program.
-// Rule:    the order is part of the meaning: marking what is needed comes after the last lowering that can
-//          need something, elimination after the marking.
+// Rule:    the order is part of the meaning: marking what is needed comes after the last lowering
+//          that can need something, elimination after the marking.
 // Entry:   translation_unit, translation_unit_wrapup, fe_wrapup, fe_wrapup_part_2.
 #include "driver/fe_wrapup.h"
 #include <cerrno>
@@ -216,7 +216,8 @@ static void list_macros_of_unit()
       fprintf(f_pp_output, "%s\t/* Predefined */\n", macro->text);
       continue;
     }
-    conv_seq_to_file_and_line(macro->source_corresp.decl_position.seq, &file_name, &full_name, &line, &at_end_of_file);
+    conv_seq_to_file_and_line(macro->source_corresp.decl_position.seq, &file_name, &full_name,
+                              &line, &at_end_of_file);
     if (*file_name != '\0') {
       fprintf(f_pp_output, "%s\t/* %s */\n", macro->text, file_name);
     } else {
@@ -225,8 +226,7 @@ static void list_macros_of_unit()
   }
 }
 
-template <class F>
-static void for_secondary_units(F step)
+template <class F> static void for_secondary_units(F step)
 {
   for (a_translation_unit *unit = translation_units->next; unit != nullptr; unit = unit->next) {
     switch_translation_unit(unit);

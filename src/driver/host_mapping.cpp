@@ -34,8 +34,8 @@ void *map_file_region(size_t, size_t size, size_t offset)
       putc(0, f_mapped_il_temp) == EOF || fflush(f_mapped_il_temp) != 0) {
     return nullptr;
   }
-  void *address = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE,
-                       fileno(f_mapped_il_temp), off_t(offset));
+  void *address = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE, fileno(f_mapped_il_temp),
+                       off_t(offset));
   return address != MAP_FAILED ? address : nullptr;
 }
 

@@ -7,7 +7,8 @@
 size_t do_page_alignment(size_t size);
 // Moves the stream's position up to a page boundary.
 void seek_to_page_alignment(FILE *stream);
-// Makes the temporary file, which has no name and goes with the process; catastrophe 165 on failure.
+// Makes the temporary file, which has no name and goes with the process; catastrophe 165 on
+// failure.
 void open_mapped_il_temp_file();
 // Extends the temporary file to `offset + size` and maps that part; null on failure.
 void *map_file_region(size_t total, size_t size, size_t offset);

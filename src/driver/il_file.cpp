@@ -1,7 +1,7 @@
 // il_file.cpp - the IL as a binary image of its memory regions.
 // Owns:    f_il_output, the offsets of the regions in it (index_for_il_file).
-// Rule:    each region is written once, when nothing is added to it any more; a run with errors leaves no
-//          file behind.
+// Rule:    each region is written once, when nothing is added to it any more; a run with errors
+//          leaves no file behind.
 #include "driver/il_file.h"
 #include <cerrno>
 #include <cstring>
@@ -26,7 +26,7 @@ struct an_il_file_index {
 
 struct a_region_header {
   unsigned long zero;
-  unsigned long length;            // of all blocks with their headers
+  unsigned long length; // of all blocks with their headers
   a_scope *root;
   unsigned long reserved;
 };
@@ -138,8 +138,7 @@ void open_il_output_file()
     name = derived_name(primary_source_file_name, "cil");
   }
   il_output_name = name;
-  f_il_output =
-      open_output_file_with_error_handling(name, true, true, 0, ec_file_kind_il_1);
+  f_il_output = open_output_file_with_error_handling(name, true, true, 0, ec_file_kind_il_1);
 }
 
 void start_il_file()

@@ -1,6 +1,7 @@
-// later_modules.h - entry points of modules that are not part of the system yet, in the places where the
-// pipeline calls them.  They are weak: what is absent is null, and the driver goes on without it.  A module
-// that arrives declares its routines in its own header, and its rows here and the tests of them go.
+// later_modules.h - entry points of modules that are not part of the system yet, in the places
+// where the pipeline calls them.  They are weak: what is absent is null, and the driver goes on
+// without it.  A module that arrives declares its routines in its own header, and its rows here and
+// the tests of them go.
 #pragma once
 #include "il/il_fwd.h"
 #include "mem/mem_manage.h"
@@ -72,7 +73,7 @@ LATER void clear_parent_information();
 LATER void extasm_one_time_init();
 
 // Calls a routine of a module that may be absent.
-#define call_if_present(routine, ...)              \
-  do {                                             \
-    if ((routine) != nullptr) routine(__VA_ARGS__); \
+#define call_if_present(routine, ...)                                                              \
+  do {                                                                                             \
+    if ((routine) != nullptr) routine(__VA_ARGS__);                                                \
   } while (0)

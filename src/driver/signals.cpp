@@ -1,6 +1,6 @@
 // signals.cpp - what the process says when a signal ends it.
-// Rule:    the state may be damaged and nothing may be allocated: pointers are tested before they are
-//          followed, and the handlers run on a stack of their own.
+// Rule:    the state may be damaged and nothing may be allocated: pointers are tested before they
+//          are followed, and the handlers run on a stack of their own.
 #include "driver/signals.h"
 #include <csignal>
 #include <cstdarg>
@@ -17,6 +17,7 @@ static constexpr uintptr_t lowest_usable_address = 100001;
 static constexpr size_t size_of_signal_stack = 64 * 1024;
 
 static void (*common_callback)(int);
+static bool handlers_are_installed;
 static char signal_stack[size_of_signal_stack];
 
 static bool is_usable(const void *pointer)
@@ -69,7 +70,8 @@ static const char *describe_signal(int signal_number)
 void common_signal_handler(int signal_number, const char *program_name, const char *format, ...)
 {
   const char *name = is_usable(program_name) ? program_name : "unknown";
-  if (signal_number == SIGHUP || signal_number == SIGINT) report_request_to_end(name, "forced exit");
+  if (signal_number == SIGHUP || signal_number == SIGINT)
+    report_request_to_end(name, "forced exit");
   if (signal_number == SIGTERM) report_request_to_end(name, "received a terminate signal");
 
   static const char *description;
@@ -104,14 +106,16 @@ static void install_handler(int signal_number, void (*handler)(int))
 
 void install_common_handlers(void (*handler)(int), void (*callback)(int))
 {
-  static const int handled_signals[] = {SIGILL, SIGABRT, SIGFPE,  SIGSEGV, SIGTERM, SIGINT,
-                                        SIGHUP, SIGTRAP, SIGBUS,  SIGSYS,  SIGXCPU};
+  static const int handled_signals[] = {SIGILL, SIGABRT, SIGFPE, SIGSEGV, SIGTERM, SIGINT,
+                                        SIGHUP, SIGTRAP, SIGBUS, SIGSYS,  SIGXCPU};
   common_callback = callback;
+  handlers_are_installed = true;
   stack_t stack = {};
   stack.ss_sp = signal_stack;
   stack.ss_size = sizeof signal_stack;
   sigaltstack(&stack, nullptr);
-  for (int signal_number : handled_signals) install_handler(signal_number, handler);
+  for (int signal_number : handled_signals)
+    install_handler(signal_number, handler);
   // A full file size limit shows as a write error of the file concerned.
   signal(SIGXFSZ, SIG_IGN);
 }
@@ -138,8 +142,9 @@ void primary_signal_handler(int signal_number)
     line = long(curr_ise->line_number);
   }
   const char *program_name = is_usable(sys_argv) ? sys_argv[0] : nullptr;
-  common_signal_handler(signal_number, program_name, "while processing function %s file %s line %ld",
-                        curr_function_name(), file_name, line);
+  common_signal_handler(signal_number, program_name,
+                        "while processing function %s file %s line %ld", curr_function_name(),
+                        file_name, line);
 }
 
 void debug_signal_handler(int signal_number)
@@ -149,5 +154,6 @@ void debug_signal_handler(int signal_number)
 
 void signal_init()
 {
+  if (handlers_are_installed) return;
   install_common_handlers(primary_signal_handler, nullptr);
 }

@@ -54,8 +54,8 @@ static void issue_one_context(int number, bool alone, const a_diagnostic &main)
   inserts.pos[0] = context.point;
   inserts.instantiation[0] = context.instantiation;
   inserts.st[0] = context.file_name;
-  issue_context_line(alone ? context.alone : context.among,
-                     alone ? dp_context_line : dp_added_line, main, &inserts);
+  issue_context_line(alone ? context.alone : context.among, alone ? dp_context_line : dp_added_line,
+                     main, &inserts);
 }
 
 // A stretch in the middle of a long chain is only counted.
@@ -193,7 +193,7 @@ void embedded_cplusplus_noncompliance_diagnostic(a_source_position pos, an_error
 
 #define UNPAREN(...) __VA_ARGS__
 #define ISSUE(severity, part, inserts)                                                             \
-  a_diag_inserts slots = {UNPAREN inserts};                                                                \
+  a_diag_inserts slots = {UNPAREN inserts};                                                        \
   issue_diagnostic({code, severity, part, pos, nullptr, &slots})
 
 #define FORM(name, parameters, inserts)                                                            \
@@ -266,8 +266,7 @@ void pos_st3_sy2_diagnostic(an_error_code code, a_source_position pos, an_error_
                             const char *text1, const char *text2, const char *text3,
                             a_symbol *symbol1, a_symbol *symbol2)
 {
-  ISSUE(severity, dp_complete,
-        (.st = {text1, text2, text3}, .sy = {symbol1, symbol2}));
+  ISSUE(severity, dp_complete, (.st = {text1, text2, text3}, .sy = {symbol1, symbol2}));
 }
 
 static bool has_insert(an_error_code code)

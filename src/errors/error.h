@@ -1,6 +1,6 @@
 // error.h - the error engine: every diagnostic of the front end is issued through it.
-// A caller names the message by ec_<tag>, gives a severity or takes the entry point's, and passes the
-// inserts.  Catastrophes, command-line errors and internal errors don't return.
+// A caller names the message by ec_<tag>, gives a severity or takes the entry point's, and passes
+// the inserts.  Catastrophes, command-line errors and internal errors don't return.
 #pragma once
 #include <cstdio>
 #include "errors/error_codes.h"
@@ -9,18 +9,18 @@
 
 // ---- State.  Defaults are set by error_early_init; options change them before error_init. ----
 
-extern FILE *f_error;                          // destination, the standard error stream
-extern a_source_position error_position;       // where entry points without pos_ report; the scanner
-                                               // keeps it at the current token
-extern an_error_severity error_threshold;      // lowest severity shown
-extern int error_limit;                        // errors after which the run stops
-extern int context_limit;                      // instantiation context lines shown; 0 means all
+extern FILE *f_error;                     // destination, the standard error stream
+extern a_source_position error_position;  // where entry points without pos_ report; the scanner
+                                          // keeps it at the current token
+extern an_error_severity error_threshold; // lowest severity shown
+extern int error_limit;                   // errors after which the run stops
+extern int context_limit;                 // instantiation context lines shown; 0 means all
 extern an_error_severity strict_ansi_error_severity;
 extern an_error_severity strict_ansi_discretionary_severity;
 extern an_error_severity anachronism_error_severity;
 extern an_error_severity misra_required_severity;
 extern an_error_severity misra_advisory_severity;
-extern bool brief_diagnostics;                 // one line a diagnostic, no source line
+extern bool brief_diagnostics; // one line a diagnostic, no source line
 extern bool do_not_wrap_diagnostics;
 extern bool display_error_number;
 extern bool display_error_context_on_catastrophe;
@@ -30,7 +30,7 @@ extern unsigned long total_remarks;
 extern unsigned long total_warnings;
 extern unsigned long total_errors;
 extern unsigned long total_catastrophes;
-extern const char *curr_command_line_macro_def;  // set while a macro of the command line is scanned
+extern const char *curr_command_line_macro_def; // set while a macro of the command line is scanned
 
 inline constexpr int DEFAULT_CONTEXT_LIMIT = 10;
 inline constexpr int MAX_ERROR_OUTPUT_LINE_LENGTH = 79;
@@ -177,7 +177,7 @@ void embedded_cplusplus_noncompliance_diagnostic(a_source_position pos, an_error
 
 // ---- Files ----
 
-enum an_open_file_failure : unsigned char {  // bits of an_open_file_result::bits and of the flags
+enum an_open_file_failure : unsigned char { // bits of an_open_file_result::bits and of the flags
   off_not_found = 1,
   off_system_error = 2,
   off_not_regular = 4,
@@ -207,24 +207,24 @@ void write_signoff();
 
 // ---- What higher floors install ----
 
-struct a_diag_text;  // the text of the insert that is being rendered
+struct a_diag_text; // the text of the insert that is being rendered
 
 // Appends to the insert that is being rendered.
 void put_to_insert(a_diag_text *text, const char *string, size_t length);
 void put_str_to_insert(a_diag_text *text, const char *string);
 
 struct a_symbol_insert_flags {
-  bool full;                 // %nf: return type and parameters
-  bool no_kind_word;         // %no
-  bool with_params;          // %np
-  bool with_template_info;   // %nt
-  bool with_template_args;   // %na
+  bool full;               // %nf: return type and parameters
+  bool no_kind_word;       // %no
+  bool with_params;        // %np
+  bool with_template_info; // %nt
+  bool with_template_args; // %na
 };
 
 // One entry of the chain of contexts in which a diagnostic arose, innermost first.
 struct a_diag_context {
-  an_error_code alone;       // the line's template when it is the only context
-  an_error_code among;       // the template among several
+  an_error_code alone; // the line's template when it is the only context
+  an_error_code among; // the template among several
   a_symbol *symbol;
   const void *instantiation; // for %na
   a_source_position point;   // the point of instantiation
@@ -251,7 +251,7 @@ struct an_error_hooks {
   // Token skipping for syntax_error.
   void (*flush_tokens)();
   void (*cancel_il_file)();
-  void (*exit_compilation)(an_error_severity severity);  // doesn't return
+  void (*exit_compilation)(an_error_severity severity); // doesn't return
 };
 extern an_error_hooks error_hooks;
 

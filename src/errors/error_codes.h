@@ -10,13 +10,13 @@ enum an_error_code : unsigned short {
 };
 
 enum an_error_severity : unsigned char {
-  es_default,              // only as a request: back to the option's level
-  es_once,                 // only as a request: issue once
-  es_none,                 // suppressed
+  es_default, // only as a request: back to the option's level
+  es_once,    // only as a request: issue once
+  es_none,    // suppressed
   es_remark,
   es_advisory,
   es_warning,
-  es_discretionary_error,  // the last one that options and pragmas can change
+  es_discretionary_error, // the last one that options and pragmas can change
   es_error,
   es_catastrophe,
   es_command_line_error,

@@ -17,8 +17,9 @@ void file_open_error(an_error_severity severity, an_error_code kind_code, const 
 {
   const char *reason = reason_of(result);
   a_source_position pos = severity == es_command_line_error ? no_line_position : error_position;
-  pos_ststst_diagnostic(severity, reason != nullptr ? ec_cannot_open_file_reason : ec_cannot_open_file,
-                        pos, error_text(kind_code), name, reason);
+  pos_ststst_diagnostic(severity,
+                        reason != nullptr ? ec_cannot_open_file_reason : ec_cannot_open_file, pos,
+                        error_text(kind_code), name, reason);
 }
 
 void output_file_open_error(bool for_command_line, an_error_code kind_code, const char *name,

@@ -15,7 +15,7 @@ static constexpr size_t continuation_indent = 10;
 
 // What the words of a severity are and where it counts.
 struct a_severity_description {
-  an_error_code word;         // lower-case; the capitalised word is the next row
+  an_error_code word; // lower-case; the capitalised word is the next row
   char listing_letter;
   unsigned long *counter;
 };
@@ -40,9 +40,9 @@ static int output_depth;
 // ---- The wrapper ----
 
 static struct {
-  size_t column;        // characters on the current line
-  size_t held_blanks;   // trailing blanks that wait for more text
-  size_t indent;        // of this part
+  size_t column;      // characters on the current line
+  size_t held_blanks; // trailing blanks that wait for more text
+  size_t indent;      // of this part
   bool wraps;
 } wrapper;
 
@@ -65,7 +65,8 @@ static void put_number(unsigned long number)
 
 static void put_blanks(size_t count)
 {
-  for (; count != 0; count--) put_raw(" ", 1);
+  for (; count != 0; count--)
+    put_raw(" ", 1);
 }
 
 static void put_newline()
@@ -87,13 +88,15 @@ static size_t length_before_break(const char *text, size_t room)
   for (size_t i = room; i != 0; i--) {
     if (text[i - 1] != ' ') continue;
     i--;
-    while (i != 0 && text[i - 1] == ' ') i--;
+    while (i != 0 && text[i - 1] == ' ')
+      i--;
     return i;
   }
   if (room == 0 || wrapper.column > wrapper.indent + continuation_indent) return 0;
   // A multibyte character stays whole.
   size_t length = room;
-  while (length > 1 && (text[length] & 0xC0) == 0x80) length--;
+  while (length > 1 && (text[length] & 0xC0) == 0x80)
+    length--;
   return length;
 }
 
@@ -114,7 +117,8 @@ static void put_held_blanks()
 static void put_wrapped(const char *text, size_t length, bool is_unit)
 {
   size_t trailing = 0;
-  while (length != 0 && text[length - 1] == ' ') length--, trailing++;
+  while (length != 0 && text[length - 1] == ' ')
+    length--, trailing++;
   while (length > room_on_line()) {
     bool fits_own_line =
         length + wrapper.indent <= MAX_ERROR_OUTPUT_LINE_LENGTH - continuation_indent;
@@ -129,7 +133,8 @@ static void put_wrapped(const char *text, size_t length, bool is_unit)
       text += part;
       length -= part;
     }
-    while (length != 0 && *text == ' ') text++, length--;
+    while (length != 0 && *text == ' ')
+      text++, length--;
     break_line();
   }
   if (length != 0) {
@@ -296,9 +301,9 @@ void write_signoff()
     fprintf(f_error, " %s ", error_text(ec_w_and));
   }
   if (total_catastrophes != 0) {
-    fprintf(f_error, "%lu %s", total_catastrophes,
-            error_text(total_catastrophes == 1 ? ec_w_catastrophic_error
-                                               : ec_w_catastrophic_errors));
+    fprintf(
+        f_error, "%lu %s", total_catastrophes,
+        error_text(total_catastrophes == 1 ? ec_w_catastrophic_error : ec_w_catastrophic_errors));
   }
   putc(' ', f_error);
   const char *name = primary_source_file_name;

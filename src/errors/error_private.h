@@ -4,12 +4,12 @@
 #include "mem/mem_manage.h"
 
 enum a_diagnostic_part : unsigned char {
-  dp_complete,      // a whole diagnostic
-  dp_start,         // first part of one in several parts
-  dp_added_line,    // a further line, indented by 12
-  dp_end,           // closes it; no text
-  dp_context_line,  // a context line, indented by 10
-  dp_context_end    // closes the context lines; no text
+  dp_complete,     // a whole diagnostic
+  dp_start,        // first part of one in several parts
+  dp_added_line,   // a further line, indented by 12
+  dp_end,          // closes it; no text
+  dp_context_line, // a context line, indented by 10
+  dp_context_end   // closes the context lines; no text
 };
 
 inline constexpr int max_inserts_of_a_kind = 3;
@@ -29,8 +29,8 @@ struct a_diagnostic {
   an_error_severity severity;
   a_diagnostic_part part;
   a_source_position pos;
-  const char *text;               // the template; null: the catalogue's
-  const a_diag_inserts *inserts;  // null: none
+  const char *text;              // the template; null: the catalogue's
+  const a_diag_inserts *inserts; // null: none
 };
 
 // error.cpp: the one road of all diagnostics.
@@ -67,19 +67,19 @@ enum a_piece_kind : unsigned char {
 struct a_message_piece {
   a_message_piece *next;
   a_piece_kind kind;
-  unsigned char index;       // of the insert, 1 to 3
-  bool quoted : 1;           // %sq
-  bool full : 1;             // %nf, %nt
-  bool no_kind_word : 1;     // %no
-  bool with_params : 1;      // %np
+  unsigned char index;   // of the insert, 1 to 3
+  bool quoted : 1;       // %sq
+  bool full : 1;         // %nf, %nt
+  bool no_kind_word : 1; // %no
+  bool with_params : 1;  // %np
   bool with_template_info : 1;
   bool with_template_args : 1;
   bool with_declared_at : 1;
   bool with_trans_unit : 1;
-  a_diag_text text;          // the rendered insert
-  const char *literal;       // piece_literal: into the template
+  a_diag_text text;    // the rendered insert
+  const char *literal; // piece_literal: into the template
   size_t literal_length;
-  size_t quote_start;        // the part of the text that stays on one line
+  size_t quote_start; // the part of the text that stays on one line
   size_t quote_end;
 };
 
@@ -100,7 +100,8 @@ inline size_t length_of_piece(const a_message_piece *piece)
 
 // ---- error_output.cpp ----
 
-// Writes one part.  With in_context_lines, context lines follow: the closing blank line is held back.
+// Writes one part.  With in_context_lines, context lines follow: the closing blank line is held
+// back.
 void output_diagnostic(const a_diagnostic &diagnostic, const a_message_piece *pieces,
                        bool in_context_lines);
 // What follows the last part: after a fatal one, or too many errors, the run ends.
@@ -109,7 +110,8 @@ void output_init();
 
 // ---- error_source.cpp ----
 
-// The text of the source line of a position in a buffer that the next call reuses; false if it can't
-// be had.  With `only_if_cheap` no file is read: tells whether the line could be had, *text is null.
+// The text of the source line of a position in a buffer that the next call reuses; false if it
+// can't be had.  With `only_if_cheap` no file is read: tells whether the line could be had, *text
+// is null.
 bool source_line_of_position(a_source_position pos, bool only_if_cheap, const char **text,
                              size_t *length);

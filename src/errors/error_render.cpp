@@ -13,8 +13,8 @@ static constexpr size_t text_increment = 100;
 
 static a_message_piece *piece_chains[max_rendering_depth];
 static int rendering_depth;
-static a_diag_text type_string;   // format_type_string's result
-static a_text_buffer *name_text;  // a file name on its way into a message
+static a_diag_text type_string;  // format_type_string's result
+static a_text_buffer *name_text; // a file name on its way into a message
 
 // ---- Growing text ----
 
@@ -173,7 +173,8 @@ static void render_string(a_message_piece *piece, const char *string)
 static void render_type(a_message_piece *piece, a_type *type)
 {
   begin_quoted(piece);
-  if (type != nullptr && error_hooks.form_type != nullptr) error_hooks.form_type(type, &piece->text);
+  if (type != nullptr && error_hooks.form_type != nullptr)
+    error_hooks.form_type(type, &piece->text);
   end_quoted(piece);
 }
 
@@ -275,9 +276,7 @@ static void render_piece(a_message_piece *piece, const a_diag_inserts *inserts,
   case piece_symbol:
     render_symbol(piece, inserts->sy[slot], inserts->instantiation[slot], pos);
     return;
-  case piece_position:
-    render_place(&piece->text, inserts->pos[slot], pos, "", "");
-    return;
+  case piece_position: render_place(&piece->text, inserts->pos[slot], pos, "", ""); return;
   }
   unexpected_kind("kind of message piece");
 }

@@ -1,6 +1,6 @@
 // error_severity.cpp - is a diagnostic shown, and as what?
-// Owns:    the overrides by code, the severity ranges by position, the once-only marks, the table that
-//          keeps one diagnostic from coming again with every instantiation.
+// Owns:    the overrides by code, the severity ranges by position, the once-only marks, the table
+//          that keeps one diagnostic from coming again with every instantiation.
 // Uses:    the map from sequence numbers to files (source_input), for system headers.
 #include "errors/error_private.h"
 #include <cstring>
@@ -33,13 +33,13 @@ static constexpr unsigned num_prototype_chains = 983;
 
 // All tables are zero at the start of the run; options write them before error_init.
 static an_error_severity severity_override[num_error_codes];
-static an_error_severity default_severity_override[num_error_codes];  // what es_default restores
+static an_error_severity default_severity_override[num_error_codes]; // what es_default restores
 static bool issue_once[num_error_codes];
 static bool already_issued[num_error_codes];
 static a_severity_range *severity_ranges[num_error_codes];
 static a_severity_range *severity_ranges_tail[num_error_codes];
-static a_prototype_diagnostic **prototype_diagnostics;  // made when the first one is recorded
-static a_line_message *line_messages;                   // sorted
+static a_prototype_diagnostic **prototype_diagnostics; // made when the first one is recorded
+static a_line_message *line_messages;                  // sorted
 static size_t num_line_messages;
 static size_t size_of_line_messages;
 
@@ -112,10 +112,9 @@ static bool enter_line_message(a_seq_number seq, an_error_code code)
   }
   if (num_line_messages == size_of_line_messages) {
     size_t new_length = size_of_line_messages * 2 + 64;
-    line_messages = reinterpret_cast<a_line_message *>(
-        realloc_buffer(reinterpret_cast<char *>(line_messages),
-                       size_of_line_messages * sizeof *line_messages,
-                       new_length * sizeof *line_messages));
+    line_messages = reinterpret_cast<a_line_message *>(realloc_buffer(
+        reinterpret_cast<char *>(line_messages), size_of_line_messages * sizeof *line_messages,
+        new_length * sizeof *line_messages));
     size_of_line_messages = new_length;
   }
   memmove(line_messages + low + 1, line_messages + low,
@@ -177,8 +176,9 @@ void record_prototype_diagnostic(an_error_code code, an_error_severity severity,
     memset(prototype_diagnostics, 0, size);
   }
   bool in_template = false;
-  unsigned long scope =
-      error_hooks.curr_scope_identity != nullptr ? error_hooks.curr_scope_identity(&in_template) : 0;
+  unsigned long scope = error_hooks.curr_scope_identity != nullptr
+                            ? error_hooks.curr_scope_identity(&in_template)
+                            : 0;
   a_prototype_diagnostic **chain = &prototype_diagnostics[prototype_chain(code, severity, pos)];
   auto *entry = static_cast<a_prototype_diagnostic *>(alloc_in_region(0, sizeof(**chain)));
   *entry = {*chain, code, severity, pos.column, pos.seq, scope, 0};

@@ -1,7 +1,8 @@
 // error_source.cpp - the source line that a diagnostic shows.
 // Owns:    the buffer of the line shown.
 // Uses:    the current line and the file index (source_input), the host for reading a file again.
-// Rule:    what reading changed is undone: trigraphs, splices and replaced text show as they were written.
+// Rule:    what reading changed is undone: trigraphs, splices and replaced text show as they were
+//          written.
 #include "errors/error_private.h"
 #include <cstring>
 #include "driver/host_envir.h"
@@ -28,8 +29,8 @@ static void put_char(char c)
 
 // ---- The current line ----
 
-// Where the physical line `seq` starts in the line buffer; *modif gets the first record behind that.
-// Null if the current logical line doesn't hold it.
+// Where the physical line `seq` starts in the line buffer; *modif gets the first record behind
+// that. Null if the current logical line doesn't hold it.
 static const char *start_of_physical_line(a_seq_number seq, const an_orig_line_modif **modif)
 {
   *modif = orig_line_modif_list;
@@ -50,7 +51,8 @@ static char source_char(const char *loc)
   return *loc == modif_mark ? assoc_source_line_modif(loc)->saved_char : *loc;
 }
 
-// Shows what the record at `*loc` replaced and moves behind it; false at the end of the physical line.
+// Shows what the record at `*loc` replaced and moves behind it; false at the end of the physical
+// line.
 static bool copy_modif(const an_orig_line_modif *modif, const char **loc)
 {
   switch (modif->kind) {
@@ -63,7 +65,7 @@ static bool copy_modif(const an_orig_line_modif *modif, const char **loc)
     return modif->next == nullptr || modif->next->location != modif->location;
   case olm_null_char:
     put_char(' ');
-    *loc += 2;  // an escape of two bytes
+    *loc += 2; // an escape of two bytes
     return true;
   case olm_splice: put_char('\\'); return false;
   case olm_newline_in_string: return false;
@@ -133,7 +135,7 @@ static bool read_left_behind_line(const a_line_place &place)
   bool found = seek_line(stream, place);
   if (found) {
     int c;
-    size_t end_of_text = 0;  // carriage returns in front of the newline are part of the line's end
+    size_t end_of_text = 0; // carriage returns in front of the newline are part of the line's end
     while ((c = getc_unlocked(stream)) != EOF && c != '\n') {
       put_char(char(c));
       if (c != '\r') end_of_text = length_of_shown_line;

@@ -1,5 +1,6 @@
 // messages.cpp - the catalogue as tables: texts by code, codes by tag.
-// Owns:    error_texts and the sorted table of tags; both are made from messages.def at compile time.
+// Owns:    error_texts and the sorted table of tags; both are made from messages.def at compile
+//          time.
 #include <cstring>
 #include "errors/error.h"
 
@@ -45,7 +46,8 @@ struct a_tag_table {
 
 static constexpr int compare_tags(const char *a, const char *b)
 {
-  while (*a != '\0' && *a == *b) a++, b++;
+  while (*a != '\0' && *a == *b)
+    a++, b++;
   return int((unsigned char)*a) - int((unsigned char)*b);
 }
 
@@ -53,7 +55,8 @@ static constexpr int compare_tags(const char *a, const char *b)
 static consteval a_tag_table sorted_tags()
 {
   a_tag_table table = {};
-  for (int i = 0; i < num_tags; i++) table.tags[i] = tags_by_code[i];
+  for (int i = 0; i < num_tags; i++)
+    table.tags[i] = tags_by_code[i];
   auto sift_down = [&table](int root, int length) {
     for (int child = 2 * root + 1; child < length; child = 2 * root + 1) {
       if (child + 1 < length &&
@@ -67,7 +70,8 @@ static consteval a_tag_table sorted_tags()
       root = child;
     }
   };
-  for (int root = num_tags / 2 - 1; root >= 0; root--) sift_down(root, num_tags);
+  for (int root = num_tags / 2 - 1; root >= 0; root--)
+    sift_down(root, num_tags);
   for (int end = num_tags - 1; end > 0; end--) {
     a_tag last = table.tags[0];
     table.tags[0] = table.tags[end];

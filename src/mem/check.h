@@ -6,7 +6,8 @@
 
 #define check(condition)                                                                           \
   do {                                                                                             \
-    if (__builtin_expect(!(condition), 0)) internal_error_at(#condition, __builtin_FILE(), __LINE__); \
+    if (__builtin_expect(!(condition), 0))                                                         \
+      internal_error_at(#condition, __builtin_FILE(), __LINE__);                                   \
   } while (0)
 
 // Behind a switch over a kind: no row of the kind's table may reach this.

@@ -17,8 +17,8 @@ struct a_general_alloc_record {
 
 static constexpr int size_of_record_pool = 1024;
 static a_general_alloc_record record_pool[size_of_record_pool];
-static int num_general_alloc_records_used;             // records taken from the pool
-static a_general_alloc_record *general_alloc_list;     // general allocations, text buffer descriptors
+static int num_general_alloc_records_used;         // records taken from the pool
+static a_general_alloc_record *general_alloc_list; // general allocations, text buffer descriptors
 static a_general_alloc_record *resizable_buffer_list;
 static a_text_buffer *text_buffer_list;
 
@@ -52,7 +52,8 @@ static void record_allocation(a_general_alloc_record **list, void *address, size
 static a_general_alloc_record *find_record(a_general_alloc_record *list, const void *address)
 {
   a_general_alloc_record *record = list;
-  while (record != nullptr && record->address != address) record = record->next;
+  while (record != nullptr && record->address != address)
+    record = record->next;
   check(record != nullptr);
   return record;
 }

@@ -10,10 +10,10 @@ static constexpr size_t history_increment = 500;
 a_mem_alloc_history_entry *mem_alloc_history;
 size_t size_of_mem_alloc_history;
 size_t num_of_mem_alloc_history_entries;
-size_t mem_alloc_history_entries_used;  // copy of the length that stays with the saved variables
+size_t mem_alloc_history_entries_used; // copy of the length that stays with the saved variables
 size_t mapped_memory_total;
 static bool mapped_file_is_open;
-static size_t mapped_file_offset;       // next free offset in the temporary file
+static size_t mapped_file_offset; // next free offset in the temporary file
 
 size_t host_page_size()
 {
@@ -27,9 +27,8 @@ static void add_to_history(void *address, size_t size)
   if (num_of_mem_alloc_history_entries == size_of_mem_alloc_history) {
     size_t entry_size = sizeof(a_mem_alloc_history_entry);
     size_t new_length = size_of_mem_alloc_history + history_increment;
-    char *grown =
-        realloc_buffer(reinterpret_cast<char *>(mem_alloc_history),
-                       size_of_mem_alloc_history * entry_size, new_length * entry_size);
+    char *grown = realloc_buffer(reinterpret_cast<char *>(mem_alloc_history),
+                                 size_of_mem_alloc_history * entry_size, new_length * entry_size);
     mem_alloc_history = reinterpret_cast<a_mem_alloc_history_entry *>(grown);
     size_of_mem_alloc_history = new_length;
   }

@@ -1,9 +1,11 @@
 // mem_manage.cpp - numbered memory regions and the free list of their blocks.
 // Owns:    the region tables, the free list.
 // Uses:    the heap; mapped pages (mapped_memory.cpp) when a precompiled header is in use.
-// Rule:    nothing in a region is freed singly.  A block's tail that its region won't need is cut off as
-//          a fragment; when all fragments of a heap piece are free again they join up, and it goes back.
-// Entry:   new_memory_region, alloc_in_region, check_for_done_with_memory_region, free_memory_region.
+// Rule:    nothing in a region is freed singly.  A block's tail that its region won't need is cut
+//          off as a fragment; when all fragments of a heap piece are free again they join up, and
+//          it goes back.
+// Entry:   new_memory_region, alloc_in_region, check_for_done_with_memory_region,
+//          free_memory_region.
 #include "mem/mem_manage.h"
 #include <cstdint>
 #include <cstdlib>
@@ -14,7 +16,7 @@
 #include "mem/registered_vars.h"
 
 static constexpr size_t small_block_size = 2048;
-static constexpr size_t trimming_threshold = 1144;  // a tail of this size is cut off as a fragment
+static constexpr size_t trimming_threshold = 1144; // a tail of this size is cut off as a fragment
 static constexpr int table_increment = 500;
 static constexpr a_memory_region_number last_region_number = 0x7fffffff;
 
@@ -27,7 +29,7 @@ a_memory_region_number file_scope_region_number;
 bool blocks_may_be_returned;
 a_mem_manage_hooks mem_manage_hooks;
 
-static a_mem_block *free_mem_blocks;  // all regions' free blocks, most recently freed first
+static a_mem_block *free_mem_blocks; // all regions' free blocks, most recently freed first
 
 // ---- The free list ----
 
@@ -186,8 +188,7 @@ void *alloc_general_or_in_region(a_memory_region_number region, size_t size)
 
 // ---- Regions ----
 
-template <class T>
-static void grow_table(T *&table, int old_length, int new_length)
+template <class T> static void grow_table(T *&table, int old_length, int new_length)
 {
   size_t old_size = size_t(old_length) * sizeof(T);
   size_t new_size = size_t(new_length) * sizeof(T);

@@ -6,36 +6,36 @@
 typedef int a_memory_region_number;
 struct a_scope;
 
-inline constexpr a_memory_region_number no_memory_region = -1;  // alloc_general_or_in_region: heap
-inline constexpr size_t HOST_ALLOCATION_INCREMENT = 0x10000;    // normal size of a new block
+inline constexpr a_memory_region_number no_memory_region = -1; // alloc_general_or_in_region: heap
+inline constexpr size_t HOST_ALLOCATION_INCREMENT = 0x10000;   // normal size of a new block
 inline constexpr size_t HOST_ALIGNMENT_REQUIRED = 8;
 
 // Header of every block of a region; the allocatable bytes follow it.
 struct a_mem_block {
-  a_mem_block *next;      // next block of the region or of the free list
-  char *first_byte;       // first allocatable byte, directly behind the header
-  char *next_free;        // where the next allocation goes
-  char *end;              // one past the last byte
-  size_t total_size;      // size obtained from the system with the header; 0 for a fragment
-  bool no_more_trimming;  // the tail has been considered for trimming
+  a_mem_block *next;     // next block of the region or of the free list
+  char *first_byte;      // first allocatable byte, directly behind the header
+  char *next_free;       // where the next allocation goes
+  char *end;             // one past the last byte
+  size_t total_size;     // size obtained from the system with the header; 0 for a fragment
+  bool no_more_trimming; // the tail has been considered for trimming
 };
 
 // Written by mem_manage alone.  The three tables have size_of_mem_region_table entries each.
-extern a_mem_block **mem_region_table;     // head of each region's chain, newest block first
-extern a_scope **region_scope_table;       // root scope of each region; set by new_il_region
-extern unsigned long *index_for_il_file;   // file offset of each region in the IL file, 0 if none
+extern a_mem_block **mem_region_table;   // head of each region's chain, newest block first
+extern a_scope **region_scope_table;     // root scope of each region; set by new_il_region
+extern unsigned long *index_for_il_file; // file offset of each region in the IL file, 0 if none
 extern int size_of_mem_region_table;
 extern a_memory_region_number highest_used_region_number;
-extern a_memory_region_number file_scope_region_number;  // per translation unit
-extern bool blocks_may_be_returned;        // blocks come from the heap, not from mapped pages
+extern a_memory_region_number file_scope_region_number; // per translation unit
+extern bool blocks_may_be_returned; // blocks come from the heap, not from mapped pages
 
 // A growable character buffer.  It isn't terminated; callers who want a string add a null byte.
 struct a_text_buffer {
-  a_text_buffer *next;    // all text buffers ever made
+  a_text_buffer *next; // all text buffers ever made
   size_t allocated_size;
-  size_t size;            // bytes in use
-  size_t increment;       // growth step, doubled by each expansion
-  char *buffer;           // may move on any addition
+  size_t size;      // bytes in use
+  size_t increment; // growth step, doubled by each expansion
+  char *buffer;     // may move on any addition
 };
 
 // One mapped block: what the precompiled-header writer saves and the reader maps again.
@@ -51,11 +51,11 @@ extern size_t mapped_memory_total;
 
 // What this floor needs from above, installed before the first allocation that may need it.
 struct a_mem_manage_hooks {
-  void (*out_of_memory)();                       // don't return
+  void (*out_of_memory)(); // don't return
   void (*program_too_large)();
   void (*unable_to_get_mapped_memory)();
-  void (*open_mapped_temp_file)();               // makes the anonymous file for mapped blocks
-  void *(*map_file_region)(size_t total, size_t size, size_t offset);  // null on failure
+  void (*open_mapped_temp_file)(); // makes the anonymous file for mapped blocks
+  void *(*map_file_region)(size_t total, size_t size, size_t offset); // null on failure
   void (*unmap_memory)(void *address, size_t size);
   // Tells whether the region is complete and belongs in the IL file now, and writes it.
   void (*write_done_region)(a_memory_region_number region);

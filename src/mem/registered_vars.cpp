@@ -1,4 +1,5 @@
-// registered_vars.cpp - the lists of variables that a translation unit or a precompiled header keeps.
+// registered_vars.cpp - the lists of variables that a translation unit or a precompiled header
+// keeps.
 #include "mem/registered_vars.h"
 #include "mem/check.h"
 #include "mem/mem_manage.h"

@@ -2,7 +2,7 @@
 // check_recursion first: too deep a nesting ends in a message, whatever the frames are made of.
 #pragma once
 
-extern char *lowest_stack_address;  // written by set_stack_limit; null: not checked
+extern char *lowest_stack_address; // written by set_stack_limit; null: not checked
 
 // Called once by main: the stack may grow to `size` bytes below the caller's frame.
 void set_stack_limit(unsigned long size);

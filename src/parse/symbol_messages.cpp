@@ -1,6 +1,6 @@
 // symbol_messages.cpp - how symbols and scopes show in messages.
-// Owns:    the error engine's hooks for symbols, for the contexts of a diagnostic and for the identity of
-//          the current scope.
+// Owns:    the error engine's hooks for symbols, for the contexts of a diagnostic and for the
+//          identity of the current scope.
 // Uses:    the printer of types and names (il_to_str), the scope stack.
 #include "parse/symbol_messages.h"
 #include <cstring>
@@ -16,9 +16,9 @@
 // ---- A control block that writes into an insert ----
 
 struct a_symbol_control_block {
-  an_il_to_str_output_control_block block;  // first: callbacks get its address
+  an_il_to_str_output_control_block block; // first: callbacks get its address
   a_diag_text *text;
-  char last_char;                           // of what was written
+  char last_char; // of what was written
 };
 
 static void put_to_symbol_text(const char *text, an_il_to_str_output_control_block *block)
@@ -149,8 +149,7 @@ static void put_qualified_name(a_symbol *symbol, a_symbol_control_block *control
 static bool is_overloaded(const a_symbol *symbol)
 {
   const a_symbol *active = symbol->header->active_symbols;
-  return is_function_symbol(symbol) && active != nullptr &&
-         active->kind == sk_overloaded_function;
+  return is_function_symbol(symbol) && active != nullptr && active->kind == sk_overloaded_function;
 }
 
 static void form_symbol(a_symbol *symbol, a_symbol_insert_flags flags, a_diag_text *text)

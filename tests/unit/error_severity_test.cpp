@@ -53,7 +53,7 @@ TEST_F(Diagnostics, APragmaSpeaksForWhatStandsBehindIt)
   set_severity_for_error_number(ec_bad_token, es_none, &pragma, false);
   EXPECT_TRUE(is_effective_error(ec_bad_token, es_discretionary_error, at(9)));
   EXPECT_FALSE(is_effective_error(ec_bad_token, es_discretionary_error, at(10)));
-  EXPECT_TRUE(is_effective_error(ec_bad_token, es_error, at(10)));  // not discretionary
+  EXPECT_TRUE(is_effective_error(ec_bad_token, es_error, at(10))); // not discretionary
   a_source_position back = at(20);
   set_severity_for_error_number(ec_bad_token, es_default, &back, false);
   EXPECT_TRUE(is_effective_error(ec_bad_token, es_discretionary_error, at(30)));
@@ -87,7 +87,8 @@ TEST_F(Diagnostics, OnceMeansOnce)
   pos_warning(ec_enum_not_allowed, null_source_position);
   pos_warning(ec_enum_not_allowed, null_source_position);
   pos_error(ec_enum_not_allowed, null_source_position);
-  EXPECT_EQ(output(), "Warning: enumerated type is not allowed\nError: enumerated type is not allowed\n");
+  EXPECT_EQ(output(),
+            "Warning: enumerated type is not allowed\nError: enumerated type is not allowed\n");
 }
 
 TEST_F(Diagnostics, NumbersAndTheDiscretionaryMark)
@@ -150,7 +151,8 @@ TEST_F(Diagnostics, TheErrorLimitEndsTheRun)
   error_limit = 3;
   int severity = setjmp(end_of_run);
   if (severity == 0) {
-    for (int i = 0; i < 5; i++) pos_error(ec_extra_semicolon, null_source_position);
+    for (int i = 0; i < 5; i++)
+      pos_error(ec_extra_semicolon, null_source_position);
   }
   EXPECT_EQ(severity, es_catastrophe);
   EXPECT_EQ(total_errors, 3u);
@@ -168,4 +170,4 @@ TEST_F(Diagnostics, ACommandLineErrorJoinsTextAndArgument)
                       "1 catastrophic error detected in this compilation.\n");
 }
 
-}  // namespace
+} // namespace

@@ -207,4 +207,4 @@ TEST(Heap, ABufferMovesWithItsText)
   free_general(object, 16);
 }
 
-}  // namespace
+} // namespace

@@ -2,7 +2,8 @@
 #pragma once
 #include "mem/mem_manage.h"
 
-// Fresh regions 0 and 1.  Buffers of the modules outlive a test, so their records are never cleared.
+// Fresh regions 0 and 1.  Buffers of the modules outlive a test, so their records are never
+// cleared.
 inline void open_regions()
 {
   static bool is_initialised;
