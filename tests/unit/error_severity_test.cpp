@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <string>
+#include "driver/host_envir.h"
 #include "errors/error.h"
 #include "mem/mem_manage.h"
 #include "memory_fixture.h"
@@ -17,6 +18,7 @@ protected:
   void SetUp() override
   {
     open_regions();
+    primary_source_file_name = nullptr;
     stream = open_memstream(&text, &length);
     f_error = stream;
     error_early_init();
