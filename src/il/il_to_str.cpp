@@ -462,7 +462,7 @@ static void form_array_bound(a_type *type, an_il_to_str_output_control_block *bl
   } else if (part.bound_is_constant) {
     form_constant(part.bound.bound_as_constant, false, block);
   } else if (part.bound_is_expr) {
-    if (block->generated_code)
+    if (block->generated_code && block->in_prototype)
       put("*", block);  // of a prototype whose parameters can't be named here
     else if (part.bound.bound_expr != nullptr && block->form_expression != nullptr)
       block->form_expression(part.bound.bound_expr, false, block);
