@@ -7,6 +7,7 @@
 #include "backend/c_gen_private.h"
 #include "driver/fe_init.h"
 #include "driver/host_envir.h"
+#include "driver/target.h"
 #include "errors/error.h"
 #include "lex/source_input.h"
 #include "mem/mem_manage.h"
@@ -139,8 +140,18 @@ static bool contradicts_library(const a_routine *routine)
 {
   a_type *type = skip_typerefs(routine->type);
   a_type *result = skip_typerefs(as_routine(type).return_type);
-  return routine->storage_class == sc_static || result->kind != tk_pointer ||
-         !is_void_type(as_pointer(result).pointed_to_type);
+  if (routine->storage_class == sc_static || result->kind != tk_pointer ||
+      !is_void_type(as_pointer(result).pointed_to_type))
+    return true;
+  if (!routine_supplement_of(type)->is_prototyped) return false;
+  int number = 0;
+  for (a_param_type *param = param_types_of(type); param != nullptr; param = param->next, number++) {
+    a_type *param_type = skip_typerefs(param->type);
+    if (number == 2 && (param_type->kind != tk_integer ||
+                        as_integer(param_type).int_kind != targ_size_t_int_kind))
+      return true;
+  }
+  return number != 3;
 }
 
 static bool has_own_memory_routines(const a_scope *scope)
@@ -183,6 +194,7 @@ static void reset_writer()
   primary_file = nullptr;
   primary_line = 1;
   current_scope = nullptr;
+  reset_stdc_states();
   error_position = null_source_position;
   innermost_function_scope = nullptr;
   memory_routines_are_redefined = has_own_memory_routines(il_header.primary_scope);

@@ -270,7 +270,8 @@ static void write_old_style_parameters(a_variable *parameters)
 
 static a_scope *body_scope_of(const a_routine *routine)
 {
-  if (!routine->is_defined) return nullptr;
+  // What is another's alias has no body but the other's.
+  if (!routine->is_defined || routine->alias_target != nullptr) return nullptr;
   a_scope *scope = scope_for_routine(routine);
   return scope != nullptr && scope->assoc_block != nullptr ? scope : nullptr;
 }
@@ -321,6 +322,8 @@ static void write_routine_definition(a_routine *routine, a_scope *scope)
   // GNU: the attribute stands on all declarations or on none.
   if (routine->gnu_inline) put_str("__attribute__((__gnu_inline__)) ");
   write_routine_class(routine);
+  // Attributes can't stand behind the declarator of a definition.
+  if (form_routine_attributes(routine, &control)) put_char(' ');
   form_type_first_part(return_type, false, false, 0, 0, &control);
   put_blank_after_word();
   write_name(routine);
@@ -331,6 +334,34 @@ static void write_routine_definition(a_routine *routine, a_scope *scope)
   form_type_second_part(return_type, false, 0, &control);
   if (!is_prototyped) write_old_style_parameters(scope->parameters);
   write_statement(scope->assoc_block);
+}
+
+// Settings of the STDC pragmas that were written last at file level.
+static unsigned char written_stdc_states[3];
+
+void reset_stdc_states()
+{
+  for (unsigned char &state : written_stdc_states) state = sps_default;
+}
+
+static void write_stdc_pragmas(const a_routine *routine)
+{
+  static const char *const settings[] = {nullptr, "OFF", "ON", "DEFAULT"};
+  const struct {
+    const char *name;
+    unsigned char state;
+  } rows[3] = {{"STDC FP_CONTRACT ", routine->fp_contract_state},
+               {"STDC FENV_ACCESS ", routine->fenv_access_state},
+               {"STDC CX_LIMITED_RANGE ", routine->cx_limited_range_state}};
+  for (int i = 0; i < 3; i++) {
+    if (rows[i].state == sps_none || rows[i].state == written_stdc_states[i]) continue;
+    written_stdc_states[i] = rows[i].state;
+    end_line();
+    put_no_wrap("#pragma ");
+    put_no_wrap(rows[i].name);
+    put_no_wrap(settings[rows[i].state]);
+    end_line();
+  }
 }
 
 static void write_string_arrays_of_scope(a_scope *scope)
@@ -361,6 +392,7 @@ void write_routine(a_routine *routine, bool definition)
   if (definition) {
     current_scope = scope;
     innermost_function_scope = scope;
+    write_stdc_pragmas(routine);
     write_string_arrays_of_scope(scope);
     write_string_arrays_of_statement(scope->assoc_block);
     for (a_variable *parameter = scope->parameters; parameter != nullptr;

@@ -111,6 +111,8 @@ void write_prototype(a_type *routine_type, a_variable *named_parameters);
 void write_storage_class(a_storage_class storage_class);
 void write_associated_pragmas(const void *entity, const a_source_correspondence *corresp);
 void write_pragma(const a_pragma *pragma);
+// The settings of the STDC pragmas are those of the language again.
+void reset_stdc_states();
 void write_unbound_pragmas(const a_scope *scope);
 
 // --- Initializers (c_gen_init.cpp) ---------------------------------------------------------------

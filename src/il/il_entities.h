@@ -326,6 +326,9 @@ struct a_routine {
   bool body_was_lowered : 1;
   uint32_t decl_modifiers;
   uint16_t virtual_function_number;
+  unsigned char fp_contract_state;     // an_stdc_pragma_state at the body; 0: no body
+  unsigned char fenv_access_state;
+  unsigned char cx_limited_range_state;
   uint32_t instantiation_bit;
   uint32_t name_collision_discriminator;
   a_template_arg *template_args;

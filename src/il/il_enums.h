@@ -515,4 +515,4 @@ enum an_attribute_arg_kind : unsigned char {
 };
 
 // Values of curr_fp_contract_state and its kin.
-enum an_stdc_pragma_state : unsigned char { sps_none, sps_on, sps_off, sps_default };
+enum an_stdc_pragma_state : unsigned char { sps_none, sps_off, sps_on, sps_default };

@@ -386,6 +386,16 @@ static bool pointee_matches(a_type *from, a_type *to)
          f_identical_types(from, to, ido_ignore_top_qualifiers);
 }
 
+// True if a call through a pointer to `target` passes its arguments as one of the routine itself.
+static bool is_same_call(a_type *routine_type, a_type *target)
+{
+  routine_type = skip_typerefs(routine_type);
+  target = skip_typerefs(target);
+  return target->kind == tk_routine && types_are_compatible(routine_type, target) &&
+         routine_supplement_of(routine_type)->is_prototyped ==
+             routine_supplement_of(target)->is_prototyped;
+}
+
 // In generated code: the address in the form that has exactly the constant's type.
 static void form_generated_address(const a_constant *constant, bool in_context,
                                    an_il_to_str_output_control_block *block)
@@ -400,8 +410,7 @@ static void form_generated_address(const a_constant *constant, bool in_context,
                     pointee_matches(as_array(skip_typerefs(entity_type)).element_type, target);
   bool to_entity = entity_type != nullptr && target != nullptr &&
                    (pointee_matches(entity_type, target) ||
-                    (address.kind == ack_routine && skip_typerefs(target)->kind == tk_routine &&
-                     types_are_compatible(entity_type, target)));
+                    (address.kind == ack_routine && is_same_call(entity_type, target)));
   bool is_label = address.kind == ack_label && target != nullptr &&
                   skip_typerefs(target)->kind == tk_void && address.offset == 0;
   uint64_t element_size = to_element ? size_of_type(target) : 0;

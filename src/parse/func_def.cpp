@@ -271,6 +271,9 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
                              false, routine);
   a_struct_stmt_stack_state stack_state;
   push_scope(sck_function, -1, routine->type, routine);
+  routine->fp_contract_state = (unsigned char)curr_fp_contract_state;
+  routine->fenv_access_state = (unsigned char)curr_fenv_access_state;
+  routine->cx_limited_range_state = (unsigned char)curr_cx_limited_range_state;
   if (flags & fbf_discard) top_scope()->eliminate_body = true;
   new_struct_stmt_stack(&stack_state);
   bool saved_type_was_missing = curr_function_type_was_missing;
