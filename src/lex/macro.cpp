@@ -35,8 +35,6 @@ static char *end_of_expansion_buffer;
 static a_concatenation_record *avail_concatenation_records;
 
 static constexpr unsigned long initial_expansion_buffer_size = 4000;
-// Calls in arguments of calls: each level takes stack.
-static constexpr int max_macro_nesting = 1000;
 // Texts of one macro within each other in K&R mode, where nothing else stops them.
 static constexpr int max_pcc_recursion = 299;
 
@@ -343,10 +341,7 @@ a_token_kind macro_invocation(a_symbol *symbol, bool *expansion_attached)
     *expansion_attached = true;
     return tok_identifier;
   }
-  if (num_macro_invocations_in_process >= max_macro_nesting) {
-    error(ec_macro_recursion);
-    return tok_identifier;
-  }
+  if (num_macro_invocations_in_process >= max_macro_nesting) catastrophe(ec_program_too_large);
   ++num_macro_invocations_in_process;
   a_token_kind result = tok_identifier;
   if (call.macro->builtin != bim_none) {

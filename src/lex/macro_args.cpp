@@ -198,12 +198,53 @@ static inline bool comma_ends_arg(bool is_last_param, bool takes_all_commas)
   return !takes_all_commas && !(is_last_param && comma_is_from_argument);
 }
 
-// Reads one argument; the current token is then what ended it.
-static void collect_macro_arg(a_macro_call *call, a_macro_arg *arg, const a_macro_param *param)
+namespace {
+// The parentheses that are open in an argument.  Calls in arguments of calls are expanded by recursion,
+// so that too many of them have to be found before it begins.
+class an_open_paren_count {
+public:
+  unsigned long depth = 0;
+
+  void note_identifier()
+  {
+    if (depth >= shallow_depth) {
+      a_symbol *macro =
+        find_macro_symbol(find_symbol_header(start_of_curr_token, len_of_curr_token));
+      behind_macro_name = macro != nullptr && !macro_def_of_symbol(macro)->object_like;
+    }
+  }
+  void open()
+  {
+    if (depth >= shallow_depth && depth < deepest_noted) {
+      is_call[depth - shallow_depth] = behind_macro_name;
+      if (behind_macro_name && ++open_calls >= max_macro_nesting) catastrophe(ec_program_too_large);
+    }
+    behind_macro_name = false;
+    ++depth;
+  }
+  void close()
+  {
+    --depth;
+    behind_macro_name = false;
+    if (depth >= shallow_depth && depth < deepest_noted) open_calls -= is_call[depth - shallow_depth];
+  }
+
+private:
+  static constexpr unsigned long shallow_depth = 200;
+  static constexpr unsigned long deepest_noted = shallow_depth + 4 * max_macro_nesting;
+  bool behind_macro_name = false;
+  int open_calls = 0;
+  bool is_call[deepest_noted - shallow_depth];
+};
+}  // namespace
+
+// Reads one argument; the current token is then what ended it.  Its frame must not become part of one
+// that stays while the argument is expanded.
+__attribute__((noinline)) static void collect_macro_arg(a_macro_call *call, a_macro_arg *arg, const a_macro_param *param)
 {
   bool is_last_param = param != nullptr && param->next == nullptr;
   bool takes_all_commas = is_last_param && call->macro->variadic;
-  unsigned long depth = 0;
+  an_open_paren_count parens;
   a_seq_number seq = seq_number_last_read;
   begin_arg_context(arg);
   for (;;) {
@@ -212,16 +253,17 @@ static void collect_macro_arg(a_macro_call *call, a_macro_arg *arg, const a_macr
     switch (curr_token) {
       case tok_identifier:
         if (!arg->may_hold_macros) arg->may_hold_macros = token_may_be_macro();
+        parens.note_identifier();
         break;
       case tok_lparen:
-        ++depth;
+        parens.open();
         break;
       case tok_rparen:
-        if (depth == 0) goto end_of_arg;
-        --depth;
+        if (parens.depth == 0) goto end_of_arg;
+        parens.close();
         break;
       case tok_comma:
-        if (depth == 0) {
+        if (parens.depth == 0) {
           if (comma_ends_arg(is_last_param, takes_all_commas)) goto end_of_arg;
           mark_comma = true;
         }

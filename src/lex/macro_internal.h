@@ -51,6 +51,8 @@ struct a_macro_arg {
 };
 
 inline constexpr unsigned directly_reached_args = 50;
+// Calls in arguments of calls, each of which takes stack.
+inline constexpr int max_macro_nesting = 1000;
 
 // One call of a macro while it is worked on.
 struct a_macro_call {
