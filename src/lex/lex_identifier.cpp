@@ -432,7 +432,8 @@ int scan_identifier(char *start, bool inert)
     error(ec_VA_ARGS_not_allowed);
   }
   if (header->macro_symbol != nullptr && expand_macros && !inert) {
-    return invoke_macro(header->macro_symbol, header);
+    int kind = invoke_macro(header->macro_symbol, header);
+    if (kind != tok_identifier) return kind;  // otherwise the name is no call: a word as any other
   }
   if (header->keyword_symbol != nullptr) {
     int kind = keyword_token(header->keyword_symbol);
