@@ -39,6 +39,7 @@ struct a_definition {
   a_macro_param *param;
   bool white_before;
   char *prev_token_end;   // one behind the token before
+  a_misra_macro_check misra;
 };
 }  // namespace
 
@@ -301,8 +302,11 @@ static void read_body_token(a_definition *d)
   }
   d->param_number = 0;
   d->param = nullptr;
+  if (curr_token == tok_identifier) {
+    d->param = find_param(d, start_of_curr_token, len_of_curr_token, &d->param_number);
+  }
+  if (!at_end_of_body()) note_token_for_misra(&d->misra, d->param != nullptr);
   if (curr_token != tok_identifier) return;
-  d->param = find_param(d, start_of_curr_token, len_of_curr_token, &d->param_number);
   if (d->param == nullptr && variadic_macros_allowed && !d->def.variadic
       && token_is("__VA_ARGS__")) {
     error(ec_VA_ARGS_not_allowed);
@@ -406,6 +410,7 @@ static void read_body(a_definition *d)
     behind_paste = false;
   }
   add_char_to_text_buffer(list_buffer, rli_end);
+  finish_misra_check_of_macro(&d->misra, !d->def.object_like);
 }
 
 //---------------------------------------------------------------------------------------------

@@ -114,6 +114,17 @@ inline unsigned long operand_of_item(const unsigned char *item)
 inline constexpr unsigned size_of_item = 4;
 inline constexpr unsigned long max_item_operand = 0xFFFFFF;
 
+// The walk of MISRA-C:2004's rules along a replacement list; zeroed at the start.
+struct a_misra_macro_check {
+  unsigned char state;
+  int parens, brackets, braces;  // open
+  bool operator_seen : 1;        // # or ##
+  bool behind_lparen : 1;
+  bool behind_operator : 1;
+};
+void note_token_for_misra(a_misra_macro_check *check, bool is_param);  // of the current token
+void finish_misra_check_of_macro(const a_misra_macro_check *check, bool function_like);
+
 // The end of the preprocessing token at `p`, or `p` itself where only the scanner can tell.
 const char *end_of_plain_pp_token(const char *p);
 a_macro *make_il_macro(a_symbol *symbol);  // adds the IL's record of the definition
