@@ -172,6 +172,7 @@ static a_symbol *enter_parameter_symbol(a_symbol_locator *locator, a_param_type 
   if (prior && prior->kind == sk_parameter) {
     pos_st_error(ec_dupl_param_name, locator->position, locator->header->identifier);
     locator->header = nullptr;
+    locator->is_qualified = true;
     return nullptr;
   }
   a_symbol *symbol = enter_local_symbol(sk_parameter, locator);

@@ -8,6 +8,7 @@
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
+#include "lex/pragma.h"
 #include "parse/decls_private.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
@@ -298,6 +299,13 @@ bool reconcile_static_data_member_types(a_symbol *symbol, a_type *type, a_source
   }
   variable->type = composite_type(type, variable->type);
   return true;
+}
+
+unsigned visibility_with_default(unsigned visibility, const a_source_correspondence *corresp)
+{
+  bool external = corresp->name_linkage == nlk_c || corresp->name_linkage == nlk_cplusplus;
+  if (visibility != vis_unspecified || !external) return visibility;
+  return curr_default_ELF_visibility;
 }
 
 void set_asm_name(a_decl_parse_state *state, const char **asm_name, bool was_defined)

@@ -8,6 +8,7 @@
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
 #include "lex/pragma.h"
+#include "lex/source_input.h"
 #include "lex/token_cache.h"
 #include "parse/attribute.h"
 #include "parse/decl_inits.h"
@@ -85,6 +86,19 @@ static void reconcile_linkage(a_decl_decision *decision, a_symbol *prior, a_vari
     variable->storage_class = sc_static;
   }
   decision->linkage = variable->storage_class == sc_static ? idl_internal : idl_external;
+}
+
+// MISRA 8.5: nothing is defined in a header; 8.12: an external array says its size.
+static void misra_checks(const a_decl_decision *decision, const a_variable *variable)
+{
+  if (!check_misra_c_2004 || decision->linkage == idl_none) return;
+  a_source_position position = decision->locator->position;
+  if (decision->is_definition && seq_is_in_include_file(position.seq)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_5, position);
+  }
+  if (decision->linkage == idl_external && is_incomplete_array_type(variable->type)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_12, position);
+  }
 }
 
 static void note_definition(a_decl_decision *decision, a_variable *variable)
@@ -300,10 +314,12 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
   state->symbol = symbol;
   locator->symbol = symbol;
   note_definition(&decision, variable);
+  misra_checks(&decision, variable);
   set_name_linkage(&decision, symbol, &variable->source_corresp);
   update_variable_decl_modifiers(state);
   attach_decl_attributes(state, symbol->declared);
   variable_asm_name(state, variable, was_defined);
+  variable->visibility = visibility_with_default(variable->visibility, &variable->source_corresp);
   variable->declared_register |= state->storage_class == sc_register;
   record_symbol_declaration(flags, symbol, &locator->position,
                             positions_of(&variable->source_corresp, pos_block));

@@ -35,6 +35,8 @@ void set_name_linkage(a_decl_decision *decision, a_symbol *symbol,
 a_type *type_of_linked_symbol(a_symbol *symbol);
 void set_type_of_linked_symbol(a_symbol *symbol, a_type *type);
 bool symbol_is_object_or_routine(const a_symbol *symbol);
+// `visibility` of an external entity that has none takes the default that a pragma set.
+unsigned visibility_with_default(unsigned visibility, const a_source_correspondence *corresp);
 // An asm name of the declarator for a variable or routine; 1882, 1586.
 void set_asm_name(a_decl_parse_state *state, const char **asm_name, bool was_defined);
 

@@ -524,6 +524,7 @@ void decl_routine(a_symbol_locator *locator, a_decl_parse_state *state,
   update_inline_state(&decision, symbol, routine);
   update_routine_decl_modifiers(routine, state, &locator->position);
   set_asm_name(state, &routine->asm_name, was_defined);
+  routine->visibility = visibility_with_default(routine->visibility, &routine->source_corresp);
   a_decl_position_supplement *supplement =
     pos_block ? make_decl_pos_supplement(&routine->source_corresp, pos_block) : nullptr;
   record_symbol_declaration(flags & (rdf_declaration | rdf_definition), symbol, &locator->position,
@@ -616,6 +617,10 @@ static void missing_function_type(a_symbol_locator *locator, a_decl_parse_state 
   func_info->type_was_missing = true;
   if (state->bad_declaration || state->is_implicit_int) return;
   state->is_implicit_int = true;
+  if (func_info->is_main && c99_mode) {
+    pos_warning(ec_implicit_int_on_main, locator->position);
+    return;
+  }
   a_type *type;
   report_missing_type_specifier(&locator->position, &type, true, false, false, true);
 }

@@ -87,6 +87,7 @@ static void report_repeated_names(a_func_info_block *func_info)
       if (id->locator.header == nullptr || other->locator.header != id->locator.header) continue;
       pos_error(ec_dupl_param_name, id->locator.position);
       id->locator.header = nullptr;
+      id->locator.is_qualified = true;
       break;
     }
   }
@@ -150,6 +151,11 @@ static a_symbol *enter_parameter(a_param_id *id, a_variable *variable)
     locator.position = id->position;
     symbol = enter_local_symbol(sk_variable, &locator);
   } else {
+    // C99 6.9.1p5; the declaration of an erroneous name has had its message.
+    if (C_dialect != 2 && !is_error_type(id->type) && !id->locator.is_qualified) {
+      pos_diagnostic(gcc_mode ? es_warning : es_error, ec_all_proto_params_must_be_named,
+                     id->position);
+    }
     symbol = make_unnamed_symbol(sk_variable, &id->position);
     symbol->scope_number = top_scope()->number;
   }
@@ -306,6 +312,7 @@ static void check_type_from_declarator(a_symbol_locator *locator, a_decl_parse_s
     a_param_id *id = add_to_param_id_list(&cleared_locator, param->type, &position, sc_unspecified,
                                           func_info);
     id->param_type = param;
+    id->locator.is_qualified = true;
     id->declared = true;
   }
 }
