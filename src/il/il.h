@@ -217,6 +217,8 @@ a_vla_dimension *make_vla_dimension(a_type *type, an_expr_node *expr, bool is_pa
                                     const a_source_position *position);
 a_vla_dimension *find_vla_dimension(a_type *type);
 a_vla_dimension *find_vla_dimension_in_current_function(a_type *type);
+// The entry with which a parameter's declarator is written: its expression stands outside of the body.
+a_vla_dimension *find_declared_vla_dimension(a_type *type);
 void set_block_scope_handler(a_scope *scope, a_handler *handler);
 bool is_default_constructor(const a_routine *routine);
 bool is_copy_constructor(const a_routine *routine, a_type *class_type);

@@ -197,6 +197,15 @@ a_vla_dimension *find_vla_dimension_in_current_function(a_type *type)
   return find_dimension_in_scope(type, innermost_function_scope);
 }
 
+a_vla_dimension *find_declared_vla_dimension(a_type *type)
+{
+  if (innermost_function_scope == nullptr) return nullptr;
+  type = skip_typerefs(type);
+  a_vla_dimension *dimension = innermost_function_scope->vla_dimensions;
+  while (dimension != nullptr && dimension->type != type) dimension = dimension->next;
+  return dimension;
+}
+
 a_vla_dimension *find_vla_dimension(a_type *type)
 {
   return find_vla_dimension_in_current_function(type);

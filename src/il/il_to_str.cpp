@@ -439,7 +439,8 @@ void form_type_first_part(a_type *type, bool is_pointer_target, bool suppress_qu
 // The size of a variable-length dimension: the variable that holds it, or its expression.
 static bool form_vla_bound(a_type *type, an_il_to_str_output_control_block *block)
 {
-  a_vla_dimension *dimension = find_vla_dimension(type);
+  a_vla_dimension *dimension =
+      block->in_prototype ? find_declared_vla_dimension(type) : find_vla_dimension(type);
   if (dimension == nullptr) return false;
   if (dimension->variable != nullptr)
     form_name(dimension->variable, iek_variable, block);

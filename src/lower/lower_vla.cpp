@@ -45,9 +45,21 @@ void lower_type_of_vla_cast_if_necessary(an_expr_node *expr)
   }
 }
 
+// The declarators of parameters whose size is held for the body by `dimension`.
+static void lower_declared_dimensions(a_vla_dimension *dimension)
+{
+  a_vla_dimension *declared = innermost_function_scope->vla_dimensions;
+  for (; declared != nullptr; declared = declared->next) {
+    if (declared->same_dimension == dimension && declared->is_parameter_dimension) {
+      lower_vla_dimension_expression(declared);
+    }
+  }
+}
+
 void create_dimension_variable(a_statement *statement)
 {
   a_vla_dimension *dimension = vla_dimension_of(statement);
+  if (dimension->type == nullptr) lower_declared_dimensions(dimension);
   if (dimension->expr == nullptr) return;
   lower_vla_dimension_expression(dimension);
   if (dimension->is_parameter_dimension || dimension->variable != nullptr) return;

@@ -239,9 +239,12 @@ static void evaluate_parameter_dimensions(a_func_info_block *func_info)
     block.expr_callback = replace_param_ref;
     block.data = func_info;
     traverse_expr(bound, &block);
-    a_vla_dimension *dimension =
+    a_vla_dimension *declared =
         make_vla_dimension(fixup->array_type, bound, true, &fixup->position);
-    set_vla_size_statement(dimension, &fixup->position);
+    // The body may change what the bound was made of: the size is kept.
+    declared->same_dimension =
+        make_vla_dimension(nullptr, copy_expr_tree(bound, true), false, &fixup->position);
+    set_vla_size_statement(declared->same_dimension, &fixup->position);
   }
 }
 
