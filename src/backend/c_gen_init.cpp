@@ -85,6 +85,7 @@ static void visit_constant(a_constant *constant, an_expr_or_stmt_traversal_block
 
 void write_string_arrays_of_statement(a_statement *statement)
 {
+  if (!wide_string_types_used) return;
   an_expr_or_stmt_traversal_block block;
   clear_expr_or_stmt_traversal_block(&block);
   block.constant_callback = visit_constant;
@@ -94,6 +95,7 @@ void write_string_arrays_of_statement(a_statement *statement)
 
 void write_string_arrays(a_constant *constant)
 {
+  if (!wide_string_types_used) return;
   switch (constant->kind) {
   case ck_aggregate:
     for (a_constant *element = aggregate_of(constant).first_element; element != nullptr;

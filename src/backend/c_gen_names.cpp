@@ -83,6 +83,23 @@ static unsigned discriminator_of(const a_source_correspondence *corresp, an_il_e
   return shared ? behind : 0;
 }
 
+// "__", the discriminator and "_" if there is one, line and column of the declaration, the name.  The
+// name is kept: a local variable is written many times.
+static void set_unique_name(a_source_correspondence *corresp, an_il_entry_kind kind, const char *name)
+{
+  size_t size = strlen(name) + 48;
+  char *text = static_cast<char *>(alloc_in_region(file_scope_region_number, size));
+  // The head comes first in every record that has one.
+  unsigned discriminator = discriminator_of(corresp, kind, corresp);
+  int length = discriminator != 0 ? snprintf(text, size, "__%u_", discriminator)
+                                  : snprintf(text, size, "__");
+  snprintf(text + length, size - size_t(length), "%lu_%u_%s",
+           (unsigned long)corresp->decl_position.seq, unsigned(corresp->decl_position.column),
+           name);
+  corresp->internal_name = text;
+  corresp->is_renamed_for_output = true;
+}
+
 void write_entity_name(a_source_correspondence *corresp, an_il_entry_kind kind)
 {
   char text[64];
@@ -98,15 +115,8 @@ void write_entity_name(a_source_correspondence *corresp, an_il_entry_kind kind)
   }
   const char *name = corresp->internal_name != nullptr ? corresp->internal_name : corresp->name;
   if (is_local_name(corresp, kind, corresp)) {
-    // The head comes first in every record that has one.
-    unsigned discriminator = discriminator_of(corresp, kind, corresp);
-    int length = discriminator != 0 ? snprintf(text, sizeof text, "__%u_", discriminator)
-                                    : snprintf(text, sizeof text, "__");
-    length += snprintf(text + length, sizeof text - size_t(length), "%lu_%u_",
-                       (unsigned long)corresp->decl_position.seq,
-                       unsigned(corresp->decl_position.column));
-    put_text(text, size_t(length));
-    put_no_wrap(name);
+    set_unique_name(corresp, kind, name);
+    put_str(corresp->internal_name);
     return;
   }
   bool external = corresp->name_linkage == nlk_c || corresp->name_linkage == nlk_cplusplus;

@@ -80,8 +80,8 @@ void end_line()
 
 static void append_number(unsigned long number)
 {
-  char text[24];
-  append(text, size_t(snprintf(text, sizeof text, "%lu", number)));
+  const char *text = conv_unsigned_long_to_str(number);
+  append(text, strlen(text));
 }
 
 static void append_quoted_file_name(const a_source_file *file)
@@ -152,16 +152,29 @@ void put_no_wrap(const char *text)
   append(text, strlen(text));
 }
 
+// Digits of a number at the end of a text of 24 bytes; returns their start.
+static char *digits_of(char *text, unsigned long long number)
+{
+  char *at = text + 24;
+  do {
+    *--at = char('0' + number % 10);
+    number /= 10;
+  } while (number != 0);
+  return at;
+}
+
 void put_unsigned(unsigned long long number)
 {
   char text[24];
-  put_text(text, size_t(snprintf(text, sizeof text, "%llu", number)));
+  char *start = digits_of(text, number);
+  put_text(start, size_t(text + sizeof text - start));
 }
 
 void put_signed(long long number)
 {
-  char text[24];
-  put_text(text, size_t(snprintf(text, sizeof text, "%lld", number)));
+  if (number < 0) put_char('-');
+  put_unsigned(number < 0 ? 0 - static_cast<unsigned long long>(number)
+                          : static_cast<unsigned long long>(number));
 }
 
 void put_blank_after_word()

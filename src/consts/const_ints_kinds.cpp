@@ -3,7 +3,6 @@
 // Uses:  sizes and precisions of the target (target.h), integer arithmetic (const_ints.cpp).
 // Entry: const_ints_init.
 #include <cctype>
-#include <cstdio>
 #include <cstdlib>
 #include "consts/const_ints.h"
 #include "consts/float_pt.h"
@@ -195,30 +194,28 @@ bool in_range_for_integer_kind(const a_constant *low, const a_constant *high, an
 
 // --- Text ----------------------------------------------------------------------------------------
 
+// Writes the digits in front of `end`; returns their start.
+static char *digits_before(char *end, unsigned long long number)
+{
+  do {
+    *--end = char('0' + number % 10);
+    number /= 10;
+  } while (number != 0);
+  return end;
+}
+
 const char *str_for_integer_value(const an_integer_value *value, bool is_signed)
 {
-  constexpr int max_groups = 4;
-  static char text[max_groups * 9 + 2];
-  an_integer_value rest = *value, billion;
+  static char text[24];
+  char *end = text + sizeof text - 1;
+  long long number;
   bool ignored;
-  const char *sign = "";
-  if (is_signed && (rest.digit[0] & 0x8000) != 0) {
-    sign = "-";
-    negate_integer_value(&rest, &ignored);
-  }
-  set_integer_value(&billion, 1000000000);
-  long group[max_groups];
-  int count = 0;
-  do {
-    an_integer_value quotient = rest;
-    remainder_integer_values(&rest, &billion, false, &ignored);
-    group[count++] = long(value_of_integer_value(&rest, false, &ignored));
-    divide_integer_values(&quotient, &billion, false, &ignored);
-    rest = quotient;
-  } while (value_of_integer_value(&rest, true, &ignored) != 0 && count < max_groups);
-  int length = sprintf(text, "%s%ld", sign, group[--count]);
-  while (count > 0) length += sprintf(text + length, "%0*ld", 9, group[--count]);
-  return text;
+  conv_integer_value_to_host_large_integer(value, is_signed, &number, &ignored);
+  unsigned long long magnitude = static_cast<unsigned long long>(number);
+  bool negative = is_signed && number < 0;
+  char *start = digits_before(end, negative ? 0 - magnitude : magnitude);
+  if (negative) *--start = '-';
+  return start;
 }
 
 const char *str_for_integer_constant(const a_constant *constant)
@@ -229,8 +226,7 @@ const char *str_for_integer_constant(const a_constant *constant)
 const char *conv_unsigned_long_to_str(unsigned long number)
 {
   static char text[24];
-  sprintf(text, "%lu", number);
-  return text;
+  return digits_before(text + sizeof text - 1, number);
 }
 
 // --- Floating point ------------------------------------------------------------------------------

@@ -171,15 +171,14 @@ static bool is_minimum_of_kind(const a_constant *constant, an_integer_kind kind)
 static void form_integer_digits(const a_constant *constant, an_integer_kind kind,
                                 an_il_to_str_output_control_block *block)
 {
-  char text[64];
-  const char *unsigned_suffix =
-      !int_kind_is_signed[kind] && kind > ik_int && !block->old_style_c ? "U" : "";
-  const char *suffix = integer_suffix(kind);
   bool is_minimum = block->generated_code && is_minimum_of_kind(constant, kind);
   an_integer_value value = integer_of(constant);
   if (is_minimum) incr_integer_value(&value);
-  snprintf(text, sizeof text, "%s%s%s%s", str_for_integer_value(&value, int_kind_is_signed[kind]),
-           unsigned_suffix, suffix, is_minimum ? "-1" : "");
+  char text[48];
+  char *at = stpcpy(text, str_for_integer_value(&value, int_kind_is_signed[kind]));
+  if (!int_kind_is_signed[kind] && kind > ik_int && !block->old_style_c) *at++ = 'U';
+  at = stpcpy(at, integer_suffix(kind));
+  if (is_minimum) stpcpy(at, "-1");
   put(text, block);
 }
 

@@ -25,6 +25,7 @@ static a_type *the_char16_t_type;
 static a_type *the_char32_t_type;
 static a_type *the_standard_nullptr_type;
 static a_type *the_managed_nullptr_type;
+bool wide_string_types_used;
 static a_type *string_literal_types[chk_last][max_cached_string_length + 1];
 // Bases whose lists hold members to be removed, newest first.
 struct a_fixup_entry {
@@ -499,6 +500,7 @@ a_type *string_literal_type(a_char_kind char_kind, a_target_size length)
   if (cacheable && string_literal_types[char_kind][length] != nullptr) {
     return string_literal_types[char_kind][length];
   }
+  if (char_kind != chk_char) wide_string_types_used = true;
   a_type *element = character_type(char_kind);
   if (string_literals_are_const) element = f_make_qualified_type(element, tq_const);
   a_type *type = make_array_type(element, length);

@@ -371,6 +371,7 @@ void add_param_type(a_type *routine_type, a_param_type *param);  // appends
 // Array of (const) characters with the length, terminator included.
 a_type *string_literal_type(a_char_kind char_kind, a_target_size length);
 a_type *string_type(a_target_size length);
+extern bool wide_string_types_used;   // a string_literal_type of another kind than chk_char was asked for
 a_type *cl_vector_type(uint64_t size, int int_kind, int float_kind, bool flag);
 a_type *copy_type(a_type *type);                    // an unshared copy without names
 a_type *copy_routine_type_with_param_types(a_type *routine_type);
