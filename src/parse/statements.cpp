@@ -90,6 +90,7 @@ void push_stmt_entry(a_struct_stmt_kind kind, a_statement *statement)
 {
   if (depth_stmt_stack + 1 >= size_struct_stmt_stack) {
     int new_size = size_struct_stmt_stack + stmt_stack_growth;
+    if (new_size < 2 * size_struct_stmt_stack) new_size = 2 * size_struct_stmt_stack;
     struct_stmt_stack = (a_struct_stmt_stack_entry *)realloc_buffer(
         (char *)struct_stmt_stack, size_struct_stmt_stack * sizeof(a_struct_stmt_stack_entry),
         new_size * sizeof(a_struct_stmt_stack_entry));
