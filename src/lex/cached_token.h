@@ -6,17 +6,17 @@
 #include "parse/symbol_tbl.h"
 
 enum a_cached_token_extra_kind : unsigned char {
-  cte_plain,         // punctuators and keywords
-  cte_identifier,    // a locator
-  cte_constant,      // a copy of a constant
-  cte_pragma_list,   // an entry of its own in front of the token that the pragmas precede
-  cte_pp_text,       // spelling of a preprocessing token
-  cte_removed_text,  // symbol whose default argument or body was taken out
+  cte_plain,        // punctuators and keywords
+  cte_identifier,   // a locator
+  cte_constant,     // a copy of a constant
+  cte_pragma_list,  // an entry of its own in front of the token that the pragmas precede
+  cte_pp_text,      // spelling of a preprocessing token
+  cte_removed_text, // symbol whose default argument or body was taken out
   cte_asm_string,
-  cte_stop_marker,   // tokens come from the source line while this is in front
+  cte_stop_marker, // tokens come from the source line while this is in front
 };
 
-struct a_constant_copy;  // a_constant with a link for the free list
+struct a_constant_copy; // a_constant with a link for the free list
 
 struct a_cached_token {
   a_cached_token *next;
@@ -26,24 +26,25 @@ struct a_cached_token {
   a_cached_token_extra_kind extra_kind;
   unsigned sequence_number;
   unsigned last_sequence_number;
-  a_cached_token *handle;  // its own address in a reusable cache, else null
+  a_cached_token *handle; // its own address in a reusable cache, else null
   union {
-    a_symbol_locator locator;     // cte_identifier
-    a_constant_copy *constant;    // cte_constant
-    a_pending_pragma *pragmas;    // cte_pragma_list
+    a_symbol_locator locator;  // cte_identifier
+    a_constant_copy *constant; // cte_constant
+    a_pending_pragma *pragmas; // cte_pragma_list
     struct {
       char *start, *end;
-    } text;                       // cte_pp_text; end is the last character
-    a_symbol *symbol;             // cte_removed_text
-    const char *asm_string;       // cte_asm_string
+    } text;                 // cte_pp_text; end is the last character
+    a_symbol *symbol;       // cte_removed_text
+    const char *asm_string; // cte_asm_string
   } variant;
-  a_cached_token *last_of_removed;  // cte_removed_text: last token of a stretch that stays in the chain
+  a_cached_token
+      *last_of_removed; // cte_removed_text: last token of a stretch that stays in the chain
 };
 
 struct a_reusable_cache_rescan {
   a_reusable_cache_rescan *next;
   a_cached_token *saved_tokens_to_deliver;
-  a_cached_token *next_token;  // null: at the end
+  a_cached_token *next_token; // null: at the end
   a_token_cache *cache;
   a_token_cache saved_cache;
   unsigned variadic_rescans;
@@ -57,7 +58,8 @@ void drop_constant_tokens_after(a_cached_token *token, a_token_cache *cache);
 // The first entry from `token` on that is a token, not a list of pragmas; or null.
 inline a_cached_token *first_real_token(a_cached_token *token)
 {
-  while (token != nullptr && token->extra_kind == cte_pragma_list) token = token->next;
+  while (token != nullptr && token->extra_kind == cte_pragma_list)
+    token = token->next;
   return token;
 }
 inline a_symbol_locator &locator_of_cached_token(a_cached_token *token)

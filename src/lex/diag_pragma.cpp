@@ -14,12 +14,12 @@
 static an_error_severity severity_of_pragma(a_pragma_kind_tag kind)
 {
   switch (kind) {
-    case pragk_diag_suppress: return es_none;
-    case pragk_diag_remark: return es_remark;
-    case pragk_diag_warning: return es_warning;
-    case pragk_diag_error: return es_discretionary_error;
-    case pragk_diag_once: return es_once;
-    default: return es_default;
+  case pragk_diag_suppress: return es_none;
+  case pragk_diag_remark: return es_remark;
+  case pragk_diag_warning: return es_warning;
+  case pragk_diag_error: return es_discretionary_error;
+  case pragk_diag_once: return es_once;
+  default: return es_default;
   }
 }
 
@@ -30,8 +30,8 @@ static void proc_diag_argument(an_error_severity severity)
   if (curr_token == tok_int_constant && const_for_curr_token.kind == ck_integer) {
     bool overflow;
     long long number = value_of_integer_constant(&const_for_curr_token, &overflow);
-    if (overflow || number < 1 || number > 2611
-        || set_severity_for_error_number((int)number, severity, &position, false)) {
+    if (overflow || number < 1 || number > 2611 ||
+        set_severity_for_error_number((int)number, severity, &position, false)) {
       pos_warning(ec_invalid_error_number, position);
     }
   } else if (curr_token == tok_identifier) {

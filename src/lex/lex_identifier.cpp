@@ -25,7 +25,7 @@
 
 struct a_ucn_range {
   unsigned short first, last;
-  bool not_at_start;  // digits
+  bool not_at_start; // digits
 };
 
 // Characters outside the basic set that identifiers may hold (C99 annex D).
@@ -98,7 +98,7 @@ static const a_ucn_range ucn_ranges[] = {
 // clang-format on
 
 static a_text_buffer *canonical_name_buffer;
-static a_symbol_header *va_args_header;  // of __VA_ARGS__
+static a_symbol_header *va_args_header; // of __VA_ARGS__
 
 //---------------------------------------------------------------------------------------------
 // Universal characters
@@ -125,8 +125,8 @@ static bool in_basic_set(unsigned long code_point)
 {
   if (code_point >= 128) return false;
   if (code_point >= '\t' && code_point <= '\f') return true;
-  return code_point >= 32 && code_point < 127 && code_point != '$' && code_point != '@'
-         && code_point != '`';
+  return code_point >= 32 && code_point < 127 && code_point != '$' && code_point != '@' &&
+         code_point != '`';
 }
 
 static an_error_code check_ucn_in_c(unsigned long code_point, bool in_identifier)
@@ -209,7 +209,8 @@ unsigned pass_multibyte_char(char *loc)
 {
   unsigned length = f_mbc_length(loc);
   if (loc_is_in_curr_source_line(loc)) {
-    for (unsigned k = 1; k < length; ++k) add_logical_char_info(loc + k);
+    for (unsigned k = 1; k < length; ++k)
+      add_logical_char_info(loc + k);
   }
   return length;
 }
@@ -249,10 +250,14 @@ bool is_nonstandard_character(char c)
 bool same_string_ignoring_underscores(const char *a, const char *b)
 {
   size_t a_length = strlen(a), b_length = strlen(b);
-  while (*a == '_') ++a, --a_length;
-  while (*b == '_') ++b, --b_length;
-  while (a_length > 0 && a[a_length - 1] == '_') --a_length;
-  while (b_length > 0 && b[b_length - 1] == '_') --b_length;
+  while (*a == '_')
+    ++a, --a_length;
+  while (*b == '_')
+    ++b, --b_length;
+  while (a_length > 0 && a[a_length - 1] == '_')
+    --a_length;
+  while (b_length > 0 && b[b_length - 1] == '_')
+    --b_length;
   return a_length == b_length && memcmp(a, b, a_length) == 0;
 }
 
@@ -261,7 +266,8 @@ char *scan_extended_identifier(char *loc, char *start)
   for (;;) {
     if (is_id_char(*loc)) {
       ++loc;
-    } else if (*loc == '\\' && (loc[1] == 'u' || loc[1] == 'U') && universal_character_names_allowed) {
+    } else if (*loc == '\\' && (loc[1] == 'u' || loc[1] == 'U') &&
+               universal_character_names_allowed) {
       id_contains_ucn_or_multibyte_char = true;
       scan_universal_character(&loc, true, loc == start, true);
     } else if ((signed char)*loc < 0 && multibyte_chars_in_source_enabled) {
@@ -280,8 +286,9 @@ static void add_canonical_char(unsigned long character, char letter)
 {
   char text[12];
   char wide_letter = letter == 'm' ? 'M' : 'U';
-  int length = character <= 0xFFFF ? snprintf(text, sizeof text, "\\%c%04lx", letter, character)
-                                   : snprintf(text, sizeof text, "\\%c%08lx", wide_letter, character);
+  int length = character <= 0xFFFF
+                   ? snprintf(text, sizeof text, "\\%c%04lx", letter, character)
+                   : snprintf(text, sizeof text, "\\%c%08lx", wide_letter, character);
   add_to_text_buffer(canonical_name_buffer, text, (size_t)length);
 }
 
@@ -408,7 +415,8 @@ int scan_identifier(char *start, bool inert)
 {
   char *loc = start;
   id_contains_ucn_or_multibyte_char = false;
-  while (is_id_char(*loc)) ++loc;
+  while (is_id_char(*loc))
+    ++loc;
   if (__builtin_expect(*loc == '\\' || (signed char)*loc < 0, 0)) {
     loc = scan_extended_identifier(loc, start);
   }
@@ -480,10 +488,13 @@ static void enter_reserved_keyword(bool enabled, a_token_kind kind, const char *
 void enter_keywords()
 {
   bool gnu = gcc_mode || gpp_mode;
-#define KEYWORD(condition, kind, name) if (condition) enter_keyword(kind, name);
-#define GNU_KEYWORD(condition, kind, name) if (condition) enter_gnu_keyword(kind, name);
-#define PP_KEYWORD(condition, kind, name) if (condition) enter_pp_keyword(kind, name);
-#define RESERVED_KEYWORD(language, condition, kind, name) \
+#define KEYWORD(condition, kind, name)                                                             \
+  if (condition) enter_keyword(kind, name);
+#define GNU_KEYWORD(condition, kind, name)                                                         \
+  if (condition) enter_gnu_keyword(kind, name);
+#define PP_KEYWORD(condition, kind, name)                                                          \
+  if (condition) enter_pp_keyword(kind, name);
+#define RESERVED_KEYWORD(language, condition, kind, name)                                          \
   if (language) enter_reserved_keyword(condition, kind, name);
 #include "lex/keywords.def"
   va_args_header = find_symbol_header("__VA_ARGS__", 11);

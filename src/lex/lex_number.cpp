@@ -17,12 +17,12 @@
 
 // What the walk over a number found.
 struct a_number_scan {
-  char *loc;           // behind what was taken so far
+  char *loc; // behind what was taken so far
   int radix;
   bool is_float;
   bool is_hex_float;
-  bool is_imaginary;   // GNU
-  an_error_code code;  // a fault of the form, due at code_loc
+  bool is_imaginary;  // GNU
+  an_error_code code; // a fault of the form, due at code_loc
   char *code_loc;
   an_error_severity severity;
 };
@@ -47,7 +47,8 @@ static bool hex_floats_are_scanned()
   return hex_floating_point_constants_allowed || fixed_point_enabled;
 }
 
-static void note_fault(a_number_scan *scan, an_error_code code, char *loc, an_error_severity severity)
+static void note_fault(a_number_scan *scan, an_error_code code, char *loc,
+                       an_error_severity severity)
 {
   if (scan->code != ec_no_error) return;
   scan->code = code;
@@ -66,7 +67,8 @@ static an_error_severity lax_in_old_c()
 
 static void skip_digits(a_number_scan *scan)
 {
-  while (is_digit_char(*scan->loc)) ++scan->loc;
+  while (is_digit_char(*scan->loc))
+    ++scan->loc;
 }
 
 // At the letter of an exponent.
@@ -83,14 +85,16 @@ static void scan_hex_body(a_number_scan *scan, char *start)
 {
   scan->radix = 16;
   char *digits = scan->loc;
-  while (is_hex_digit(*scan->loc)) ++scan->loc;
+  while (is_hex_digit(*scan->loc))
+    ++scan->loc;
   bool any_digits = scan->loc > digits;
   if (hex_floats_are_scanned() && (*scan->loc == '.' || is_binary_exponent_letter(*scan->loc))) {
     scan->is_float = scan->is_hex_float = true;
     if (*scan->loc == '.') {
       ++scan->loc;
       digits = scan->loc;
-      while (is_hex_digit(*scan->loc)) ++scan->loc;
+      while (is_hex_digit(*scan->loc))
+        ++scan->loc;
       any_digits |= scan->loc > digits;
     }
     if (!any_digits) note_fault(scan, ec_bad_float_constant, start, es_error);
@@ -109,7 +113,8 @@ static void scan_binary_body(a_number_scan *scan, char *start)
 {
   scan->radix = 2;
   char *digits = scan->loc;
-  while (*scan->loc == '0' || *scan->loc == '1') ++scan->loc;
+  while (*scan->loc == '0' || *scan->loc == '1')
+    ++scan->loc;
   if (scan->loc == digits) note_fault(scan, ec_bad_binary_digit, start, es_error);
 }
 
@@ -190,8 +195,9 @@ static char *end_of_pp_number(char *loc, bool only_id_chars, bool with_signs)
       return loc;
     } else if (*loc == '.') {
       ++loc;
-    } else if ((*loc == '+' || *loc == '-') && with_signs
-               && (is_exponent_letter(loc[-1]) || (hex_floats && is_binary_exponent_letter(loc[-1])))) {
+    } else if ((*loc == '+' || *loc == '-') && with_signs &&
+               (is_exponent_letter(loc[-1]) ||
+                (hex_floats && is_binary_exponent_letter(loc[-1])))) {
       ++loc;
     } else if ((*loc == '\\' || (signed char)*loc < 0)) {
       int length;
@@ -252,8 +258,8 @@ static void widen_pp_integer()
 // Turns the spelling from start_of_curr_token to end_of_curr_token into a constant.
 static int convert_number(a_number_scan *scan)
 {
-  bool is_error = scan->code != ec_no_error && scan->severity >= es_discretionary_error
-                  && scan->code != ec_nonstd_long_long && scan->code != ec_complex_integral_type;
+  bool is_error = scan->code != ec_no_error && scan->severity >= es_discretionary_error &&
+                  scan->code != ec_nonstd_long_long && scan->code != ec_complex_integral_type;
   if (scan->code != ec_no_error) report_at_loc(scan->severity, scan->code, scan->code_loc);
   if (is_error) {
     set_error_constant(&const_for_curr_token);
@@ -287,7 +293,7 @@ int scan_number(char *start)
     return tok_pp_number;
   }
   char *end = end_of_pp_number(scan.loc, C_dialect == 1, strict_ansi_mode);
-  if (scan.code == ec_complex_integral_type) --scan.loc;  // the letter is no part of the integer
+  if (scan.code == ec_complex_integral_type) --scan.loc; // the letter is no part of the integer
   end_of_curr_token = scan.loc - 1;
   if (end > scan.loc && scan.code == ec_no_error) {
     report_at_loc(es_error, ec_extra_chars_on_number, scan.loc);

@@ -9,9 +9,9 @@ inline constexpr int scan_goes_on = -1;
 // What the scanner does with a token's first character.
 enum a_lex_action : unsigned char {
   la_bad,
-  la_escape,       // 0
-  la_modif,        // 10
-  la_white,        // vertical tab, form feed, carriage return
+  la_escape, // 0
+  la_modif,  // 10
+  la_white,  // vertical tab, form feed, carriage return
   la_id,
   la_id_prefix,    // L, u, U: may begin a string
   la_id_backslash, // \u where universal names are allowed
@@ -27,7 +27,7 @@ enum a_lex_action : unsigned char {
   la_percent,
   la_colon,
   la_minus,
-  la_punct,        // a punctuator of one or two characters, by the tables
+  la_punct, // a punctuator of one or two characters, by the tables
   la_at,
 };
 extern unsigned char lex_action[256];

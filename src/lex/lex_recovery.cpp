@@ -82,23 +82,23 @@ static bool closes(a_token_kind closing, const a_flush_count *count)
 static void count_for_flush(a_flush_count *count)
 {
   switch (curr_token) {
-    case tok_lparen: ++count->parens; break;
-    case tok_rparen: count->parens -= count->parens > 0; break;
-    case tok_lbracket: ++count->brackets; break;
-    case tok_rbracket: count->brackets -= count->brackets > 0; break;
-    case tok_lbrace: ++count->braces; break;
-    case tok_rbrace: count->braces -= count->braces > 0; break;
-    default: break;
+  case tok_lparen: ++count->parens; break;
+  case tok_rparen: count->parens -= count->parens > 0; break;
+  case tok_lbracket: ++count->brackets; break;
+  case tok_rbracket: count->brackets -= count->brackets > 0; break;
+  case tok_lbrace: ++count->braces; break;
+  case tok_rbrace: count->braces -= count->braces > 0; break;
+  default: break;
   }
 }
 
 static a_token_kind matching_token(a_token_kind opening)
 {
   switch (opening) {
-    case tok_lparen: return tok_rparen;
-    case tok_lbracket: return tok_rbracket;
-    case tok_lbrace: return tok_rbrace;
-    default: return tok_gt;
+  case tok_lparen: return tok_rparen;
+  case tok_lbracket: return tok_rbracket;
+  case tok_lbrace: return tok_rbrace;
+  default: return tok_gt;
   }
 }
 
@@ -121,19 +121,19 @@ void flush_until_matching_token()
 
 static bool is_template_name()
 {
-  return C_dialect == 2 && !fetch_pp_tokens && curr_token == tok_identifier
-         && token_cache_hooks.is_template_name != nullptr
-         && token_cache_hooks.is_template_name(locator_for_curr_id.header);
+  return C_dialect == 2 && !fetch_pp_tokens && curr_token == tok_identifier &&
+         token_cache_hooks.is_template_name != nullptr &&
+         token_cache_hooks.is_template_name(locator_for_curr_id.header);
 }
 
 static bool opens_nested_stretch(bool after_template_name)
 {
   switch (curr_token) {
-    case tok_lparen:
-    case tok_lbracket:
-    case tok_lbrace: return true;
-    case tok_lt: return after_template_name;
-    default: return false;
+  case tok_lparen:
+  case tok_lbracket:
+  case tok_lbrace: return true;
+  case tok_lt: return after_template_name;
+  default: return false;
   }
 }
 
@@ -142,13 +142,13 @@ void flush_tokens_with_stop_tokens_and_warning_flag(const unsigned char *stop_co
 {
   a_seq_number start = pos_curr_token.seq;
   bool after_template_name = false;
-  while (curr_token != tok_end_of_source && curr_token != tok_newline
-         && stop_counters[curr_token] == 0) {
+  while (curr_token != tok_end_of_source && curr_token != tok_newline &&
+         stop_counters[curr_token] == 0) {
     if (opens_nested_stretch(after_template_name)) {
       a_token_kind closing = matching_token(curr_token);
       flush_until_matching_token();
       after_template_name = false;
-      if (curr_token != closing) continue;  // given up: look at this token anew
+      if (curr_token != closing) continue; // given up: look at this token anew
     } else {
       after_template_name = is_template_name();
     }

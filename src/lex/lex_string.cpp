@@ -32,9 +32,9 @@ static void report_null_char(char *loc, an_error_code code)
 // Old GNU modes: a string goes on in the next line.  The end of this one becomes \n in the string.
 static bool append_next_line_to_string(char *loc)
 {
-  bool allowed = (gcc_mode || gpp_mode) && gnu_version < 30300
-                 && curr_command_line_macro_def == nullptr && !fixed_position_in_use
-                 && !in_preprocessing_directive && loc_is_in_curr_source_line(loc);
+  bool allowed = (gcc_mode || gpp_mode) && gnu_version < 30300 &&
+                 curr_command_line_macro_def == nullptr && !fixed_position_in_use &&
+                 !in_preprocessing_directive && loc_is_in_curr_source_line(loc);
   if (!allowed) return false;
   an_orig_line_modif *modif = add_orig_line_modif(loc, olm_newline_in_string);
   modif->variant.seq = seq_number_last_read + 1;
@@ -57,6 +57,11 @@ static unsigned pass_escape_in_string(char **loc)
     unsigned length = pass_multibyte_char(*loc);
     *loc += length;
     return length;
+  }
+  if (check_misra_c_2004 && !fetch_pp_tokens && (c == 'x' || c == 'u' || c == 'U')) {
+    a_source_position position;
+    conv_line_loc_to_source_pos(*loc - 1, &position);
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_1, position);
   }
   ++*loc;
   return c == 'u' || c == 'U' ? 4 : 1;
@@ -99,7 +104,8 @@ static bool scan_to_quote(char *loc, char quote, unsigned long *count)
   *count = 0;
   for (;;) {
     char *from = loc;
-    while (*loc != quote && !needs_attention(*loc)) ++loc;
+    while (*loc != quote && !needs_attention(*loc))
+      ++loc;
     *count += (unsigned long)(loc - from);
     if (*loc == quote) {
       curr_char_loc = loc + 1;

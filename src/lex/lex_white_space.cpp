@@ -14,7 +14,7 @@
 #include "lex/preproc.h"
 #include "lex/source_input.h"
 
-static bool illegal_comment_reported;  // 2581 is given once in the run
+static bool illegal_comment_reported; // 2581 is given once in the run
 
 //---------------------------------------------------------------------------------------------
 // Comments
@@ -23,8 +23,8 @@ static bool illegal_comment_reported;  // 2581 is given once in the run
 // Does somebody write the line, so that comments have to be taken out of it?
 static inline bool comments_are_removed_by_modifs()
 {
-  return (generate_pp_output || f_raw_listing != nullptr) && !keep_comments_in_pp_output
-         && !(do_not_put_curr_line_in_pp_output && f_raw_listing == nullptr);
+  return (generate_pp_output || f_raw_listing != nullptr) && !keep_comments_in_pp_output &&
+         !(do_not_put_curr_line_in_pp_output && f_raw_listing == nullptr);
 }
 
 // Takes the text from `start` to `end` out of the output; a blank stands in with `with_blank`.
@@ -32,7 +32,8 @@ static void remove_comment_text(char *start, char *end, bool with_blank)
 {
   if (delete_source_from_loc != nullptr || end == start) return;
   if (!comments_are_removed_by_modifs() || !loc_is_in_curr_source_line(start)) return;
-  a_source_line_modif *modif = add_inline_source_line_modif(start, (unsigned)(end - start), with_blank);
+  a_source_line_modif *modif =
+      add_inline_source_line_modif(start, (unsigned)(end - start), with_blank);
   modif->is_comment = true;
 }
 
@@ -46,7 +47,8 @@ static void check_for_lint_comment(const char *text, char *start)
   } words[] = {{"NOTREACHED", 10, pragk_notreached},
                {"ARGSUSED", 8, pragk_argsused},
                {"VARARGS", 7, pragk_varargs}};
-  while (*text == ' ' || *text == '\t') ++text;
+  while (*text == ' ' || *text == '\t')
+    ++text;
   if (*text != 'N' && *text != 'A' && *text != 'V') return;
   for (auto &row : words) {
     if (strncmp(text, row.word, row.length) != 0) continue;
@@ -93,13 +95,15 @@ static bool comment_event[256];
 void comment_scanner_init()
 {
   for (int c = 0; c < 256; ++c) {
-    comment_event[c] = c == '*' || c == '/' || c == 0 || (c >= 128 && multibyte_chars_in_source_enabled);
+    comment_event[c] =
+        c == '*' || c == '/' || c == 0 || (c >= 128 && multibyte_chars_in_source_enabled);
   }
 }
 
 static inline char *find_comment_event(char *loc)
 {
-  while (!comment_event[(unsigned char)*loc]) ++loc;
+  while (!comment_event[(unsigned char)*loc])
+    ++loc;
   return loc;
 }
 
@@ -132,24 +136,24 @@ static void skip_block_comment(char *start)
     char *loc = find_comment_event(curr_char_loc);
     curr_char_loc = loc;
     switch (*loc) {
-      case '*':
-        curr_char_loc = loc + 1;
-        if (loc[1] != '/') break;
+    case '*':
+      curr_char_loc = loc + 1;
+      if (loc[1] != '/') break;
+      curr_char_loc = loc + 2;
+      remove_comment_text(start, curr_char_loc, !pcc_preprocessing_mode);
+      return;
+    case '/':
+      if (loc[1] == '*' && loc != start && loc[2] != '/') report_nested_comment(loc);
+      curr_char_loc = loc + 1;
+      break;
+    case 0:
+      if (loc[1] == lesc_newline || loc[1] == lesc_end_of_buffer || loc[1] == lesc_end_of_modif) {
+        if (!pass_line_end_in_comment(&start, opening)) return;
+      } else {
         curr_char_loc = loc + 2;
-        remove_comment_text(start, curr_char_loc, !pcc_preprocessing_mode);
-        return;
-      case '/':
-        if (loc[1] == '*' && loc != start && loc[2] != '/') report_nested_comment(loc);
-        curr_char_loc = loc + 1;
-        break;
-      case 0:
-        if (loc[1] == lesc_newline || loc[1] == lesc_end_of_buffer || loc[1] == lesc_end_of_modif) {
-          if (!pass_line_end_in_comment(&start, opening)) return;
-        } else {
-          curr_char_loc = loc + 2;
-        }
-        break;
-      default: curr_char_loc = loc + pass_multibyte_char(loc); break;
+      }
+      break;
+    default: curr_char_loc = loc + pass_multibyte_char(loc); break;
     }
   }
 }
@@ -178,7 +182,8 @@ static void skip_line_comment(char *start)
     if (!multibyte_chars_in_source_enabled) loc += strlen(loc);
     unsigned char c = (unsigned char)*loc;
     if (c == 0) {
-      if (loc[1] == lesc_newline || loc[1] == lesc_end_of_buffer || loc[1] == lesc_end_of_modif) break;
+      if (loc[1] == lesc_newline || loc[1] == lesc_end_of_buffer || loc[1] == lesc_end_of_modif)
+        break;
       loc += 2;
     } else if (c >= 128 && multibyte_chars_in_source_enabled) {
       loc += pass_multibyte_char(loc);
@@ -223,7 +228,7 @@ static void report_at(char *loc, an_error_code code, an_error_severity severity)
 
 static void pass_carriage_return(char *loc)
 {
-  if (!currently_in_pp_if_skip && !fetch_pp_tokens) {
+  if (!currently_in_pp_if_skip) {
     report_at(loc, ec_stray_carriage_return,
               strict_ansi_mode ? strict_ansi_discretionary_severity : es_warning);
   }
@@ -233,8 +238,9 @@ static void pass_carriage_return(char *loc)
 // At the end of the line's data: reads the next line.  Returns false at the end of the source.
 static bool pass_end_of_buffer()
 {
-  if (no_more_input || fixed_position_in_use || curr_command_line_macro_def != nullptr) return false;
-  if (in_preprocessing_directive) return false;  // its line ended in a comment, with the file
+  if (no_more_input || fixed_position_in_use || curr_command_line_macro_def != nullptr)
+    return false;
+  if (in_preprocessing_directive) return false; // its line ended in a comment, with the file
   if (read_logical_source_line(true, false)) return false;
   if (delete_source_from_loc != nullptr) delete_source_from_loc = curr_char_loc;
   return true;
@@ -244,27 +250,25 @@ static bool pass_end_of_buffer()
 static bool pass_escape(char *loc)
 {
   switch (loc[1]) {
-    case lesc_end_of_buffer: return pass_end_of_buffer();
-    case lesc_newline:
-      if (in_preprocessing_directive || treat_newline_as_token) return false;
-      if (delete_source_from_loc != nullptr) delete_collected_source(loc);
-      kind_of_white_space_skipped |= ws_blank;
-      curr_char_loc = loc + 2;
-      return true;
-    case lesc_end_of_modif: return leave_source_line_modif();
-    case lesc_token_separator: curr_char_loc = loc + 2; return true;
-    case lesc_null_char:
-      if (!currently_in_pp_if_skip && !fetch_pp_tokens) {
-        report_at(loc, ec_null_char_ignored, es_warning);
-      }
-      kind_of_white_space_skipped |= ws_blank;
-      curr_char_loc = loc + 2;
-      return true;
-    case lesc_end_of_invocation:
-      pos_of_macro_invocation = null_source_position;
-      curr_char_loc = loc + 2;
-      return true;
-    default: return false;  // marks of the token that follows
+  case lesc_end_of_buffer: return pass_end_of_buffer();
+  case lesc_newline:
+    if (in_preprocessing_directive || treat_newline_as_token) return false;
+    if (delete_source_from_loc != nullptr) delete_collected_source(loc);
+    kind_of_white_space_skipped |= ws_blank;
+    curr_char_loc = loc + 2;
+    return true;
+  case lesc_end_of_modif: return leave_source_line_modif();
+  case lesc_token_separator: curr_char_loc = loc + 2; return true;
+  case lesc_null_char:
+    if (!currently_in_pp_if_skip) report_at(loc, ec_null_char_ignored, es_warning);
+    kind_of_white_space_skipped |= ws_blank;
+    curr_char_loc = loc + 2;
+    return true;
+  case lesc_end_of_invocation:
+    pos_of_macro_invocation = null_source_position;
+    curr_char_loc = loc + 2;
+    return true;
+  default: return false; // marks of the token that follows
   }
 }
 
@@ -273,27 +277,27 @@ int skip_white_space()
   for (;;) {
     char *loc = curr_char_loc;
     switch (*loc) {
-      case ' ':
-      case '\t':
-      case '\v':
-      case '\f':
-        kind_of_white_space_skipped |= ws_blank;
-        curr_char_loc = loc + 1;
-        break;
-      case '\r':
-        kind_of_white_space_skipped |= ws_blank;
-        pass_carriage_return(loc);
-        break;
-      case modif_mark:
-        if (!enter_source_line_modif()) return modif_mark;
-        break;
-      case '/':
-        if (!skip_comment()) return '/';
-        break;
-      case 0:
-        if (!pass_escape(loc)) return 0;
-        break;
-      default: return (unsigned char)*loc;
+    case ' ':
+    case '\t':
+    case '\v':
+    case '\f':
+      kind_of_white_space_skipped |= ws_blank;
+      curr_char_loc = loc + 1;
+      break;
+    case '\r':
+      kind_of_white_space_skipped |= ws_blank;
+      pass_carriage_return(loc);
+      break;
+    case modif_mark:
+      if (!enter_source_line_modif()) return modif_mark;
+      break;
+    case '/':
+      if (!skip_comment()) return '/';
+      break;
+    case 0:
+      if (!pass_escape(loc)) return 0;
+      break;
+    default: return (unsigned char)*loc;
     }
   }
 }

@@ -61,7 +61,7 @@ unsigned char lex_action[256];
 const char *const token_names[tok_last + 1] = {
 #define TOKEN(kind, spelling) spelling,
 #include "lex/tokens.def"
-  "",
+    "",
 };
 
 //---------------------------------------------------------------------------------------------
@@ -134,34 +134,30 @@ static int scan_bad_character(char *start)
 static int scan_escape(char *loc, bool *inert, bool *temporarily_inert)
 {
   switch (loc[1]) {
-    case lesc_newline:
-      if (in_preprocessing_directive || treat_newline_as_token) {
-        begin_token(loc);
-        return tok_newline;
-      }
-      break;
-    case lesc_token_separator:
-      curr_char_loc = loc + 2;
-      return scan_goes_on;
-    case lesc_inert_macro:
-      *inert = true;
-      curr_char_loc = loc + 2;
-      return scan_goes_on;
-    case lesc_temp_inert_macro:
-      *temporarily_inert = true;
-      curr_char_loc = loc + 2;
-      return scan_goes_on;
-    case lesc_comma_from_arg:
-      comma_is_from_argument = true;
-      curr_char_loc = loc + 2;
-      return scan_goes_on;
-    case lesc_end_of_buffer:
-    case lesc_end_of_modif:
-    case lesc_end_of_invocation:
-    case lesc_null_char: break;
-    default:
+  case lesc_newline:
+    if (in_preprocessing_directive || treat_newline_as_token) {
       begin_token(loc);
-      return error_token(ec_bad_token, loc + 2);
+      return tok_newline;
+    }
+    break;
+  case lesc_token_separator: curr_char_loc = loc + 2; return scan_goes_on;
+  case lesc_inert_macro:
+    *inert = true;
+    curr_char_loc = loc + 2;
+    return scan_goes_on;
+  case lesc_temp_inert_macro:
+    *temporarily_inert = true;
+    curr_char_loc = loc + 2;
+    return scan_goes_on;
+  case lesc_comma_from_arg:
+    comma_is_from_argument = true;
+    curr_char_loc = loc + 2;
+    return scan_goes_on;
+  case lesc_end_of_buffer:
+  case lesc_end_of_modif:
+  case lesc_end_of_invocation:
+  case lesc_null_char: break;
+  default: begin_token(loc); return error_token(ec_bad_token, loc + 2);
   }
   skip_white_space();
   loc = curr_char_loc;
@@ -185,26 +181,26 @@ struct a_punctuator_row {
 };
 
 static const a_punctuator_row punctuator_rows[] = {
-  {'[', {0, 0}, tok_lbracket, {tok_error, tok_error}},
-  {']', {0, 0}, tok_rbracket, {tok_error, tok_error}},
-  {'(', {0, 0}, tok_lparen, {tok_error, tok_error}},
-  {')', {0, 0}, tok_rparen, {tok_error, tok_error}},
-  {'{', {0, 0}, tok_lbrace, {tok_error, tok_error}},
-  {'}', {0, 0}, tok_rbrace, {tok_error, tok_error}},
-  {',', {0, 0}, tok_comma, {tok_error, tok_error}},
-  {';', {0, 0}, tok_semicolon, {tok_error, tok_error}},
-  {'?', {0, 0}, tok_quest_mark, {tok_error, tok_error}},
-  {'~', {0, 0}, tok_compl, {tok_error, tok_error}},
-  {'+', {'+', '='}, tok_plus, {tok_plus_plus, tok_plus_assign}},
-  {'&', {'&', '='}, tok_ampersand, {tok_and_and, tok_and_assign}},
-  {'|', {'|', '='}, tok_or, {tok_or_or, tok_or_assign}},
-  {'*', {'=', 0}, tok_star, {tok_times_assign, tok_error}},
-  {'=', {'=', 0}, tok_assign, {tok_eq, tok_error}},
-  {'!', {'=', 0}, tok_not, {tok_ne, tok_error}},
-  {'^', {'=', 0}, tok_excl_or, {tok_excl_or_assign, tok_error}},
+    {'[', {0, 0}, tok_lbracket, {tok_error, tok_error}},
+    {']', {0, 0}, tok_rbracket, {tok_error, tok_error}},
+    {'(', {0, 0}, tok_lparen, {tok_error, tok_error}},
+    {')', {0, 0}, tok_rparen, {tok_error, tok_error}},
+    {'{', {0, 0}, tok_lbrace, {tok_error, tok_error}},
+    {'}', {0, 0}, tok_rbrace, {tok_error, tok_error}},
+    {',', {0, 0}, tok_comma, {tok_error, tok_error}},
+    {';', {0, 0}, tok_semicolon, {tok_error, tok_error}},
+    {'?', {0, 0}, tok_quest_mark, {tok_error, tok_error}},
+    {'~', {0, 0}, tok_compl, {tok_error, tok_error}},
+    {'+', {'+', '='}, tok_plus, {tok_plus_plus, tok_plus_assign}},
+    {'&', {'&', '='}, tok_ampersand, {tok_and_and, tok_and_assign}},
+    {'|', {'|', '='}, tok_or, {tok_or_or, tok_or_assign}},
+    {'*', {'=', 0}, tok_star, {tok_times_assign, tok_error}},
+    {'=', {'=', 0}, tok_assign, {tok_eq, tok_error}},
+    {'!', {'=', 0}, tok_not, {tok_ne, tok_error}},
+    {'^', {'=', 0}, tok_excl_or, {tok_excl_or_assign, tok_error}},
 };
 
-static unsigned char punctuator_row_of[256];  // by first character
+static unsigned char punctuator_row_of[256]; // by first character
 
 static inline int scan_punctuator(char *start)
 {
@@ -230,19 +226,19 @@ static int scan_less(char *start)
 {
   if (exp_system_header_name) return scan_header_name(start, '>');
   switch (start[1]) {
-    case '<':
-      if (start[2] == '=') return punctuator(tok_shift_left_assign, start, 3);
-      return punctuator(tok_shift_left, start, 2);
-    case '=': return punctuator(tok_le, start, 2);
-    case '%':
-      if (alternative_tokens_allowed) return punctuator(tok_lbrace, start, 2);
-      break;
-    case ':':
-      if (alternative_tokens_allowed) return scan_lbracket_digraph(start);
-      break;
-    case '?':
-      if (gpp_mode) return punctuator(tok_gnu_min, start, 2);
-      break;
+  case '<':
+    if (start[2] == '=') return punctuator(tok_shift_left_assign, start, 3);
+    return punctuator(tok_shift_left, start, 2);
+  case '=': return punctuator(tok_le, start, 2);
+  case '%':
+    if (alternative_tokens_allowed) return punctuator(tok_lbrace, start, 2);
+    break;
+  case ':':
+    if (alternative_tokens_allowed) return scan_lbracket_digraph(start);
+    break;
+  case '?':
+    if (gpp_mode) return punctuator(tok_gnu_min, start, 2);
+    break;
   }
   return punctuator(tok_lt, start, 1);
 }
@@ -250,13 +246,13 @@ static int scan_less(char *start)
 static int scan_greater(char *start)
 {
   switch (start[1]) {
-    case '>':
-      if (start[2] == '=') return punctuator(tok_shift_right_assign, start, 3);
-      return punctuator(tok_shift_right, start, 2);
-    case '=': return punctuator(tok_ge, start, 2);
-    case '?':
-      if (gpp_mode) return punctuator(tok_gnu_max, start, 2);
-      break;
+  case '>':
+    if (start[2] == '=') return punctuator(tok_shift_right_assign, start, 3);
+    return punctuator(tok_shift_right, start, 2);
+  case '=': return punctuator(tok_ge, start, 2);
+  case '?':
+    if (gpp_mode) return punctuator(tok_gnu_max, start, 2);
+    break;
   }
   return punctuator(tok_gt, start, 1);
 }
@@ -264,11 +260,11 @@ static int scan_greater(char *start)
 static int scan_minus(char *start)
 {
   switch (start[1]) {
-    case '>':
-      if (start[2] == '*' && C_dialect == 2) return punctuator(tok_arrow_star, start, 3);
-      return punctuator(tok_arrow, start, 2);
-    case '-': return punctuator(tok_minus_minus, start, 2);
-    case '=': return punctuator(tok_minus_assign, start, 2);
+  case '>':
+    if (start[2] == '*' && C_dialect == 2) return punctuator(tok_arrow_star, start, 3);
+    return punctuator(tok_arrow, start, 2);
+  case '-': return punctuator(tok_minus_minus, start, 2);
+  case '=': return punctuator(tok_minus_assign, start, 2);
   }
   return punctuator(tok_minus, start, 1);
 }
@@ -318,8 +314,8 @@ static int scan_sharp(char *start, unsigned length)
     }
     return punctuator(tok_sharp, start, length);
   }
-  if (token_seen_on_line || fixed_position_in_use
-      || (pcc_preprocessing_mode && start != curr_source_line)) {
+  if (token_seen_on_line || fixed_position_in_use ||
+      (pcc_preprocessing_mode && start != curr_source_line)) {
     begin_token(start);
     return error_token(ec_bad_use_of_sharp, start + length + sharp_length(start + length));
   }
@@ -364,7 +360,8 @@ static int scan_digits(char *start)
 {
   if (!exp_digit_sequence) return scan_number(start);
   char *loc = start;
-  while (is_digit_char(*loc)) ++loc;
+  while (is_digit_char(*loc))
+    ++loc;
   curr_char_loc = loc;
   return tok_digit_sequence;
 }
@@ -386,53 +383,53 @@ static inline int scan_once(bool *inert, bool *temporarily_inert)
   curr_char_loc = loc;
   a_lex_action action = (a_lex_action)lex_action[(unsigned char)*loc];
   switch (action) {
-    case la_escape: return scan_escape(loc, inert, temporarily_inert);
-    case la_modif:
-      if (skip_white_space() == modif_mark) return end_of_source_token(curr_char_loc);
-      return scan_goes_on;
-    case la_white: skip_white_space(); return scan_goes_on;
-    case la_slash:
-      if (skip_comment()) return scan_goes_on;
-      break;
-    case la_sharp: return scan_sharp(loc, 1);
-    case la_percent: token_seen_on_line |= loc[1] != ':'; return scan_percent(loc);
-    case la_bad: token_seen_on_line = true; return scan_bad_character(loc);
-    default: break;
+  case la_escape: return scan_escape(loc, inert, temporarily_inert);
+  case la_modif:
+    if (skip_white_space() == modif_mark) return end_of_source_token(curr_char_loc);
+    return scan_goes_on;
+  case la_white: skip_white_space(); return scan_goes_on;
+  case la_slash:
+    if (skip_comment()) return scan_goes_on;
+    break;
+  case la_sharp: return scan_sharp(loc, 1);
+  case la_percent: token_seen_on_line |= loc[1] != ':'; return scan_percent(loc);
+  case la_bad: token_seen_on_line = true; return scan_bad_character(loc);
+  default: break;
   }
   token_seen_on_line = true;
   begin_token(loc);
   switch (action) {
-    case la_id: return scan_identifier(loc, *inert || *temporarily_inert);
-    case la_id_prefix: return scan_prefixed(loc, *inert || *temporarily_inert);
-    case la_id_backslash:
-      if (loc[1] == 'u' || loc[1] == 'U') {
-        return scan_identifier(loc, *inert || *temporarily_inert);
-      }
-      return error_token(ec_bad_token, loc + 1);
-    case la_multibyte: {
-      unsigned length;
-      if (!multibyte_id_char(loc, &length, true)) return scan_bad_character(loc);
+  case la_id: return scan_identifier(loc, *inert || *temporarily_inert);
+  case la_id_prefix: return scan_prefixed(loc, *inert || *temporarily_inert);
+  case la_id_backslash:
+    if (loc[1] == 'u' || loc[1] == 'U') {
       return scan_identifier(loc, *inert || *temporarily_inert);
     }
-    case la_digit: return scan_digits(loc);
-    case la_period:
-      if (is_digit_char(loc[1])) return scan_number(loc);
-      return scan_period(loc);
-    case la_double_quote: return scan_quote(loc);
-    case la_single_quote: return scan_char_constant(loc, 0);
-    case la_slash: return scan_slash(loc);
-    case la_lt: return scan_less(loc);
-    case la_gt: return scan_greater(loc);
-    case la_colon: return scan_colon(loc);
-    case la_minus: return scan_minus(loc);
-    case la_punct: return scan_punctuator(loc);
-    case la_at: return scan_at_sign(loc);
-    case la_bad:
-    case la_escape:
-    case la_modif:
-    case la_white:
-    case la_sharp:
-    case la_percent: break;
+    return error_token(ec_bad_token, loc + 1);
+  case la_multibyte: {
+    unsigned length;
+    if (!multibyte_id_char(loc, &length, true)) return scan_bad_character(loc);
+    return scan_identifier(loc, *inert || *temporarily_inert);
+  }
+  case la_digit: return scan_digits(loc);
+  case la_period:
+    if (is_digit_char(loc[1])) return scan_number(loc);
+    return scan_period(loc);
+  case la_double_quote: return scan_quote(loc);
+  case la_single_quote: return scan_char_constant(loc, 0);
+  case la_slash: return scan_slash(loc);
+  case la_lt: return scan_less(loc);
+  case la_gt: return scan_greater(loc);
+  case la_colon: return scan_colon(loc);
+  case la_minus: return scan_minus(loc);
+  case la_punct: return scan_punctuator(loc);
+  case la_at: return scan_at_sign(loc);
+  case la_bad:
+  case la_escape:
+  case la_modif:
+  case la_white:
+  case la_sharp:
+  case la_percent: break;
   }
   unexpected_kind("character class");
 }
@@ -479,12 +476,13 @@ a_token_kind get_token()
   comma_is_from_argument = false;
   curr_cached_token_handle = nullptr;
   int kind = scan_once(&inert, &temporarily_inert);
-  while (kind == scan_goes_on) kind = scan_once(&inert, &temporarily_inert);
+  while (kind == scan_goes_on)
+    kind = scan_once(&inert, &temporarily_inert);
   number_new_token();
   finish_token((a_token_kind)kind, inert, temporarily_inert);
-  if (kind == tok_string_literal && do_string_literal_concatenation && !fetch_pp_tokens
-      && !in_preprocessing_directive && another_string_may_follow()) {
-    concat_adjacent_string_literals(false);  // delivers, and stores, the joined string
+  if (kind == tok_string_literal && do_string_literal_concatenation && !fetch_pp_tokens &&
+      !in_preprocessing_directive && another_string_may_follow()) {
+    concat_adjacent_string_literals(false); // delivers, and stores, the joined string
   } else {
     cache_new_token_if_wanted();
   }
@@ -510,18 +508,35 @@ static void set_char_classes()
 static void set_lex_actions()
 {
   for (int c = 0; c < 256; ++c) {
-    lex_action[c] = char_class[c] & cc_id_start ? la_id : char_class[c] & cc_digit ? la_digit : la_bad;
+    lex_action[c] = char_class[c] & cc_id_start ? la_id
+                    : char_class[c] & cc_digit  ? la_digit
+                                                : la_bad;
     if (c >= 128 && multibyte_chars_in_source_enabled) lex_action[c] = la_multibyte;
   }
   static const struct {
     unsigned char character;
     a_lex_action action;
-  } rows[] = {{0, la_escape},     {modif_mark, la_modif}, {'\v', la_white},       {'\f', la_white},
-              {'\r', la_white},   {'L', la_id_prefix},    {'u', la_id_prefix},    {'U', la_id_prefix},
-              {'.', la_period},   {'"', la_double_quote}, {'\'', la_single_quote}, {'/', la_slash},
-              {'#', la_sharp},    {'<', la_lt},           {'>', la_gt},           {'%', la_percent},
-              {':', la_colon},    {'-', la_minus},        {'@', la_at}};
-  for (auto &row : rows) lex_action[row.character] = row.action;
+  } rows[] = {{0, la_escape},
+              {modif_mark, la_modif},
+              {'\v', la_white},
+              {'\f', la_white},
+              {'\r', la_white},
+              {'L', la_id_prefix},
+              {'u', la_id_prefix},
+              {'U', la_id_prefix},
+              {'.', la_period},
+              {'"', la_double_quote},
+              {'\'', la_single_quote},
+              {'/', la_slash},
+              {'#', la_sharp},
+              {'<', la_lt},
+              {'>', la_gt},
+              {'%', la_percent},
+              {':', la_colon},
+              {'-', la_minus},
+              {'@', la_at}};
+  for (auto &row : rows)
+    lex_action[row.character] = row.action;
   if (universal_character_names_allowed) lex_action['\\'] = la_id_backslash;
   unsigned char number = 0;
   for (const a_punctuator_row &row : punctuator_rows) {

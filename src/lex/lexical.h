@@ -11,8 +11,8 @@
 // The current token.  All are registered as translation-unit variables.
 
 extern a_token_kind curr_token;
-extern char *start_of_curr_token;  // null when the token came from a cache and has no spelling
-extern char *end_of_curr_token;    // its last character, not the one behind
+extern char *start_of_curr_token; // null when the token came from a cache and has no spelling
+extern char *end_of_curr_token;   // its last character, not the one behind
 extern unsigned len_of_curr_token;
 extern a_source_position pos_curr_token;
 extern a_source_position end_pos_curr_token;
@@ -20,14 +20,14 @@ extern a_constant const_for_curr_token;
 extern a_symbol_locator locator_for_curr_id;
 extern const a_symbol_locator cleared_locator;
 extern const char *curr_token_asm_string;
-extern unsigned curr_token_sequence_number;  // steps by 2 for each scanned token
+extern unsigned curr_token_sequence_number; // steps by 2 for each scanned token
 extern unsigned last_token_sequence_number_of_token;
 extern unsigned last_token_sequence_number_used;
-extern a_cached_token *curr_cached_token_handle;  // null for a new token
-extern a_pending_pragma *curr_token_pragmas;      // waiting in front of this token
+extern a_cached_token *curr_cached_token_handle; // null for a new token
+extern a_pending_pragma *curr_token_pragmas;     // waiting in front of this token
 extern bool curr_token_is_inert_macro;
 extern bool curr_token_is_temporarily_inert_macro;
-extern an_error_code err_code_for_error_token;  // the message due for a token of kind tok_error
+extern an_error_code err_code_for_error_token; // the message due for a token of kind tok_error
 extern bool id_contains_ucn_or_multibyte_char;
 extern bool any_tokens_fetched_from_curr_input_file;
 
@@ -37,28 +37,28 @@ extern unsigned char kind_of_white_space_skipped;
 //---------------------------------------------------------------------------------------------
 // Modes.  Whoever sets one restores it; each is a translation-unit variable.
 
-extern bool fetch_pp_tokens;               // preprocessing tokens: no keywords, no conversions
-extern bool expand_macros;                 // macro names are expanded
-extern bool in_preprocessing_directive;    // a newline is a token
-extern bool treat_newline_as_token;        // so outside directives
-extern bool in_pp_if_expression;           // names that are no macros become 0
-extern bool exp_header_name;               // a double quote starts a header name
-extern bool exp_system_header_name;        // and so does a "<"
-extern bool exp_digit_sequence;            // digits give a digit sequence, not a number
-extern bool suppress_keyword_recognition;  // keywords are identifiers
-extern bool caching_pragma_tokens;         // the tokens of a pragma are being collected
-extern bool recognize_keywords_in_pragma;  // and keywords are seen in them
+extern bool fetch_pp_tokens;              // preprocessing tokens: no keywords, no conversions
+extern bool expand_macros;                // macro names are expanded
+extern bool in_preprocessing_directive;   // a newline is a token
+extern bool treat_newline_as_token;       // so outside directives
+extern bool in_pp_if_expression;          // names that are no macros become 0
+extern bool exp_header_name;              // a double quote starts a header name
+extern bool exp_system_header_name;       // and so does a "<"
+extern bool exp_digit_sequence;           // digits give a digit sequence, not a number
+extern bool suppress_keyword_recognition; // keywords are identifiers
+extern bool caching_pragma_tokens;        // the tokens of a pragma are being collected
+extern bool recognize_keywords_in_pragma; // and keywords are seen in them
 extern bool do_string_literal_concatenation;
 extern bool right_shift_can_be_angle_brackets;  // ">>" may close two template argument lists
-extern bool any_initial_get_token_tests_needed;  // cached tokens or pragmas are waiting
-extern bool token_seen_on_line;            // so a "#" doesn't begin a directive
-extern bool building_pch_prefix;           // lines are read ahead for a precompiled header
+extern bool any_initial_get_token_tests_needed; // cached tokens or pragmas are waiting
+extern bool token_seen_on_line;                 // so a "#" doesn't begin a directive
+extern bool building_pch_prefix;                // lines are read ahead for a precompiled header
 
 // Bits of a character's class; indexed by an unsigned character.
 enum a_char_class : unsigned char {
-  cc_id_start = 1,  // letter, "_", or an allowed "$"
+  cc_id_start = 1, // letter, "_", or an allowed "$"
   cc_digit = 2,
-  cc_blank = 4,     // blank or tab
+  cc_blank = 4, // blank or tab
 };
 extern unsigned char char_class[256];
 
@@ -121,7 +121,7 @@ inline void remove_stop_token(a_token_kind kind)
   --curr_stop_token_stack_entry->counts[kind];
 }
 
-void push_stop_token_stack();  // opens a recovery context with all counters at 0
+void push_stop_token_stack(); // opens a recovery context with all counters at 0
 void pop_stop_token_stack();
 
 // Skip tokens up to one that the current context stops at.  The first reports 12 when more than two

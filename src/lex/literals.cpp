@@ -26,11 +26,11 @@ struct an_integer_literal {
   int radix;
   bool is_unsigned;
   a_size_suffix suffix;
-  bool too_large;  // for 64 bits
+  bool too_large; // for 64 bits
   bool non_decimal;
   unsigned long long value;
   char *start;
-  char *end;  // behind the last digit
+  char *end; // behind the last digit
   an_error_code code;
   char *code_loc;
 };
@@ -46,7 +46,8 @@ static void literal_fault(an_integer_literal *literal, an_error_code code, char 
 static void take_size_suffix(an_integer_literal *literal)
 {
   char *letter = literal->start;
-  while (letter < literal->end && *letter != 'i' && *letter != 'I') ++letter;
+  while (letter < literal->end && *letter != 'i' && *letter != 'I')
+    ++letter;
   if (letter == literal->end) return;
   unsigned bits = 0, digits = 0;
   char *loc = letter + 1;
@@ -109,8 +110,8 @@ static void accumulate_value(an_integer_literal *literal)
       return;
     }
     unsigned long long product;
-    if (__builtin_mul_overflow(value, (unsigned long long)radix, &product)
-        || __builtin_add_overflow(product, (unsigned long long)digit, &value)) {
+    if (__builtin_mul_overflow(value, (unsigned long long)radix, &product) ||
+        __builtin_add_overflow(product, (unsigned long long)digit, &value)) {
       literal->too_large = true;
       value = product + digit;
     }
@@ -177,22 +178,23 @@ struct a_literal_ladder {
 };
 
 static const a_literal_ladder decimal_ladders[] = {
-  {{ik_int, ik_long, ik_unsigned_long, ik_long_long, ik_none}},
-  {{ik_long, ik_unsigned_long, ik_long_long, ik_none}},
-  {{ik_long_long, ik_none}},
-  {{ik_int40, ik_unsigned_int40, ik_long_long, ik_none}},
+    {{ik_int, ik_long, ik_unsigned_long, ik_long_long, ik_none}},
+    {{ik_long, ik_unsigned_long, ik_long_long, ik_none}},
+    {{ik_long_long, ik_none}},
+    {{ik_int40, ik_unsigned_int40, ik_long_long, ik_none}},
 };
 static const a_literal_ladder non_decimal_ladders[] = {
-  {{ik_int, ik_unsigned_int, ik_long, ik_unsigned_long, ik_long_long, ik_unsigned_long_long, ik_none}},
-  {{ik_long, ik_unsigned_long, ik_long_long, ik_unsigned_long_long, ik_none}},
-  {{ik_long_long, ik_unsigned_long_long, ik_none}},
-  {{ik_int40, ik_unsigned_int40, ik_long_long, ik_unsigned_long_long, ik_none}},
+    {{ik_int, ik_unsigned_int, ik_long, ik_unsigned_long, ik_long_long, ik_unsigned_long_long,
+      ik_none}},
+    {{ik_long, ik_unsigned_long, ik_long_long, ik_unsigned_long_long, ik_none}},
+    {{ik_long_long, ik_unsigned_long_long, ik_none}},
+    {{ik_int40, ik_unsigned_int40, ik_long_long, ik_unsigned_long_long, ik_none}},
 };
 static const a_literal_ladder unsigned_ladders[] = {
-  {{ik_unsigned_int, ik_unsigned_long, ik_unsigned_long_long, ik_none}},
-  {{ik_unsigned_long, ik_unsigned_long_long, ik_none}},
-  {{ik_unsigned_long_long, ik_none}},
-  {{ik_unsigned_int40, ik_unsigned_long_long, ik_none}},
+    {{ik_unsigned_int, ik_unsigned_long, ik_unsigned_long_long, ik_none}},
+    {{ik_unsigned_long, ik_unsigned_long_long, ik_none}},
+    {{ik_unsigned_long_long, ik_none}},
+    {{ik_unsigned_int40, ik_unsigned_long_long, ik_none}},
 };
 
 // A decimal literal that doesn't fit long long.
@@ -216,8 +218,8 @@ static an_integer_kind kind_by_ladder(an_integer_literal *literal)
                                     : literal->non_decimal ? non_decimal_ladders
                                                            : decimal_ladders;
   bool plain_long = literal->suffix == sfx_none || literal->suffix == sfx_long;
-  bool skip_unsigned_long = long_long_promotion_allowed && !literal->non_decimal
-                            && !literal->is_unsigned && plain_long;
+  bool skip_unsigned_long =
+      long_long_promotion_allowed && !literal->non_decimal && !literal->is_unsigned && plain_long;
   an_integer_kind found = ik_none;
   for (an_integer_kind kind : ladders[literal->suffix].kinds) {
     if (kind == ik_none) break;
@@ -266,7 +268,8 @@ void conv_integer_literal(int radix, an_error_code *err, char **err_loc)
   constant->from_literal = true;
   constant->is_nondecimal_literal = literal.non_decimal;
   constant->has_unsigned_suffix = literal.is_unsigned;
-  constant->is_literal_zero = end_of_curr_token == start_of_curr_token && *start_of_curr_token == '0';
+  constant->is_literal_zero =
+      end_of_curr_token == start_of_curr_token && *start_of_curr_token == '0';
   constant->literal_is_unsuffixed_decimal = radix == 10 && literal.end == end_of_curr_token + 1;
 }
 
@@ -282,7 +285,7 @@ static bool is_imaginary_letter(char c)
 struct a_float_suffix {
   a_float_kind kind;
   bool is_imaginary;
-  char *end;  // behind the last character of the number itself
+  char *end; // behind the last character of the number itself
 };
 
 static a_float_suffix take_float_suffix(bool is_hex)
@@ -312,8 +315,8 @@ static void convert_float_text(bool is_hex, const a_float_suffix *suffix, simul_
   char saved[2];
   memcpy(saved, suffix->end, 2);
   char last = suffix->end[-1];
-  bool ends_in_exponent = last == '+' || last == '-' || last == 'p' || last == 'P'
-                          || (!is_hex && (last == 'e' || last == 'E'));
+  bool ends_in_exponent = last == '+' || last == '-' || last == 'p' || last == 'P' ||
+                          (!is_hex && (last == 'e' || last == 'E'));
   if (ends_in_exponent) {
     suffix->end[0] = '0';
     suffix->end[1] = 0;

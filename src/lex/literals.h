@@ -17,13 +17,13 @@ void conv_string_literal(unsigned long length, an_error_code *err, char **err_lo
 
 // State of a walk over the characters of a string or character constant.
 struct a_char_conversion_state {
-  char **loc;                    // the read pointer
-  unsigned pending_count;        // units of an earlier character that wait in `pending`
-  const unsigned char *pending;  // the next of them
-  unsigned pending_surrogate;    // second half of a pair, 0 for none
-  unsigned char buffer[8];       // bytes of one character in UTF-8
-  bool is_16_bits;               // the destination's elements have 16 bits
-  char *fault_loc;               // where the character began for which a code came back
+  char **loc;                   // the read pointer
+  unsigned pending_count;       // units of an earlier character that wait in `pending`
+  const unsigned char *pending; // the next of them
+  unsigned pending_surrogate;   // second half of a pair, 0 for none
+  unsigned char buffer[8];      // bytes of one character in UTF-8
+  bool is_16_bits;              // the destination's elements have 16 bits
+  char *fault_loc;              // where the character began for which a code came back
 };
 
 // Takes one character, or the next unit of the one before, into *result, cut to `mask`.  `narrow` is
@@ -32,7 +32,6 @@ struct a_char_conversion_state {
 an_error_code conv_single_char(a_char_conversion_state *state, bool process_escapes,
                                unsigned long *result, unsigned long mask, bool narrow);
 void clear_char_conversion_state(a_char_conversion_state *state, char **loc);
-
 
 // The current token is a string: joins it with the strings that follow.  With `allow_function_names`
 // a token such as __FUNCTION__ counts as a string.  Issues 1563.

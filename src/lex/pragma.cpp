@@ -90,7 +90,8 @@ a_pending_pragma *make_copy_of_pragma_list(a_pending_pragma *list)
 static void append_to_curr_token_pragmas(a_pending_pragma *pragma)
 {
   a_pending_pragma **link = &curr_token_pragmas;
-  while (*link != nullptr) link = &(*link)->next;
+  while (*link != nullptr)
+    link = &(*link)->next;
   pragma->next = nullptr;
   *link = pragma;
   any_initial_get_token_tests_needed = true;
@@ -116,14 +117,15 @@ a_pragma_kind_description *look_up_pragma_id(a_source_position *position)
   get_token();
   *position = pos_curr_token;
   if (curr_token != tok_identifier) return nullptr;
-  if (variadic_macros_allowed && len_of_curr_token == 11
-      && memcmp(start_of_curr_token, "__VA_ARGS__", 11) == 0) {
+  if (variadic_macros_allowed && len_of_curr_token == 11 &&
+      memcmp(start_of_curr_token, "__VA_ARGS__", 11) == 0) {
     pos_error(ec_VA_ARGS_not_allowed, pos_curr_token);
   }
   a_pragma_kind_description *description = pragma_kind_descriptions;
   for (; description != nullptr; description = description->next) {
     const char *name = pragma_ids[description->kind];
-    if (strlen(name) == len_of_curr_token && memcmp(name, start_of_curr_token, len_of_curr_token) == 0) {
+    if (strlen(name) == len_of_curr_token &&
+        memcmp(name, start_of_curr_token, len_of_curr_token) == 0) {
       return description;
     }
   }
@@ -196,9 +198,10 @@ static const char *read_pragma_text(a_pragma_reading *reading)
 static void read_pragma_tokens(a_pragma_reading *reading, a_pending_pragma *pragma)
 {
   a_pending_pragma *waiting = curr_token_pragmas;
-  curr_token_pragmas = nullptr;  // they belong to the token behind the line
+  curr_token_pragmas = nullptr; // they belong to the token behind the line
   set_pragma_modes(reading);
-  for (get_token(); !at_end_of_pragma(); get_token()) cache_curr_token(&pragma->tokens);
+  for (get_token(); !at_end_of_pragma(); get_token())
+    cache_curr_token(&pragma->tokens);
   terminate_token_cache(&pragma->tokens);
   restore_pragma_modes(reading);
   curr_token_pragmas = waiting;
@@ -213,7 +216,8 @@ static void read_pragma_tokens(a_pragma_reading *reading, a_pending_pragma *prag
 
 static void skip_pragma()
 {
-  while (!at_end_of_pragma()) get_token();
+  while (!at_end_of_pragma())
+    get_token();
 }
 
 // The pragma was read inside its directive and acts at once.
@@ -231,8 +235,8 @@ void record_pragma(a_pragma_kind_description *description,
                    const a_source_position *pos_of_directive, const a_source_position *pos_of_name,
                    bool from_operator)
 {
-  if (description == nullptr
-      || (do_preprocessing_only && description->phase != pragma_at_directive)) {
+  if (description == nullptr ||
+      (do_preprocessing_only && description->phase != pragma_at_directive)) {
     if (description == nullptr && !do_preprocessing_only) {
       pos_warning(ec_unrecognized_pragma, *pos_of_name);
     }
@@ -275,7 +279,7 @@ void process_immediate_pragmas()
     }
     *link = pragma->next;
     a_pending_pragma *rest = curr_token_pragmas;
-    curr_token_pragmas = nullptr;  // the handler's tokens are not those that the others wait for
+    curr_token_pragmas = nullptr; // the handler's tokens are not those that the others wait for
     if ((pragma->description->flags & prf_add_to_il) != 0) {
       add_pragma_to_il(pragma, iek_none, nullptr, false);
     }
@@ -286,9 +290,9 @@ void process_immediate_pragmas()
     curr_token_pragmas = rest;
     link = &curr_token_pragmas;
   }
-  any_initial_get_token_tests_needed = curr_token_pragmas != nullptr
-                                       || cached_tokens_to_deliver != nullptr
-                                       || reusable_cache_stack != nullptr;
+  any_initial_get_token_tests_needed = curr_token_pragmas != nullptr ||
+                                       cached_tokens_to_deliver != nullptr ||
+                                       reusable_cache_stack != nullptr;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -297,25 +301,24 @@ void process_immediate_pragmas()
 
 static void enter_pragma(a_pragma_kind_description description)
 {
-  a_pragma_kind_description *entry =
-    (a_pragma_kind_description *)alloc_in_region(0, sizeof *entry);
+  a_pragma_kind_description *entry = (a_pragma_kind_description *)alloc_in_region(0, sizeof *entry);
   *entry = description;
   pragma_description_for_pragma_kind[entry->kind] = entry;
   bool comment_form = (entry->flags2 & prf2_comment_form) != 0;
-  if (comment_form) return;  // reached by kind only
+  if (comment_form) return; // reached by kind only
   entry->next = pragma_kind_descriptions;
   pragma_kind_descriptions = entry;
 }
 
 // How the pragmas of the target are used: what their rows in pragmas.def say in short.
 enum a_target_pragma_form : unsigned char {
-  tpf_symbol,       // C: names its symbol, taken at the scope's end; C++: stands before the declaration
-  tpf_c_only,       // the same without a C++ form
-  tpf_set_section,  // acts on all that follows
-  tpf_loop,         // stands before a loop
-  tpf_misra,        // changes the checker's rules from here on
+  tpf_symbol, // C: names its symbol, taken at the scope's end; C++: stands before the declaration
+  tpf_c_only, // the same without a C++ form
+  tpf_set_section, // acts on all that follows
+  tpf_loop,        // stands before a loop
+  tpf_misra,       // changes the checker's rules from here on
   tpf_ulp,
-  tpf_info,         // carried through as text
+  tpf_info, // carried through as text
 };
 
 static constexpr unsigned char macros_and_keywords = prf_expand_macros | prf_keywords;
@@ -335,28 +338,28 @@ static void enter_target_pragma(a_pragma_kind_tag kind, a_target_pragma_form for
 {
   const a_target_pragma_handlers &handlers = target_pragma_handlers;
   switch (form) {
-    case tpf_c_only:
-      if (C_dialect == 2) return;
-      enter_symbol_pragma(kind);
-      return;
-    case tpf_symbol: enter_symbol_pragma(kind); return;
-    case tpf_loop:
-      enter_pragma({nullptr, kind, pragma_curr_construct, macros_and_keywords | prf_statement, 0,
-                    es_warning, handlers.process_cpp_pragma});
-      return;
-    case tpf_set_section:
-      enter_pragma({nullptr, kind, pragma_at_directive, macros_and_keywords, 0, es_none,
-                    handlers.process_set_section_pragma});
-      return;
-    case tpf_misra:
-    case tpf_ulp:
-      enter_pragma({nullptr, kind, pragma_immediate, macros_and_keywords, 0, es_error,
-                    form == tpf_misra ? handlers.pragma_misra_action : handlers.pragma_ulp_action});
-      return;
-    case tpf_info:
-      enter_pragma({nullptr, kind, pragma_end_of_scope, prf_text_form | prf_add_to_il, 0, es_none,
-                    nullptr});
-      return;
+  case tpf_c_only:
+    if (C_dialect == 2) return;
+    enter_symbol_pragma(kind);
+    return;
+  case tpf_symbol: enter_symbol_pragma(kind); return;
+  case tpf_loop:
+    enter_pragma({nullptr, kind, pragma_curr_construct, macros_and_keywords | prf_statement, 0,
+                  es_warning, handlers.process_cpp_pragma});
+    return;
+  case tpf_set_section:
+    enter_pragma({nullptr, kind, pragma_at_directive, macros_and_keywords, 0, es_none,
+                  handlers.process_set_section_pragma});
+    return;
+  case tpf_misra:
+  case tpf_ulp:
+    enter_pragma({nullptr, kind, pragma_immediate, macros_and_keywords, 0, es_error,
+                  form == tpf_misra ? handlers.pragma_misra_action : handlers.pragma_ulp_action});
+    return;
+  case tpf_info:
+    enter_pragma(
+        {nullptr, kind, pragma_end_of_scope, prf_text_form | prf_add_to_il, 0, es_none, nullptr});
+    return;
   }
   unexpected_kind("form of target pragma");
 }
@@ -375,10 +378,11 @@ void pragma_one_time_init()
 void pragma_init()
 {
   pragma_kind_descriptions = nullptr;
-  for (a_pragma_kind_description *&entry : pragma_description_for_pragma_kind) entry = nullptr;
-#define PRAGMA(condition, kind, phase, handler, flags, flags2, severity) \
-  if (condition) {                                                       \
-    enter_pragma({nullptr, kind, phase, flags, flags2, severity, handler}); \
+  for (a_pragma_kind_description *&entry : pragma_description_for_pragma_kind)
+    entry = nullptr;
+#define PRAGMA(condition, kind, phase, handler, flags, flags2, severity)                           \
+  if (condition) {                                                                                 \
+    enter_pragma({nullptr, kind, phase, flags, flags2, severity, handler});                        \
   }
 #include "lex/pragmas.def"
   if (target_pragma_handlers.process_cpp_pragma != nullptr) enter_target_pragmas();

@@ -15,30 +15,30 @@ extern const char *const pragma_ids[pragk_last];
 
 enum a_pragma_phase : unsigned char {
   pragma_no_phase,
-  pragma_curr_construct,  // binds to the next declaration or statement
-  pragma_curr_token,      // runs before the next token is seen by the parser
-  pragma_immediate,       // runs right behind the directive
-  pragma_end_of_scope,    // waits in the scope, and is taken by the name of the entity
-  pragma_at_directive,    // runs inside the directive, in a preprocess-only run too
+  pragma_curr_construct, // binds to the next declaration or statement
+  pragma_curr_token,     // runs before the next token is seen by the parser
+  pragma_immediate,      // runs right behind the directive
+  pragma_end_of_scope,   // waits in the scope, and is taken by the name of the entity
+  pragma_at_directive,   // runs inside the directive, in a preprocess-only run too
 };
 
 enum a_pragma_flag : unsigned char {
-  prf_declaration = 0x01,      // binds to a declaration
-  prf_statement = 0x02,        // binds to a statement
+  prf_declaration = 0x01, // binds to a declaration
+  prf_statement = 0x02,   // binds to a statement
   prf_il_at_file_scope = 0x04,
   prf_add_to_il = 0x08,
-  prf_text_form = 0x10,        // the text is kept as a string
+  prf_text_form = 0x10, // the text is kept as a string
   prf_expand_macros = 0x20,
-  prf_keywords = 0x40,         // keywords and string concatenation in its tokens
+  prf_keywords = 0x40, // keywords and string concatenation in its tokens
   prf_raw_pp_tokens = 0x80,
 };
 
 enum a_pragma_flag2 : unsigned char {
-  prf2_il_flag = 0x01,         // passed on in the IL record
-  prf2_comment_form = 0x02,    // is written as a comment
-  prf2_stdc_like = 0x04,       // no IL record unless the handler makes one
-  prf2_in_operator = 0x08,     // allowed in _Pragma although it runs at the directive
-  prf2_header_name = 0x10,     // the operand may be a header name
+  prf2_il_flag = 0x01,      // passed on in the IL record
+  prf2_comment_form = 0x02, // is written as a comment
+  prf2_stdc_like = 0x04,    // no IL record unless the handler makes one
+  prf2_in_operator = 0x08,  // allowed in _Pragma although it runs at the directive
+  prf2_header_name = 0x10,  // the operand may be a header name
 };
 
 // A handler reads the tokens between begin_rescan_of_pragma_tokens and wrapup_rescan_of_pragma_tokens.
@@ -51,25 +51,25 @@ struct a_pragma_kind_description {
   a_pragma_phase phase;
   unsigned char flags;
   unsigned char flags2;
-  an_error_severity misplaced_severity;  // es_none: no complaint
-  a_pragma_handler *handler;             // or null
+  an_error_severity misplaced_severity; // es_none: no complaint
+  a_pragma_handler *handler;            // or null
 };
-extern a_pragma_kind_description *pragma_kind_descriptions;  // those that have a name in the source
+extern a_pragma_kind_description *pragma_kind_descriptions; // those that have a name in the source
 extern a_pragma_kind_description *pragma_description_for_pragma_kind[pragk_last];
 
 // A pragma between reading and processing.
 struct a_pending_pragma {
   a_pending_pragma *next;
   a_pragma_kind_description *description;
-  a_token_cache tokens;  // reusable
-  a_source_position position;            // of the name
-  a_source_position directive_position;  // of the "#"
+  a_token_cache tokens;                 // reusable
+  a_source_position position;           // of the name
+  a_source_position directive_position; // of the "#"
   bool owns_tokens : 1;
   bool from_microsoft_operator : 1;
   bool already_processed : 1;
   bool from_operator : 1;
-  const char *text;      // of text_form pragmas
-  a_pragma *il_pragma;   // the IL record, when one was made
+  const char *text;    // of text_form pragmas
+  a_pragma *il_pragma; // the IL record, when one was made
   unsigned varargs_count;
 };
 
@@ -128,18 +128,18 @@ enum an_stdc_pragma_kind : unsigned char {
 // The default visibility that "#pragma GCC visibility push" has set; evis_default's number where none is.
 
 void push_ELF_visibility(unsigned char visibility);
-bool pop_ELF_visibility();  // false: nothing was pushed
-extern unsigned char curr_default_ELF_visibility;  // an_elf_visibility
+bool pop_ELF_visibility();                        // false: nothing was pushed
+extern unsigned char curr_default_ELF_visibility; // an_elf_visibility
 
 //---------------------------------------------------------------------------------------------
 // Packing.
 
 struct a_pack_alignment_state {
   a_pack_alignment_state *next;
-  const char *name;  // null: pushed without one
+  const char *name; // null: pushed without one
   unsigned value;
 };
-extern unsigned curr_max_member_alignment;  // 0 is the default
+extern unsigned curr_max_member_alignment; // 0 is the default
 extern a_pack_alignment_state *pack_alignment_stack;
 
 //---------------------------------------------------------------------------------------------
@@ -147,8 +147,8 @@ extern a_pack_alignment_state *pack_alignment_stack;
 // pragmas are unknown ones.
 
 struct a_target_pragma_handlers {
-  a_pragma_handler *process_cpp_pragma;                   // bound to a construct
-  void (*process_c_pragma)(a_pending_pragma *pragma);     // at the end of a scope, by the symbol named
+  a_pragma_handler *process_cpp_pragma;               // bound to a construct
+  void (*process_c_pragma)(a_pending_pragma *pragma); // at the end of a scope, by the symbol named
   a_pragma_handler *process_set_section_pragma;
   a_pragma_handler *pragma_misra_action;
   a_pragma_handler *pragma_ulp_action;

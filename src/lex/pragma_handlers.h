@@ -2,7 +2,7 @@
 #pragma once
 #include "il/il_fwd.h"
 
-#define PRAGMA_HANDLER(name) \
+#define PRAGMA_HANDLER(name)                                                                       \
   void name(a_pending_pragma *pragma, a_symbol *symbol, a_statement *statement)
 
 // parse/pragma_handlers.cpp

@@ -43,10 +43,12 @@ a_pp_directive_kind scan_directive_keyword()
     const char *word;
     unsigned char length;
     a_pp_directive_kind kind;
-  } words[] = {{"if", 2, ppd_if},           {"ifdef", 5, ppd_ifdef},   {"ifndef", 6, ppd_ifndef},
-               {"elif", 4, ppd_elif},       {"else", 4, ppd_else},     {"endif", 5, ppd_endif},
-               {"include", 7, ppd_include}, {"define", 6, ppd_define}, {"undef", 5, ppd_undef},
-               {"line", 4, ppd_line},       {"error", 5, ppd_error},   {"warn", 4, ppd_warn},
+  } words[] = {{"if", 2, ppd_if},           {"ifdef", 5, ppd_ifdef},
+               {"ifndef", 6, ppd_ifndef},   {"elif", 4, ppd_elif},
+               {"else", 4, ppd_else},       {"endif", 5, ppd_endif},
+               {"include", 7, ppd_include}, {"define", 6, ppd_define},
+               {"undef", 5, ppd_undef},     {"line", 4, ppd_line},
+               {"error", 5, ppd_error},     {"warn", 4, ppd_warn},
                {"pragma", 6, ppd_pragma},   {"include_next", 12, ppd_include_next}};
   some_error_in_curr_directive = false;
   do_not_put_curr_line_in_pp_output = true;
@@ -61,7 +63,8 @@ a_pp_directive_kind scan_directive_keyword()
       return row.kind;
     }
   }
-  if (!strict_ansi_mode && len_of_curr_token == 7 && memcmp(start_of_curr_token, "warning", 7) == 0) {
+  if (!strict_ansi_mode && len_of_curr_token == 7 &&
+      memcmp(start_of_curr_token, "warning", 7) == 0) {
     return ppd_warning;
   }
   return ppd_unknown;
@@ -73,7 +76,8 @@ void flush_directive()
   expand_macros = false;
   in_pp_if_expression = false;
   exp_header_name = exp_system_header_name = exp_digit_sequence = false;
-  while (curr_token != tok_newline && curr_token != tok_end_of_source) get_token();
+  while (curr_token != tok_newline && curr_token != tok_end_of_source)
+    get_token();
 }
 
 void flush_extra_tokens()
@@ -112,7 +116,8 @@ const char *rest_of_directive_line()
     }
   }
   curr_char_loc = loc;
-  while (buffer->size > 0 && strchr(" \t\f\v\r", buffer->buffer[buffer->size - 1])) --buffer->size;
+  while (buffer->size > 0 && strchr(" \t\f\v\r", buffer->buffer[buffer->size - 1]))
+    --buffer->size;
   add_char_to_text_buffer(buffer, '\0');
   return buffer->buffer;
 }
@@ -196,13 +201,15 @@ static void proc_error_directive()
 // Reads the line so that it reaches the output, with macros expanded where the pragma asks for it.
 static void pass_pragma_to_output(const a_pragma_kind_description *description)
 {
-  unsigned char flags = description == nullptr ? (unsigned char)prf_raw_pp_tokens : description->flags;
+  unsigned char flags =
+      description == nullptr ? (unsigned char)prf_raw_pp_tokens : description->flags;
   do_not_put_curr_line_in_pp_output = false;
   pass_pp_directive_to_output = true;
   expand_macros = (flags & prf_expand_macros) != 0;
   recognize_keywords_in_pragma = (flags & prf_keywords) != 0;
   fetch_pp_tokens = true;
-  while (curr_token != tok_newline && curr_token != tok_end_of_source) get_token();
+  while (curr_token != tok_newline && curr_token != tok_end_of_source)
+    get_token();
   recognize_keywords_in_pragma = false;
   do_not_put_curr_line_in_pp_output = false;
   pass_pp_directive_to_output = false;
@@ -227,15 +234,15 @@ static void proc_pragma()
     flush_directive();
     return;
   }
-  if (curr_token == tok_newline) return;  // no name
+  if (curr_token == tok_newline) return; // no name
   record_pragma(description, &pos_of_directive, &position, false);
 }
 
 static void proc_unknown_directive()
 {
   some_error_in_curr_directive = true;
-  if (check_misra_c_2004
-      && misra_c_2004_generate_diagnostic(ec_misra_c_2004_19_16, misra_required_severity)) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_19_16, misra_required_severity)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_16, pos_curr_token);
   } else {
     pos_diagnostic(es_discretionary_error, ec_bad_pp_directive_keyword, pos_curr_token);
@@ -257,30 +264,30 @@ static void report_nonstandard_directive()
 static void carry_out_directive(a_pp_directive_kind kind)
 {
   switch (kind) {
-    case ppd_if: proc_if(); return;
-    case ppd_ifdef: proc_ifdef(false); return;
-    case ppd_ifndef: proc_ifdef(true); return;
-    case ppd_elif: proc_elif(); break;
-    case ppd_else: proc_else(); return;
-    case ppd_endif: proc_endif(); return;
-    case ppd_include: proc_include(false); return;
-    case ppd_include_next:
-      report_nonstandard_directive();
-      proc_include(true);
-      return;
-    case ppd_define: proc_define(); break;
-    case ppd_undef: proc_undef(); break;
-    case ppd_line: proc_line(false); break;
-    case ppd_digit_sequence:
-      report_nonstandard_directive();
-      proc_line(true);
-      break;
-    case ppd_error: proc_error_directive(); break;
-    case ppd_warn: proc_warning_directive(ec_warn_directive); break;
-    case ppd_warning: proc_warning_directive(ec_warning_directive); break;
-    case ppd_pragma: proc_pragma(); break;
-    case ppd_null: return;
-    case ppd_unknown: proc_unknown_directive(); break;
+  case ppd_if: proc_if(); return;
+  case ppd_ifdef: proc_ifdef(false); return;
+  case ppd_ifndef: proc_ifdef(true); return;
+  case ppd_elif: proc_elif(); break;
+  case ppd_else: proc_else(); return;
+  case ppd_endif: proc_endif(); return;
+  case ppd_include: proc_include(false); return;
+  case ppd_include_next:
+    report_nonstandard_directive();
+    proc_include(true);
+    return;
+  case ppd_define: proc_define(); break;
+  case ppd_undef: proc_undef(); break;
+  case ppd_line: proc_line(false); break;
+  case ppd_digit_sequence:
+    report_nonstandard_directive();
+    proc_line(true);
+    break;
+  case ppd_error: proc_error_directive(); break;
+  case ppd_warn: proc_warning_directive(ec_warn_directive); break;
+  case ppd_warning: proc_warning_directive(ec_warning_directive); break;
+  case ppd_pragma: proc_pragma(); break;
+  case ppd_null: return;
+  case ppd_unknown: proc_unknown_directive(); break;
   }
   note_unguarded_text();
 }
@@ -296,9 +303,16 @@ struct a_saved_scanner_modes {
 
 static void set_modes_of_directive(a_saved_scanner_modes *saved)
 {
-  *saved = {expand_macros, fetch_pp_tokens, do_string_literal_concatenation, treat_newline_as_token,
-            in_pp_if_expression, caching_pragma_tokens, suppress_keyword_recognition,
-            in_preprocessing_directive, error_position, delete_source_from_loc};
+  *saved = {expand_macros,
+            fetch_pp_tokens,
+            do_string_literal_concatenation,
+            treat_newline_as_token,
+            in_pp_if_expression,
+            caching_pragma_tokens,
+            suppress_keyword_recognition,
+            in_preprocessing_directive,
+            error_position,
+            delete_source_from_loc};
   do_string_literal_concatenation = false;
   actual_include_was_suppressed = false;
   in_preprocessing_directive = true;
@@ -384,7 +398,8 @@ void process_macro_preincludes()
   expand_macros = false;
   while (curr_ise != nullptr && curr_ise->is_macro_preinclude) {
     int depth = input_stack_depth;
-    while (get_token() != tok_end_of_source) {}
+    while (get_token() != tok_end_of_source) {
+    }
     check(input_stack_depth == depth);
     pop_input_stack();
   }
@@ -399,7 +414,8 @@ void cpp_driver()
   process_macro_preincludes();
   fetch_pp_tokens = true;
   expand_macros = generate_pp_output;
-  while (get_token() != tok_end_of_source) {}
+  while (get_token() != tok_end_of_source) {
+  }
   if (source_line_modif_list != nullptr) {
     if (generate_pp_output) gen_pp_output_for_curr_line();
     if (f_raw_listing != nullptr) gen_expanded_raw_listing_output_for_curr_line(true);

@@ -17,8 +17,8 @@ enum a_pp_directive_kind : unsigned char {
   ppd_error,
   ppd_warn,
   ppd_pragma,
-  ppd_null,            // "#" alone on its line
-  ppd_digit_sequence,  // "#" and a line number, as preprocessed text has it
+  ppd_null,           // "#" alone on its line
+  ppd_digit_sequence, // "#" and a line number, as preprocessed text has it
   ppd_include_next,
   ppd_warning,
   ppd_unknown,
@@ -26,11 +26,11 @@ enum a_pp_directive_kind : unsigned char {
 
 // Is a file wholly wrapped in one conditional?
 enum an_ifg_state : unsigned char {
-  ifg_initial,      // nothing but white space so far
-  ifg_after_guard,  // the wrapping conditional is closed: anything more spoils it
+  ifg_initial,     // nothing but white space so far
+  ifg_after_guard, // the wrapping conditional is closed: anything more spoils it
   ifg_no_guard,
   ifg_in_guard,
-  ifg_once,  // "#pragma once" was seen: the state doesn't change any more
+  ifg_once, // "#pragma once" was seen: the state doesn't change any more
 };
 
 struct a_pp_if_stack_entry {
@@ -40,8 +40,8 @@ struct a_pp_if_stack_entry {
 
 // Written by this module; the file stack saves and restores the depths.
 extern a_pp_if_stack_entry *pp_if_stack;
-extern int pp_if_stack_depth;       // index of the top, -1 when empty
-extern int base_pp_if_stack_depth;  // depth at the start of the current file
+extern int pp_if_stack_depth;      // index of the top, -1 when empty
+extern int base_pp_if_stack_depth; // depth at the start of the current file
 
 extern bool currently_in_pp_if_skip;
 extern bool some_error_in_curr_directive;

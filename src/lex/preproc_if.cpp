@@ -29,7 +29,7 @@ int base_pp_if_stack_depth = -1;
 
 static int pp_if_stack_capacity;
 static constexpr int pp_if_stack_increment = 30;
-static constexpr unsigned macro_reference = 4;  // the kind of a reference in the cross reference
+static constexpr unsigned macro_reference = 4; // the kind of a reference in the cross reference
 
 //---------------------------------------------------------------------------------------------
 // The stack
@@ -42,8 +42,8 @@ static void push_conditional()
     int capacity = pp_if_stack_capacity + pp_if_stack_increment;
     if (capacity < 2 * pp_if_stack_capacity) capacity = 2 * pp_if_stack_capacity;
     pp_if_stack = (a_pp_if_stack_entry *)realloc_buffer(
-      (char *)pp_if_stack, (size_t)pp_if_stack_capacity * sizeof *pp_if_stack,
-      (size_t)capacity * sizeof *pp_if_stack);
+        (char *)pp_if_stack, (size_t)pp_if_stack_capacity * sizeof *pp_if_stack,
+        (size_t)capacity * sizeof *pp_if_stack);
     pp_if_stack_capacity = capacity;
   }
   pp_if_stack[pp_if_stack_depth].position = pos_of_directive;
@@ -104,7 +104,8 @@ static bool guard_may_open()
 
 static const char *skip_blanks(const char *loc)
 {
-  while (*loc == ' ' || *loc == '\t') ++loc;
+  while (*loc == ' ' || *loc == '\t')
+    ++loc;
   return loc;
 }
 
@@ -119,7 +120,8 @@ static void check_if_for_guard()
     loc = skip_blanks(loc + 7);
     if (*loc == '(') {
       const char *name = skip_blanks(loc + 1), *end = name;
-      while (is_id_char(*end)) ++end;
+      while (is_id_char(*end))
+        ++end;
       loc = skip_blanks(end);
       if (*loc == ')' && end > name && is_id_start_char(*name)) {
         loc = skip_blanks(loc + 1);
@@ -149,7 +151,7 @@ static void close_guard_at_endif()
   unsigned char state = get_ifg_state();
   if (state == ifg_in_guard) {
     set_ifg_state(ifg_after_guard);
-    any_tokens_fetched_from_curr_input_file = false;  // the tokens inside don't count against it
+    any_tokens_fetched_from_curr_input_file = false; // the tokens inside don't count against it
   } else if (state != ifg_once) {
     set_ifg_state(ifg_no_guard);
   }
@@ -165,9 +167,10 @@ static void check_same_file_as_if()
   a_line_number line;
   bool at_end;
   a_source_file *here = source_file_for_seq(pos_of_directive.seq, &line, &at_end, true);
-  a_source_file *there = source_file_for_seq(pp_if_stack[pp_if_stack_depth].position.seq, &line,
-                                             &at_end, true);
-  if (here != there) pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_17, pos_of_directive);
+  a_source_file *there =
+      source_file_for_seq(pp_if_stack[pp_if_stack_depth].position.seq, &line, &at_end, true);
+  if (here != there)
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_17, pos_of_directive);
 }
 
 static bool missing_if()
@@ -272,23 +275,24 @@ static void skip_rest_of_line()
 {
   char *loc = curr_char_loc;
   for (;;) {
-    while (!is_skip_event(*loc)) ++loc;
+    while (!is_skip_event(*loc))
+      ++loc;
     switch (*loc) {
-      case '"':
-      case '\'': loc = skip_quoted_text(loc); continue;
-      case '\\': loc += loc[1] == 0 ? 1 : 2; continue;
-      case '/':
+    case '"':
+    case '\'': loc = skip_quoted_text(loc); continue;
+    case '\\': loc += loc[1] == 0 ? 1 : 2; continue;
+    case '/':
+      curr_char_loc = loc;
+      loc = skip_comment() ? curr_char_loc : loc + 1;
+      continue;
+    case 0:
+      if (loc[1] != lesc_null_char) {
         curr_char_loc = loc;
-        loc = skip_comment() ? curr_char_loc : loc + 1;
-        continue;
-      case 0:
-        if (loc[1] != lesc_null_char) {
-          curr_char_loc = loc;
-          return;
-        }
-        loc += 2;
-        continue;
-      default: loc += multibyte_chars_in_source_enabled ? f_mbc_length(loc) : 1; continue;
+        return;
+      }
+      loc += 2;
+      continue;
+    default: loc += multibyte_chars_in_source_enabled ? f_mbc_length(loc) : 1; continue;
     }
   }
 }
@@ -306,7 +310,8 @@ static bool find_skipped_directive()
 {
   for (;;) {
     char *loc = curr_char_loc;
-    while (*loc == ' ' || *loc == '\t' || *loc == '\f' || *loc == '\v' || *loc == '\r') ++loc;
+    while (*loc == ' ' || *loc == '\t' || *loc == '\f' || *loc == '\v' || *loc == '\r')
+      ++loc;
     curr_char_loc = loc;
     bool digraph = loc[0] == '%' && loc[1] == ':' && alternative_tokens_allowed;
     bool first_column_fits = !pcc_preprocessing_mode || loc == curr_source_line;
@@ -357,19 +362,17 @@ static bool skipped_directive_ends_skip(a_pp_directive_kind kind, int depth, boo
 {
   bool at_depth = pp_if_stack_depth == depth;
   switch (kind) {
-    case ppd_if:
-    case ppd_ifdef:
-    case ppd_ifndef:
-      curr_ise->guard_open_and_empty = false;
-      push_conditional();
-      return false;
-    case ppd_elif: return skipped_elif_is_taken(at_depth && may_revive);
-    case ppd_else: return else_is_allowed() && at_depth && may_revive;
-    case ppd_endif:
-      close_conditional();
-      return at_depth;
-    case ppd_unknown: report_unknown_skipped_directive(); break;
-    default: break;
+  case ppd_if:
+  case ppd_ifdef:
+  case ppd_ifndef:
+    curr_ise->guard_open_and_empty = false;
+    push_conditional();
+    return false;
+  case ppd_elif: return skipped_elif_is_taken(at_depth && may_revive);
+  case ppd_else: return else_is_allowed() && at_depth && may_revive;
+  case ppd_endif: close_conditional(); return at_depth;
+  case ppd_unknown: report_unknown_skipped_directive(); break;
+  default: break;
   }
   curr_ise->guard_open_and_empty = false;
   return false;

@@ -111,8 +111,8 @@ static bool replace_stdarg_header(const char *name)
   if (!pass_stdarg_references_to_generated_code) return false;
   bool is_cstdarg = C_dialect == 2 && strcmp(name, "cstdarg") == 0;
   if (strcmp(name, "stdarg.h") != 0 && !is_cstdarg) return false;
-  bool declared = preproc_hooks.builtin_va_list_is_declared != nullptr
-                  && preproc_hooks.builtin_va_list_is_declared();
+  bool declared = preproc_hooks.builtin_va_list_is_declared != nullptr &&
+                  preproc_hooks.builtin_va_list_is_declared();
   if (!declared) {
     enter_stdarg_name(tok_va_start, "va_start");
     enter_stdarg_name(tok_va_arg, "va_arg");
@@ -144,7 +144,8 @@ void proc_include(bool is_next)
   flush_extra_tokens();
   no_token_separators_in_this_line_of_pp_output = true;
   if (replace_stdarg_header(name)) return;
-  bool failure_is_not_fatal = do_preprocessing_only && (!generate_pp_output || gcc_mode || gpp_mode);
+  bool failure_is_not_fatal =
+      do_preprocessing_only && (!generate_pp_output || gcc_mode || gpp_mode);
   error_position = position;
   open_file_and_push_input_stack(name, true, true, angle_bracket, false, false, is_next,
                                  failure_is_not_fatal);

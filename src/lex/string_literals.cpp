@@ -67,7 +67,8 @@ static an_error_code fit_value(a_char_conversion_state *state, unsigned long *va
   }
   a_source_position position;
   conv_line_loc_to_source_pos(state->fault_loc, &position);
-  an_error_severity severity = strict_ansi_mode && C_dialect != 2 ? strict_ansi_error_severity : es_warning;
+  an_error_severity severity =
+      strict_ansi_mode && C_dialect != 2 ? strict_ansi_error_severity : es_warning;
   pos_diagnostic(severity, ec_bad_character_value, position);
   *value &= mask;
   return ec_no_error;
@@ -94,7 +95,7 @@ static an_error_code conv_hex_escape(a_char_conversion_state *state, unsigned lo
   *value = result;
   if (overflow && (result & ~mask) == 0) {
     an_error_severity severity =
-      strict_ansi_mode && C_dialect != 2 ? strict_ansi_error_severity : es_warning;
+        strict_ansi_mode && C_dialect != 2 ? strict_ansi_error_severity : es_warning;
     a_source_position position;
     conv_line_loc_to_source_pos(state->fault_loc, &position);
     pos_diagnostic(severity, ec_bad_character_value, position);
@@ -142,26 +143,27 @@ static an_error_code conv_universal_character(a_char_conversion_state *state, un
 static int simple_escape_value(char c)
 {
   switch (c) {
-    case 'a': return C_dialect == 1 ? -1 : 7;
-    case 'b': return 8;
-    case 'f': return 12;
-    case 'n': return 10;
-    case 'r': return 13;
-    case 't': return 9;
-    case 'v': return 11;
-    case 'e':
-    case 'E': return in_gnu_mode() ? 27 : -1;
-    case '\'':
-    case '"':
-    case '?':
-    case '\\': return c;
-    default: return -1;
+  case 'a': return C_dialect == 1 ? -1 : 7;
+  case 'b': return 8;
+  case 'f': return 12;
+  case 'n': return 10;
+  case 'r': return 13;
+  case 't': return 9;
+  case 'v': return 11;
+  case 'e':
+  case 'E': return in_gnu_mode() ? 27 : -1;
+  case '\'':
+  case '"':
+  case '?':
+  case '\\': return c;
+  default: return -1;
   }
 }
 
 static void report_unknown_escape(a_char_conversion_state *state)
 {
-  if (check_misra_c_2004 && misra_c_2004_generate_diagnostic(ec_misra_c_2004_4_1, misra_required_severity)) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_4_1, misra_required_severity)) {
     a_source_position position;
     conv_line_loc_to_source_pos(state->fault_loc, &position);
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_1, position);
@@ -226,7 +228,7 @@ an_error_code conv_single_char(a_char_conversion_state *state, bool process_esca
   if (*loc == '\\' && process_escapes) {
     return conv_escape(state, result, mask, narrow);
   }
-  if (*loc == 0) {  // lesc_null_char
+  if (*loc == 0) { // lesc_null_char
     *result = 0;
     *state->loc = loc + 2;
     return ec_no_error;
@@ -247,20 +249,20 @@ an_error_code conv_single_char(a_char_conversion_state *state, bool process_esca
 static a_char_kind char_kind_of_prefix(char c)
 {
   switch (c) {
-    case 'L': return chk_wchar_t;
-    case 'u': return chk_char16_t;
-    case 'U': return chk_char32_t;
-    default: return chk_char;
+  case 'L': return chk_wchar_t;
+  case 'u': return chk_char16_t;
+  case 'U': return chk_char32_t;
+  default: return chk_char;
   }
 }
 
 static unsigned element_size(a_char_kind kind)
 {
   switch (kind) {
-    case chk_wchar_t: return targ_sizeof_wchar_t;
-    case chk_char16_t: return targ_sizeof_char16_t;
-    case chk_char32_t: return targ_sizeof_char32_t;
-    default: return 1;
+  case chk_wchar_t: return targ_sizeof_wchar_t;
+  case chk_char16_t: return targ_sizeof_char16_t;
+  case chk_char32_t: return targ_sizeof_char32_t;
+  default: return 1;
   }
 }
 
@@ -294,10 +296,10 @@ static an_error_code take_wide_char(a_char_conversion_state *state, unsigned lon
 
 struct a_char_literal {
   a_char_kind kind;
-  unsigned width;      // bits of one character
+  unsigned width; // bits of one character
   bool is_signed;
   unsigned long mask;
-  unsigned count;      // characters converted
+  unsigned count; // characters converted
   unsigned long long value;
   an_error_code code;
   char *code_loc;
@@ -315,16 +317,16 @@ static void describe_char_literal(a_char_literal *literal)
   *literal = {};
   literal->kind = char_kind_of_prefix(*start_of_curr_token);
   switch (literal->kind) {
-    case chk_wchar_t:
-      literal->width = targ_sizeof_wchar_t * targ_char_bit;
-      literal->is_signed = int_kind_is_signed[targ_wchar_t_int_kind];
-      break;
-    case chk_char16_t: literal->width = 32; break;
-    case chk_char32_t: literal->width = targ_sizeof_char32_t * targ_char_bit; break;
-    default:
-      literal->width = targ_char_bit;
-      literal->is_signed = targ_has_signed_chars;
-      break;
+  case chk_wchar_t:
+    literal->width = targ_sizeof_wchar_t * targ_char_bit;
+    literal->is_signed = int_kind_is_signed[targ_wchar_t_int_kind];
+    break;
+  case chk_char16_t: literal->width = 32; break;
+  case chk_char32_t: literal->width = targ_sizeof_char32_t * targ_char_bit; break;
+  default:
+    literal->width = targ_char_bit;
+    literal->is_signed = targ_has_signed_chars;
+    break;
   }
   literal->mask = mask_of_bits(literal->width);
 }
@@ -392,11 +394,10 @@ static void check_char_count(a_char_literal *literal)
 static a_type *type_of_char_literal(const a_char_literal *literal)
 {
   switch (literal->kind) {
-    case chk_wchar_t: return eff_wchar_t_type();
-    case chk_char16_t: return eff_char16_t_type();
-    case chk_char32_t: return eff_char32_t_type();
-    default:
-      return integer_type(C_dialect == 2 && literal->count == 1 ? ik_char : ik_int);
+  case chk_wchar_t: return eff_wchar_t_type();
+  case chk_char16_t: return eff_char16_t_type();
+  case chk_char32_t: return eff_char32_t_type();
+  default: return integer_type(C_dialect == 2 && literal->count == 1 ? ik_char : ik_int);
   }
 }
 
@@ -456,7 +457,8 @@ static unsigned long get_element(const char *text, unsigned size)
 static unsigned long copy_plain_run(char *text, char *loc, const char *end)
 {
   char *from = loc;
-  while (loc < end && *loc != '\\' && *loc != 0 && (signed char)*loc > 0) ++loc;
+  while (loc < end && *loc != '\\' && *loc != 0 && (signed char)*loc > 0)
+    ++loc;
   memcpy(text, from, (size_t)(loc - from));
   return (unsigned long)(loc - from);
 }
@@ -549,18 +551,19 @@ void widen_string_literal(a_constant *constant)
 bool another_string_may_follow()
 {
   const char *loc = curr_char_loc;
-  while (*loc == ' ' || *loc == '\t') ++loc;
+  while (*loc == ' ' || *loc == '\t')
+    ++loc;
   switch (*loc) {
-    case ')':
-    case ',':
-    case ';':
-    case '}':
-    case ']':
-    case ':':
-    case '[':
-    case '+':
-    case '=': return any_initial_get_token_tests_needed;
-    default: return true;
+  case ')':
+  case ',':
+  case ';':
+  case '}':
+  case ']':
+  case ':':
+  case '[':
+  case '+':
+  case '=': return any_initial_get_token_tests_needed;
+  default: return true;
   }
 }
 
@@ -568,7 +571,7 @@ bool another_string_may_follow()
 struct a_concatenation {
   a_char_kind kind;
   unsigned pieces;
-  bool is_mixed;  // wide strings of different kinds
+  bool is_mixed; // wide strings of different kinds
 };
 
 static bool is_empty_error_string(const a_constant *constant)
@@ -627,14 +630,16 @@ static bool sum_of_pieces(a_token_cache *cache, uint64_t *count)
 static void make_first_constant_error(a_token_cache *cache)
 {
   a_cached_token *token = cache->first;
-  while (token->extra_kind != cte_constant) token = token->next;
+  while (token->extra_kind != cte_constant)
+    token = token->next;
   set_error_constant(constant_of_cached_token(token));
 }
 
 void concat_string_literals(a_token_cache *cache, a_char_kind kind)
 {
   a_cached_token *first = cache->first;
-  while (first->extra_kind != cte_constant) first = first->next;
+  while (first->extra_kind != cte_constant)
+    first = first->next;
   a_constant *result = constant_of_cached_token(first);
   uint64_t count;
   if (!sum_of_pieces(cache, &count)) {
@@ -662,8 +667,8 @@ void concat_string_literals(a_token_cache *cache, a_char_kind kind)
 static bool curr_token_counts_as_string(bool allow_function_names)
 {
   if (curr_token == tok_string_literal) return true;
-  return allow_function_names && token_is_function_name_string_literal_hook != nullptr
-         && token_is_function_name_string_literal_hook();
+  return allow_function_names && token_is_function_name_string_literal_hook != nullptr &&
+         token_is_function_name_string_literal_hook();
 }
 
 void concat_adjacent_string_literals(bool allow_function_names)

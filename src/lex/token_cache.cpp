@@ -35,9 +35,9 @@ static a_lexical_state_stack_entry *avail_lexical_states;
 
 static inline void update_pending_flag()
 {
-  any_initial_get_token_tests_needed = cached_tokens_to_deliver != nullptr
-                                       || reusable_cache_stack != nullptr
-                                       || curr_token_pragmas != nullptr;
+  any_initial_get_token_tests_needed = cached_tokens_to_deliver != nullptr ||
+                                       reusable_cache_stack != nullptr ||
+                                       curr_token_pragmas != nullptr;
 }
 
 void deliver_first(a_token_cache *cache)
@@ -63,20 +63,18 @@ static void make_cached_token_current(a_cached_token *token)
   curr_token_is_inert_macro = curr_token_is_temporarily_inert_macro = false;
   kind_of_white_space_skipped = 0;
   switch (token->extra_kind) {
-    case cte_identifier: locator_for_curr_id = token->variant.locator; return;
-    case cte_constant:
-      copy_constant(constant_of_cached_token(token), &const_for_curr_token);
-      return;
-    case cte_pp_text:
-      start_of_curr_token = token->variant.text.start;
-      end_of_curr_token = token->variant.text.end;
-      len_of_curr_token = (unsigned)(end_of_curr_token - start_of_curr_token + 1);
-      return;
-    case cte_asm_string: curr_token_asm_string = token->variant.asm_string; return;
-    case cte_plain:
-    case cte_removed_text: return;
-    case cte_pragma_list:
-    case cte_stop_marker: break;
+  case cte_identifier: locator_for_curr_id = token->variant.locator; return;
+  case cte_constant: copy_constant(constant_of_cached_token(token), &const_for_curr_token); return;
+  case cte_pp_text:
+    start_of_curr_token = token->variant.text.start;
+    end_of_curr_token = token->variant.text.end;
+    len_of_curr_token = (unsigned)(end_of_curr_token - start_of_curr_token + 1);
+    return;
+  case cte_asm_string: curr_token_asm_string = token->variant.asm_string; return;
+  case cte_plain:
+  case cte_removed_text: return;
+  case cte_pragma_list:
+  case cte_stop_marker: break;
   }
   unexpected_kind("cached token");
 }
@@ -84,7 +82,8 @@ static void make_cached_token_current(a_cached_token *token)
 static void append_pragmas(a_pending_pragma *list)
 {
   a_pending_pragma **link = &curr_token_pragmas;
-  while (*link != nullptr) link = &(*link)->next;
+  while (*link != nullptr)
+    link = &(*link)->next;
   *link = list;
 }
 
@@ -92,7 +91,8 @@ static void append_pragmas(a_pending_pragma *list)
 static void drop_pp_text_tokens()
 {
   bool dropped = false;
-  while (cached_tokens_to_deliver != nullptr && cached_tokens_to_deliver->extra_kind == cte_pp_text) {
+  while (cached_tokens_to_deliver != nullptr &&
+         cached_tokens_to_deliver->extra_kind == cte_pp_text) {
     a_cached_token *token = cached_tokens_to_deliver;
     cached_tokens_to_deliver = token->next;
     free_cached_token(token);
@@ -190,7 +190,8 @@ static void deliver_from_reusable_cache()
 
 bool deliver_pending_token()
 {
-  if (cached_tokens_to_deliver != nullptr && cached_tokens_to_deliver->extra_kind == cte_stop_marker) {
+  if (cached_tokens_to_deliver != nullptr &&
+      cached_tokens_to_deliver->extra_kind == cte_stop_marker) {
     return false;
   }
   if (curr_token_pragmas != nullptr && !fetch_pp_tokens && !in_preprocessing_directive) {
@@ -204,7 +205,8 @@ bool deliver_pending_token()
   update_pending_flag();
   if (!delivered) return false;
   if (curr_token == tok_string_literal && const_for_curr_token.kind == ck_string) {
-    string_of(&const_for_curr_token).string_literal_number = f_assign_string_literal_sequence_number();
+    string_of(&const_for_curr_token).string_literal_number =
+        f_assign_string_literal_sequence_number();
   }
   cache_new_token_if_wanted();
   return true;
@@ -279,7 +281,8 @@ void rescan_copy_of_cache(a_token_cache *cache)
 
 void update_reusable_cache_rescan_location(a_cached_token *token)
 {
-  while (cached_tokens_to_deliver != nullptr) get_token();
+  while (cached_tokens_to_deliver != nullptr)
+    get_token();
   reusable_cache_stack->next_token = token;
   any_initial_get_token_tests_needed = true;
   get_token();
@@ -329,7 +332,8 @@ void wrapup_rescan_of_pragma_tokens(bool suppress_extra_token_error)
   if (curr_token != tok_end_of_source && !suppress_extra_token_error) {
     pos_error(ec_extra_text_in_pp_directive, pos_curr_token);
   }
-  while (curr_token != tok_end_of_source) get_token();
+  while (curr_token != tok_end_of_source)
+    get_token();
   fetch_pp_tokens = curr_lexical_state_stack_entry->saved_fetch_pp_tokens;
   get_token();
   if (token_cache_hooks.pop_pragma_scope != nullptr) token_cache_hooks.pop_pragma_scope();
@@ -501,10 +505,13 @@ struct a_saved_source_line {
 
 static void save_source_line(a_saved_source_line *saved)
 {
-  *saved = {curr_source_line, after_end_of_curr_source_line, curr_char_loc, delete_source_from_loc,
-            source_line_modif_list, logical_char_info_entries_used, fixed_position,
-            no_modifs_in_curr_line, fixed_position_in_use, treat_newline_as_token,
-            caching_tokens, expand_macros, token_seen_on_line};
+  *saved = {curr_source_line,       after_end_of_curr_source_line,
+            curr_char_loc,          delete_source_from_loc,
+            source_line_modif_list, logical_char_info_entries_used,
+            fixed_position,         no_modifs_in_curr_line,
+            fixed_position_in_use,  treat_newline_as_token,
+            caching_tokens,         expand_macros,
+            token_seen_on_line};
 }
 
 static void restore_source_line(const a_saved_source_line *saved)
@@ -568,7 +575,8 @@ void insert_string_into_token_stream(const char *text, unsigned length, bool exp
   token_seen_on_line = false;
   push_stop_marker();
   any_initial_get_token_tests_needed = true;
-  while (get_token() != tok_newline && curr_token != tok_end_of_source) cache_curr_token(&tokens);
+  while (get_token() != tok_newline && curr_token != tok_end_of_source)
+    cache_curr_token(&tokens);
   pop_stop_marker();
   restore_source_line(&saved);
   free_general(line, length + 4);

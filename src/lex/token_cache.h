@@ -10,7 +10,7 @@ struct a_token_cache {
   unsigned reserved_word;
   a_cached_token *first;
   a_cached_token *last;
-  bool reusable;  // is replayed without being consumed
+  bool reusable; // is replayed without being consumed
 };
 
 struct a_reusable_cache_rescan;
@@ -24,12 +24,12 @@ extern bool caching_tokens;
 
 struct a_lexical_state_stack_entry {
   a_lexical_state_stack_entry *next;
-  int caching_count;  // while positive, get_token stores every new token in `cache`
+  int caching_count; // while positive, get_token stores every new token in `cache`
   unsigned last_cached_sequence_number;
   a_source_position saved_error_position;
   a_token_cache cache;
   bool saved_caching_tokens;
-  bool saved_fetch_pp_tokens;  // by begin_rescan_of_pragma_tokens
+  bool saved_fetch_pp_tokens; // by begin_rescan_of_pragma_tokens
 };
 extern a_lexical_state_stack_entry *curr_lexical_state_stack_entry;
 
@@ -128,23 +128,23 @@ void end_caching_fetched_tokens();
 // Names.  In C++ a whole qualified name becomes one identifier token; in C nothing changes.
 
 enum a_generalized_id_flag : unsigned {
-  gid_caching = 0x1,                         // the tokens are being stored: no errors about the name yet
-  gid_no_qualifier = 0x4,                    // 285
-  gid_no_global_qualifier = 0x8,             // 283
-  gid_no_operator_name = 0x10,               // 504
+  gid_caching = 0x1,             // the tokens are being stored: no errors about the name yet
+  gid_no_qualifier = 0x4,        // 285
+  gid_no_global_qualifier = 0x8, // 283
+  gid_no_operator_name = 0x10,   // 504
   gid_destructor_name_allowed = 0x20,
-  gid_no_period_qualifier = 0x200,           // not the "." of cfront 2.1
+  gid_no_period_qualifier = 0x200, // not the "." of cfront 2.1
   gid_in_declaration = 0x400,
-  gid_no_partial_specialization = 0x2000,    // 794
+  gid_no_partial_specialization = 0x2000, // 794
   gid_expression_start = 0x4000,
-  gid_must_be_qualifier = 0x20000,           // 1000
+  gid_must_be_qualifier = 0x20000, // 1000
   gid_no_diagnostics = 0x80000,
 };
 
 // What the parser installs: qualified names, template names and the scope of a pragma's operands.
 struct a_token_cache_hooks {
   bool (*is_generalized_identifier_start)(unsigned flags, a_type *scope_hint);
-  bool (*is_template_name)(a_symbol_header *header);  // of the current identifier
+  bool (*is_template_name)(a_symbol_header *header); // of the current identifier
   void (*push_pragma_scope)();
   void (*pop_pragma_scope)();
   // The text kept for a removed default argument or body.

@@ -18,7 +18,7 @@
 
 struct a_constant_copy {
   a_constant constant;
-  a_constant_copy *next;  // on the free list; the constant stays intact in use
+  a_constant_copy *next; // on the free list; the constant stays intact in use
 };
 
 static a_cached_token *avail_cached_tokens;
@@ -133,7 +133,8 @@ static void make_copy_of_token_string(a_cached_token *token)
 
 static void store_pp_token(a_cached_token *token)
 {
-  if (start_of_curr_token == nullptr || curr_token == tok_newline || curr_token == tok_end_of_source) {
+  if (start_of_curr_token == nullptr || curr_token == tok_newline ||
+      curr_token == tok_end_of_source) {
     return;
   }
   make_copy_of_token_string(token);
@@ -142,26 +143,26 @@ static void store_pp_token(a_cached_token *token)
 static void store_extra(a_cached_token *token)
 {
   switch (curr_token) {
-    case tok_identifier:
-    case tok_ptr_to_member:
-      token->extra_kind = cte_identifier;
-      token->variant.locator = locator_for_curr_id;
-      break;
-    case tok_float_constant:
-    case tok_fixed_point_constant:
-    case tok_int_constant:
-    case tok_char_constant:
-    case tok_string_literal:
-    case tok_false:
-    case tok_true:
-      token->extra_kind = cte_constant;
-      token->variant.constant = alloc_constant_copy(&const_for_curr_token);
-      break;
-    case tok_gnu_asm:
-      token->extra_kind = cte_asm_string;
-      token->variant.asm_string = curr_token_asm_string;
-      break;
-    default: break;
+  case tok_identifier:
+  case tok_ptr_to_member:
+    token->extra_kind = cte_identifier;
+    token->variant.locator = locator_for_curr_id;
+    break;
+  case tok_float_constant:
+  case tok_fixed_point_constant:
+  case tok_int_constant:
+  case tok_char_constant:
+  case tok_string_literal:
+  case tok_false:
+  case tok_true:
+    token->extra_kind = cte_constant;
+    token->variant.constant = alloc_constant_copy(&const_for_curr_token);
+    break;
+  case tok_gnu_asm:
+    token->extra_kind = cte_asm_string;
+    token->variant.asm_string = curr_token_asm_string;
+    break;
+  default: break;
   }
 }
 
@@ -209,7 +210,8 @@ void remove_token_from_cache(a_cached_token *token, a_cached_token **link_to_tok
   *link_to_token = token->next;
   if (cache->last == token) {
     a_cached_token *last = cache->first;
-    while (last != nullptr && last->next != nullptr) last = last->next;
+    while (last != nullptr && last->next != nullptr)
+      last = last->next;
     cache->last = last;
   }
   token->next = nullptr;
@@ -218,7 +220,8 @@ void remove_token_from_cache(a_cached_token *token, a_cached_token **link_to_tok
 void remove_cache_terminator(a_token_cache *cache)
 {
   a_cached_token **link = &cache->first;
-  while (*link != nullptr && (*link)->next != nullptr) link = &(*link)->next;
+  while (*link != nullptr && (*link)->next != nullptr)
+    link = &(*link)->next;
   a_cached_token *last = *link;
   if (last == nullptr || last->kind != tok_end_of_source) return;
   remove_token_from_cache(last, link, cache);
@@ -268,8 +271,8 @@ void move_cached_tokens(a_cached_token *first, a_token_cache *from, a_token_cach
 void split_token_cache(a_token_cache *cache, a_token_cache *rest, unsigned sequence_number,
                        bool keep_previous, bool ignore_if_not_found, bool move_rescan)
 {
-  a_cached_token *before = nullptr;       // last entry of the front part
-  a_cached_token *before_real = nullptr;  // entry in front of the real token before the place
+  a_cached_token *before = nullptr;      // last entry of the front part
+  a_cached_token *before_real = nullptr; // entry in front of the real token before the place
   a_cached_token *token = cache->first;
   a_cached_token *previous = nullptr, *previous_of_real = nullptr;
   for (; token != nullptr; previous = token, token = token->next) {
@@ -348,8 +351,8 @@ void split_right_shift_token()
   curr_token = tok_gt;
   a_lexical_state_stack_entry *entry = curr_lexical_state_stack_entry;
   a_cached_token *stored = entry->cache.last;
-  if (entry->caching_count > 0 && stored != nullptr
-      && stored->sequence_number == curr_token_sequence_number) {
+  if (entry->caching_count > 0 && stored != nullptr &&
+      stored->sequence_number == curr_token_sequence_number) {
     stored->kind = tok_gt;
   }
   a_token_cache cache;
@@ -374,10 +377,10 @@ static void store_in(a_token_cache *cache)
 static a_token_kind closing_kind(a_token_kind opening)
 {
   switch (opening) {
-    case tok_lparen: return tok_rparen;
-    case tok_lbracket: return tok_rbracket;
-    case tok_lbrace: return tok_rbrace;
-    default: return tok_gt;
+  case tok_lparen: return tok_rparen;
+  case tok_lbracket: return tok_rbracket;
+  case tok_lbrace: return tok_rbrace;
+  default: return tok_gt;
   }
 }
 
@@ -398,23 +401,30 @@ static void coalesce_curr_identifier(unsigned flags)
 // Counters of the three kinds of brackets inside a stretch.
 struct a_bracket_count {
   int parens, brackets, braces;
-  bool none_open() const { return parens == 0 && brackets == 0 && braces == 0; }
+  bool none_open() const
+  {
+    return parens == 0 && brackets == 0 && braces == 0;
+  }
 };
 
 // Counts the current token; false at a "}" that closes nothing.
 static bool count_bracket(a_bracket_count *count)
 {
   switch (curr_token) {
-    case tok_lparen: ++count->parens; break;
-    case tok_rparen: if (count->parens > 0) --count->parens; break;
-    case tok_lbracket: ++count->brackets; break;
-    case tok_rbracket: if (count->brackets > 0) --count->brackets; break;
-    case tok_lbrace: ++count->braces; break;
-    case tok_rbrace:
-      if (count->braces == 0) return false;
-      --count->braces;
-      break;
-    default: break;
+  case tok_lparen: ++count->parens; break;
+  case tok_rparen:
+    if (count->parens > 0) --count->parens;
+    break;
+  case tok_lbracket: ++count->brackets; break;
+  case tok_rbracket:
+    if (count->brackets > 0) --count->brackets;
+    break;
+  case tok_lbrace: ++count->braces; break;
+  case tok_rbrace:
+    if (count->braces == 0) return false;
+    --count->braces;
+    break;
+  default: break;
   }
   return true;
 }
@@ -426,8 +436,8 @@ bool cache_token_stream_until_matching_token(a_token_cache *cache, bool coalesce
   store_in(cache);
   get_token();
   while (curr_token != tok_end_of_source) {
-    if (closing == tok_gt && curr_token == tok_shift_right && right_shift_can_be_angle_brackets
-        && count.none_open()) {
+    if (closing == tok_gt && curr_token == tok_shift_right && right_shift_can_be_angle_brackets &&
+        count.none_open()) {
       split_right_shift_token();
     }
     if (curr_token == closing && count.none_open()) return false;
@@ -458,12 +468,12 @@ void cache_std_attribute(a_token_cache *cache, bool do_cache)
 static bool template_brackets_follow(a_token_kind kind)
 {
   switch (kind) {
-    case tok_const_cast:
-    case tok_dynamic_cast:
-    case tok_reinterpret_cast:
-    case tok_static_cast:
-    case tok_template: return true;
-    default: return false;
+  case tok_const_cast:
+  case tok_dynamic_cast:
+  case tok_reinterpret_cast:
+  case tok_static_cast:
+  case tok_template: return true;
+  default: return false;
   }
 }
 
@@ -474,8 +484,8 @@ static void cache_stream(a_token_cache *cache, const unsigned char *stop_counts,
   while (curr_token != tok_end_of_source && stop_counts[curr_token] == 0) {
     if (coalesce) coalesce_curr_identifier(flags);
     flags = gid_caching | gid_expression_start;
-    bool nested = curr_token == tok_lparen || curr_token == tok_lbracket || curr_token == tok_lbrace
-                  || (curr_token == tok_lt && brackets_expected);
+    bool nested = curr_token == tok_lparen || curr_token == tok_lbracket ||
+                  curr_token == tok_lbrace || (curr_token == tok_lt && brackets_expected);
     brackets_expected = template_brackets_follow(curr_token);
     if (at_std_attribute()) {
       cache_std_attribute(cache, cache != nullptr);
@@ -530,8 +540,7 @@ void cache_token_stream(a_token_cache *cache, const unsigned char *stop_counts)
   cache_token_stream_with_coalesce_flag(cache, stop_counts, false);
 }
 
-void cache_token_stream_coalesce_identifiers(a_token_cache *cache,
-                                             const unsigned char *stop_counts)
+void cache_token_stream_coalesce_identifiers(a_token_cache *cache, const unsigned char *stop_counts)
 {
   cache_token_stream_with_coalesce_flag(cache, stop_counts, true);
 }
@@ -641,8 +650,8 @@ bool cache_function_body(a_token_cache *cache, bool allow_base_init, bool *error
   *first_seq = curr_token_sequence_number;
   *start_pos = pos_curr_token;
   if (curr_token == tok_assign) return cache_special_body(&body);
-  if (curr_token != tok_lbrace && curr_token != tok_try
-      && !(curr_token == tok_colon && allow_base_init)) {
+  if (curr_token != tok_lbrace && curr_token != tok_try &&
+      !(curr_token == tok_colon && allow_base_init)) {
     return false;
   }
   bool is_try = curr_token == tok_try;

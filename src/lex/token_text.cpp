@@ -53,12 +53,12 @@ static const char *text_of_token_kind(a_token_kind kind)
 {
   if (gcc_mode || gpp_mode) {
     switch (kind) {
-      case tok_gnu_asm: return "__asm__";
-      case tok_va_start: return "__builtin_va_start";
-      case tok_va_arg: return "__builtin_va_arg";
-      case tok_va_end: return "__builtin_va_end";
-      case tok_va_copy: return "__builtin_va_copy";
-      default: break;
+    case tok_gnu_asm: return "__asm__";
+    case tok_va_start: return "__builtin_va_start";
+    case tok_va_arg: return "__builtin_va_arg";
+    case tok_va_end: return "__builtin_va_end";
+    case tok_va_copy: return "__builtin_va_copy";
+    default: break;
     }
   }
   return token_names[kind];
@@ -74,10 +74,12 @@ static void reproduce_gap(const a_cached_token *token)
   a_seq_number line = end_of_previous_token.seq;
   unsigned column = end_of_previous_token.column + 1;
   if (token->position.seq > line) {
-    for (; line < token->position.seq; ++line) add_char_to_text_buffer(temp_text_buffer, '\n');
+    for (; line < token->position.seq; ++line)
+      add_char_to_text_buffer(temp_text_buffer, '\n');
     column = 1;
   }
-  for (; column < token->position.column; ++column) add_char_to_text_buffer(temp_text_buffer, ' ');
+  for (; column < token->position.column; ++column)
+    add_char_to_text_buffer(temp_text_buffer, ' ');
 }
 
 static void put_gap(const a_cached_token *token)
@@ -87,8 +89,8 @@ static void put_gap(const a_cached_token *token)
     reproduce_gap(token);
     return;
   }
-  bool adjacent = token->position.seq == end_of_previous_token.seq
-                  && token->position.column == end_of_previous_token.column + 1;
+  bool adjacent = token->position.seq == end_of_previous_token.seq &&
+                  token->position.column == end_of_previous_token.column + 1;
   if (!adjacent) add_char_to_text_buffer(temp_text_buffer, ' ');
 }
 
@@ -97,21 +99,21 @@ static void put_token(a_cached_token *token)
   put_gap(token);
   end_of_previous_token = token->end_position;
   switch (token->extra_kind) {
-    case cte_identifier: put_text(locator_of_cached_token(token).header->identifier); return;
-    case cte_constant: put_constant(constant_of_cached_token(token)); return;
-    case cte_pp_text:
-      add_to_text_buffer(temp_text_buffer, token->variant.text.start,
-                         (size_t)(token->variant.text.end - token->variant.text.start + 1));
-      return;
-    case cte_asm_string:
-      put_text(text_of_token_kind(token->kind));
-      add_char_to_text_buffer(temp_text_buffer, ' ');
-      if (token->variant.asm_string != nullptr) put_text(token->variant.asm_string);
-      return;
-    case cte_plain:
-    case cte_removed_text: put_text(text_of_token_kind(token->kind)); return;
-    case cte_pragma_list:
-    case cte_stop_marker: return;
+  case cte_identifier: put_text(locator_of_cached_token(token).header->identifier); return;
+  case cte_constant: put_constant(constant_of_cached_token(token)); return;
+  case cte_pp_text:
+    add_to_text_buffer(temp_text_buffer, token->variant.text.start,
+                       (size_t)(token->variant.text.end - token->variant.text.start + 1));
+    return;
+  case cte_asm_string:
+    put_text(text_of_token_kind(token->kind));
+    add_char_to_text_buffer(temp_text_buffer, ' ');
+    if (token->variant.asm_string != nullptr) put_text(token->variant.asm_string);
+    return;
+  case cte_plain:
+  case cte_removed_text: put_text(text_of_token_kind(token->kind)); return;
+  case cte_pragma_list:
+  case cte_stop_marker: return;
   }
 }
 
@@ -185,8 +187,8 @@ const char *il_string_for_curr_token()
   if (curr_token == tok_identifier && !fetch_pp_tokens) {
     return locator_for_curr_id.header->identifier;
   }
-  if (curr_token == tok_error || curr_token == tok_removed_default_arg
-      || curr_token == tok_removed_template_body) {
+  if (curr_token == tok_error || curr_token == tok_removed_default_arg ||
+      curr_token == tok_removed_template_body) {
     return "<placeholder error token>";
   }
   a_token_cache cache;

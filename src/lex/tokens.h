@@ -7,7 +7,7 @@ enum a_token_kind : unsigned short {
   tok_last
 };
 static_assert(tok_lbracket == 17 && tok_auto == 67 && tok_colon_colon == 144 && tok_false == 175 &&
-                tok_nullptr == 224,
+                  tok_nullptr == 224,
               "rows of tokens.def are numbered by their place");
 
 // Text of each kind, as messages print it; indexed by a_token_kind.

@@ -17,7 +17,8 @@
 
 static void append_pragmas(a_pending_pragma **list, a_pending_pragma *pragmas)
 {
-  while (*list != nullptr) list = &(*list)->next;
+  while (*list != nullptr)
+    list = &(*list)->next;
   *list = pragmas;
 }
 
@@ -37,9 +38,9 @@ static void complain(const a_pending_pragma *pragma, an_error_code code)
 static an_error_code misplacement_code(const a_pending_pragma *pragma)
 {
   switch (pragma->description->flags & (prf_declaration | prf_statement)) {
-    case prf_declaration: return ec_pragma_must_precede_declaration;
-    case prf_statement: return ec_pragma_must_precede_statement;
-    default: return ec_pragma_must_precede_decl_or_stmt;
+  case prf_declaration: return ec_pragma_must_precede_declaration;
+  case prf_statement: return ec_pragma_must_precede_statement;
+  default: return ec_pragma_must_precede_decl_or_stmt;
   }
 }
 
@@ -67,17 +68,17 @@ static bool il_at_file_scope(const a_pending_pragma *pragma)
 static bool process_token_pragma(a_pending_pragma *pragma)
 {
   switch (pragma->description->phase) {
-    case pragma_curr_construct: complain(pragma, misplacement_code(pragma)); return false;
-    case pragma_immediate:
-      if (pragma->already_processed) return false;
-      break;
-    case pragma_curr_token: break;
-    case pragma_end_of_scope:
-      if (depth_scope_stack < 0) return false;
-      append_pragmas(&top_scope()->pending_pragmas, pragma);
-      return true;
-    case pragma_no_phase:
-    case pragma_at_directive: return false;
+  case pragma_curr_construct: complain(pragma, misplacement_code(pragma)); return false;
+  case pragma_immediate:
+    if (pragma->already_processed) return false;
+    break;
+  case pragma_curr_token: break;
+  case pragma_end_of_scope:
+    if (depth_scope_stack < 0) return false;
+    append_pragmas(&top_scope()->pending_pragmas, pragma);
+    return true;
+  case pragma_no_phase:
+  case pragma_at_directive: return false;
   }
   if (is_added_to_il(pragma)) add_pragma_to_il(pragma, iek_none, nullptr, il_at_file_scope(pragma));
   call_handler(pragma, nullptr, nullptr);
@@ -124,8 +125,8 @@ bool select_curr_construct_pragmas(bool keep)
 static void bind_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_statement *statement)
 {
   unsigned char flags = pragma->description->flags;
-  bool fits = ((flags & prf_declaration) != 0 && symbol != nullptr)
-              || ((flags & prf_statement) != 0 && statement != nullptr);
+  bool fits = ((flags & prf_declaration) != 0 && symbol != nullptr) ||
+              ((flags & prf_statement) != 0 && statement != nullptr);
   if (!fits) {
     complain(pragma, flags & prf_declaration ? ec_pragma_must_precede_declaration
                                              : ec_pragma_must_precede_statement);
@@ -224,12 +225,12 @@ a_pending_pragma *extract_specific_pragmas(a_pragma_kind_tag kind, a_symbol *sym
 static bool scope_keeps_pragmas(a_scope_kind kind)
 {
   switch (kind) {
-    case sck_file:
-    case sck_namespace:
-    case sck_function:
-    case sck_block:
-    case sck_class: return true;
-    default: return false;
+  case sck_file:
+  case sck_namespace:
+  case sck_function:
+  case sck_block:
+  case sck_class: return true;
+  default: return false;
   }
 }
 
@@ -237,7 +238,8 @@ static int depth_of_pragma_scope(bool at_file_scope)
 {
   if (at_file_scope) return 0;
   int depth = depth_scope_stack;
-  while (depth > 0 && !scope_keeps_pragmas(scope_stack[depth].kind)) --depth;
+  while (depth > 0 && !scope_keeps_pragmas(scope_stack[depth].kind))
+    --depth;
   return depth;
 }
 
@@ -256,8 +258,8 @@ void add_pragma_to_il(a_pending_pragma *pragma, unsigned char entry_kind, char *
   record->entity = entry;
   record->is_bound = entry != nullptr;
   if (entry_kind == iek_statement) ((a_statement *)entry)->has_associated_pragma = true;
-  bool entity_at_file_scope = entry != nullptr && entry_kind != iek_statement
-                              && !((a_source_correspondence *)entry)->is_local;
+  bool entity_at_file_scope = entry != nullptr && entry_kind != iek_statement &&
+                              !((a_source_correspondence *)entry)->is_local;
   add_to_pragma_list(record, depth_of_pragma_scope(at_file_scope || entity_at_file_scope));
   pragma->il_pragma = record;
 }

@@ -72,10 +72,10 @@ static bool scan_stdc_pragma(an_stdc_pragma_kind *kind, an_stdc_pragma_state *se
 static void apply_stdc_setting(an_stdc_pragma_kind kind, an_stdc_pragma_state setting)
 {
   switch (kind) {
-    case stdck_fp_contract: curr_fp_contract_state = setting; break;
-    case stdck_fenv_access: curr_fenv_access_state = setting; break;
-    case stdck_cx_limited_range: curr_cx_limited_range_state = setting; break;
-    case stdck_none: break;
+  case stdck_fp_contract: curr_fp_contract_state = setting; break;
+  case stdck_fenv_access: curr_fenv_access_state = setting; break;
+  case stdck_cx_limited_range: curr_cx_limited_range_state = setting; break;
+  case stdck_none: break;
   }
 }
 

@@ -29,9 +29,9 @@ struct a_first_token {
 
 // The qualifier scanned so far.
 struct a_name_qualification {
-  bool is_global;        // a leading "::"
+  bool is_global; // a leading "::"
   bool is_qualified;
-  a_type *class_type;    // or
+  a_type *class_type; // or
   a_namespace *name_space;
 };
 
@@ -177,8 +177,8 @@ static void check_form_of_name(unsigned flags, bool *error_found)
     code = ec_global_qualifier_not_allowed;
   } else if ((flags & gid_no_qualifier) != 0 && (locator->qualifier_bits & qb_qualified) != 0) {
     code = ec_qualified_name_not_allowed;
-  } else if ((flags & gid_no_operator_name) != 0
-             && (locator->is_opname || locator->is_conversion_name)) {
+  } else if ((flags & gid_no_operator_name) != 0 &&
+             (locator->is_opname || locator->is_conversion_name)) {
     code = ec_operator_name_not_allowed;
   }
   if (code == ec_no_error) return;
@@ -216,7 +216,8 @@ a_symbol *coalesce_and_lookup_qualified_name(unsigned flags, unsigned lookup_mod
 
 static bool is_template_name_in_chain(a_symbol_header *header)
 {
-  for (a_symbol *symbol = header->active_symbols; symbol != nullptr; symbol = symbol->next_same_name) {
+  for (a_symbol *symbol = header->active_symbols; symbol != nullptr;
+       symbol = symbol->next_same_name) {
     if (symbol->kind == sk_class_template || symbol->kind == sk_function_template) return true;
   }
   return false;

@@ -101,18 +101,20 @@ TEST(FloatLiterals, RoundCorrectly)
   char number[80], value[80];
   for (int k = 0; k < 400; ++k) {
     int length = snprintf(number, sizeof number, "%llu.%llu", random() % 1000, random());
-    if (k % 3 == 0) length += snprintf(number + length, sizeof number - (size_t)length, "%llu", random());
+    if (k % 3 == 0)
+      length += snprintf(number + length, sizeof number - (size_t)length, "%llu", random());
     snprintf(number + length, sizeof number - (size_t)length, "e%d", (int)(random() % 600) - 300);
     snprintf(value, sizeof value, "%a", strtod(number, nullptr));
     text += std::string(number) + "\n";
     expected += std::string("float constant 1 ") + value + "\n";
   }
   // Half-way cases, the largest and the smallest values.
-  for (const char *edge : {"9007199254740993.0", "9007199254740993.00000000000000000000000000000001",
-                           "1.7976931348623157e308", "4.9406564584124654e-324",
-                           "2.2250738585072011e-308", "0.500000000000000166533453693773481063544750213623046875"}) {
+  for (const char *edge :
+       {"9007199254740993.0", "9007199254740993.00000000000000000000000000000001",
+        "1.7976931348623157e308", "4.9406564584124654e-324", "2.2250738585072011e-308",
+        "0.500000000000000166533453693773481063544750213623046875"}) {
     snprintf(value, sizeof value, "%a", strtod(edge, nullptr));
-    if (strtod(edge, nullptr) < 1e-307) continue;  // denormals are written differently
+    if (strtod(edge, nullptr) < 1e-307) continue; // denormals are written differently
     text += std::string(edge) + "\n";
     expected += std::string("float constant 1 ") + value + "\n";
   }
@@ -126,7 +128,8 @@ TEST(CharConstants, ArePackedAndSigned)
             "char constant int 24930\nchar constant int 1633837924\n"
             "char constant unsigned short 97\nchar constant int 65\nchar constant int 27\n");
   EXPECT_EQ(tokens("'\\377'", {"--unsigned_chars"}), "char constant int 255\n");
-  EXPECT_NE(messages("'abcde'", {"--c99", "--strict"}).find("too many characters"), std::string::npos);
+  EXPECT_NE(messages("'abcde'", {"--c99", "--strict"}).find("too many characters"),
+            std::string::npos);
   EXPECT_NE(messages("'abcde'").find("leading character"), std::string::npos);
   EXPECT_NE(messages("''").find("at least one character"), std::string::npos);
   EXPECT_NE(messages("'\\q'").find("unrecognized character escape"), std::string::npos);
@@ -137,7 +140,8 @@ TEST(CharConstants, ArePackedAndSigned)
 TEST(Strings, AreConvertedElementByElement)
 {
   EXPECT_EQ(tokens("\"a\\n\\0\\101\" L\"ab\"+\"\"", {"--wchar_t_bits=16"}),
-            "string literal 1 61000a00000041006100620000" "00\n+\nstring literal 0 00\n");
+            "string literal 1 61000a00000041006100620000"
+            "00\n+\nstring literal 0 00\n");
   EXPECT_EQ(tokens("L\"a\"", {"--wchar_t_bits=32"}), "string literal 1 6100000000000000\n");
   EXPECT_EQ(tokens("\"\\x100\""), "string literal 0 0000\n");
 }
@@ -157,4 +161,4 @@ TEST(Strings, HoldUniversalCharacters)
   EXPECT_NE(messages("\"\\u12\"", {"--c99"}).find("incorrectly formed"), std::string::npos);
 }
 
-}  // namespace
+} // namespace

@@ -27,7 +27,8 @@ TEST(Scanner, TakesTheLongestPunctuator)
   EXPECT_EQ(tokens("a+++b"), "identifier a ++ + identifier b");
   EXPECT_EQ(tokens("<<=<<<>>=>>>->-----=...."), "<<= << < >>= >> > -> -- -- -= ... .");
   EXPECT_EQ(tokens("&&&=&|||=|^=^!=!===%=%*=*/=/"), "&& &= & || |= | ^= ^ != != == %= % *= * /= /");
-  EXPECT_EQ(tokens("a::b.*c->*d"), "identifier a : : identifier b . * identifier c -> * identifier d");
+  EXPECT_EQ(tokens("a::b.*c->*d"),
+            "identifier a : : identifier b . * identifier c -> * identifier d");
   EXPECT_EQ(tokens("a::b.*c->*d", {}, ".cpp"),
             "identifier a :: identifier b .* identifier c ->* identifier d");
 }
@@ -47,7 +48,8 @@ TEST(Scanner, JoinsSplicedTokensAndSkipsComments)
 TEST(Scanner, KnowsTheKeywordsOfTheDialect)
 {
   EXPECT_EQ(tokens("restrict inline typeof __typeof__ __inline__ class", {"--c99", "--no_gcc"}),
-            "restrict inline identifier typeof identifier __typeof__ identifier __inline__ identifier class");
+            "restrict inline identifier typeof identifier __typeof__ identifier __inline__ "
+            "identifier class");
   EXPECT_EQ(tokens("typeof __typeof__ __inline__ __const asm __asm__"),
             "__typeof__ __typeof__ inline const asm __asm");
   EXPECT_EQ(tokens("const signed void", {"-K"}), "identifier const identifier signed void");
@@ -56,8 +58,7 @@ TEST(Scanner, KnowsTheKeywordsOfTheDialect)
 
 TEST(Scanner, GivesOneNameToOneSpelling)
 {
-  EXPECT_EQ(tokens("\\u00c4b \\U000000C4b", {"--c99"}),
-            "identifier \\u00c4b identifier \\u00c4b");
+  EXPECT_EQ(tokens("\\u00c4b \\U000000C4b", {"--c99"}), "identifier \\u00c4b identifier \\u00c4b");
 }
 
 TEST(Scanner, ReportsWhatIsNoToken)
@@ -100,4 +101,4 @@ TEST(Directives, EvaluateInTheWidestType)
             "identifier yes");
 }
 
-}  // namespace
+} // namespace

@@ -34,17 +34,17 @@ std::string text_of_string(const a_constant &constant)
 std::string text_of_constant(const a_constant &constant)
 {
   switch (constant.kind) {
-    case ck_integer: {
-      an_integer_kind kind = constant.type->variant.integer.int_kind;
-      return std::string(int_kind_name_full(kind)) + " " + str_for_integer_constant(&constant);
-    }
-    case ck_float: {
-      a_float_kind kind = float_kind_of_type(constant.type);
-      return std::to_string(kind) + " " + fp_to_string(kind, &constant.variant.floating);
-    }
-    case ck_complex: return "complex";
-    case ck_string: return text_of_string(constant);
-    default: return "error";
+  case ck_integer: {
+    an_integer_kind kind = constant.type->variant.integer.int_kind;
+    return std::string(int_kind_name_full(kind)) + " " + str_for_integer_constant(&constant);
+  }
+  case ck_float: {
+    a_float_kind kind = float_kind_of_type(constant.type);
+    return std::to_string(kind) + " " + fp_to_string(kind, &constant.variant.floating);
+  }
+  case ck_complex: return "complex";
+  case ck_string: return text_of_string(constant);
+  default: return "error";
   }
 }
 
@@ -52,13 +52,12 @@ std::string text_of_token()
 {
   std::string text = token_names[curr_token];
   switch (curr_token) {
-    case tok_identifier:
-      return text + " " + locator_for_curr_id.header->identifier;
-    case tok_int_constant:
-    case tok_char_constant:
-    case tok_float_constant:
-    case tok_string_literal: return text + " " + text_of_constant(const_for_curr_token);
-    default: return text;
+  case tok_identifier: return text + " " + locator_for_curr_id.header->identifier;
+  case tok_int_constant:
+  case tok_char_constant:
+  case tok_float_constant:
+  case tok_string_literal: return text + " " + text_of_constant(const_for_curr_token);
+  default: return text;
   }
 }
 
@@ -67,7 +66,8 @@ std::string text_of_token()
                             FILE *tokens, FILE *messages)
 {
   std::vector<char *> arguments{const_cast<char *>("rvparse")};
-  for (const std::string &option : options) arguments.push_back(const_cast<char *>(option.c_str()));
+  for (const std::string &option : options)
+    arguments.push_back(const_cast<char *>(option.c_str()));
   arguments.push_back(const_cast<char *>(file.c_str()));
   f_error = messages;
   fe_early_init();
@@ -97,12 +97,13 @@ std::string contents(FILE *file)
 {
   std::string text;
   rewind(file);
-  for (int c = getc(file); c != EOF; c = getc(file)) text += (char)c;
+  for (int c = getc(file); c != EOF; c = getc(file))
+    text += (char)c;
   fclose(file);
   return text;
 }
 
-}  // namespace
+} // namespace
 
 a_token_dump dump_tokens(const std::string &text, const std::vector<std::string> &options,
                          const char *suffix)

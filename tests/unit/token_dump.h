@@ -5,8 +5,8 @@
 #include <vector>
 
 struct a_token_dump {
-  std::string tokens;    // "int constant int 42", "identifier x", ...
-  std::string messages;  // as on the error stream
+  std::string tokens;   // "int constant int 42", "identifier x", ...
+  std::string messages; // as on the error stream
 };
 
 // Scans `text` as a file ending in `suffix` under the options.
