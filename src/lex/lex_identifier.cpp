@@ -7,7 +7,6 @@
 #include <cstring>
 #include <cwctype>
 
-#include "driver/fe_init.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
 #include "driver/target.h"

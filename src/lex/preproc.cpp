@@ -9,7 +9,6 @@
 #include <cstring>
 
 #include "driver/flags.h"
-#include "driver/trans_unit.h"
 #include "errors/error.h"
 #include "il/il_alloc.h"
 #include "il/il_entities.h"

@@ -48,7 +48,9 @@ std::string text_of_constant(const a_constant &constant)
   }
 }
 
-std::string text_of_token()
+}  // namespace
+
+std::string text_of_curr_token()
 {
   std::string text = token_names[curr_token];
   switch (curr_token) {
@@ -61,9 +63,12 @@ std::string text_of_token()
   }
 }
 
+namespace
+{
+
 // In the child: the pipeline up to the parser, whose place the loop takes.
 [[noreturn]] void scan_file(const std::vector<std::string> &options, const std::string &file,
-                            FILE *tokens, FILE *messages)
+                            FILE *tokens, FILE *messages, void (*steps)(FILE *))
 {
   std::vector<char *> arguments{const_cast<char *>("rvparse")};
   for (const std::string &option : options)
@@ -84,11 +89,9 @@ std::string text_of_token()
   curr_translation_unit = translation_units = &unit;
   fe_translation_unit_init();
   fe_init_part_2();
-  while (get_token() != tok_end_of_source) {
-    fprintf(tokens, "%s\n", text_of_token().c_str());
-    fflush(tokens);
-    fflush(messages);
-  }
+  get_token();
+  steps(tokens);
+  fflush(tokens);
   fflush(messages);
   _exit(0);
 }
@@ -105,8 +108,22 @@ std::string contents(FILE *file)
 
 } // namespace
 
+static void print_all_tokens(FILE *out)
+{
+  for (; curr_token != tok_end_of_source; get_token()) {
+    fprintf(out, "%s\n", text_of_curr_token().c_str());
+    fflush(out);
+  }
+}
+
 a_token_dump dump_tokens(const std::string &text, const std::vector<std::string> &options,
                          const char *suffix)
+{
+  return run_on_tokens(text, print_all_tokens, options, suffix);
+}
+
+a_token_dump run_on_tokens(const std::string &text, void (*steps)(FILE *),
+                           const std::vector<std::string> &options, const char *suffix)
 {
   char name[] = "/tmp/tokensXXXXXX";
   int descriptor = mkstemp(name);
@@ -117,7 +134,7 @@ a_token_dump dump_tokens(const std::string &text, const std::vector<std::string>
   fclose(source);
   FILE *tokens = tmpfile(), *messages = tmpfile();
   pid_t child = fork();
-  if (child == 0) scan_file(options, file, tokens, messages);
+  if (child == 0) scan_file(options, file, tokens, messages, steps);
   int status = 0;
   waitpid(child, &status, 0);
   unlink(name);
