@@ -131,9 +131,18 @@ static void write_gap_before(const a_field *field, a_member_state *state)
     write_padding("__dummy", state->end, true, field->offset - state->end);
 }
 
-static void write_bit_field_type(const a_field *field)
+// The type whose units hold the field: the C compiler then places it where the layout did.
+static a_type *unit_type_of(const a_field *field)
 {
   a_type *type = skip_typerefs(field->declared_type != nullptr ? field->declared_type : field->type);
+  bool has_other_unit = field->allocation_type != nullptr && type->kind == tk_integer &&
+                        !as_integer(type).is_bool && field->allocation_type->size != type->size;
+  return has_other_unit ? field->allocation_type : type;
+}
+
+static void write_bit_field_type(const a_field *field)
+{
+  a_type *type = unit_type_of(field);
   unsigned qualifiers = get_type_qualifiers(field->type);
   form_type_qualifier(qualifiers, false, true, &control);
   if (type->kind != tk_integer) {

@@ -213,6 +213,8 @@ static a_target_size bits_to_end_of_unit(const a_layout *layout, a_target_size s
 static a_container smallest_container(const a_layout *layout, const a_field *field)
 {
   static const an_integer_kind kinds[] = {ik_short, ik_int, ik_long, ik_long_long};
+  // No other type can stand for _Bool in the generated C, so it has units of its own.
+  if (is_bool_type(field->type)) return container_of_kind(ik_signed_char);
   for (an_integer_kind kind : kinds) {
     if (kind == ik_long_long && targ_max_bit_field_size <= targ_precisionof_long) break;
     a_container container = container_of_kind(kind);
