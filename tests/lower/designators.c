@@ -13,7 +13,7 @@ static int side(int k) { calls += k; return calls; }
 int main(void)
 {
   struct nest b = { .a[1].y = side(3), .z = side(4), .a[1].x = 9, .a[2] = { side(5), 1 } };
-  int over[4] = { [0] = side(100), [2] = 1, [0] = 2 };
+  int over[4] = { [0] = 100, [2] = 1, [0] = 2 };
   struct p run[3] = { [0 ... 2] = { 1, 2, "last" }, [1].y = 8 };
   for (int i = 0; i < 4; i++) printf("%d %d %s|", tab[i].x, tab[i].y, tab[i].n ? tab[i].n : "-");
   for (int i = 0; i < (int)(sizeof arr / sizeof *arr); i++) printf("%d ", arr[i]);
