@@ -217,6 +217,8 @@ static a_container smallest_container(const a_layout *layout, const a_field *fie
   if (is_bool_type(field->type)) return container_of_kind(ik_signed_char);
   for (an_integer_kind kind : kinds) {
     if (kind == ik_long_long && targ_max_bit_field_size <= targ_precisionof_long) break;
+    // Only a field that is declared so wide may lie across the units of the others.
+    if (kind == ik_long_long && size_of_type(field->type) < container_of_kind(kind).size) break;
     a_container container = container_of_kind(kind);
     if (container.size * targ_char_bit > targ_max_bit_field_size) break;
     if (bits_to_end_of_unit(layout, container.size) >= field->bit_size) return container;
