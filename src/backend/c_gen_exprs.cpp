@@ -311,21 +311,72 @@ static bool is_register_variable(const an_expr_node *expr)
   return expr->kind == enk_variable && !variable_of(expr)->asm_name_is_text;
 }
 
-static void write_struct_assign(const an_expr_node *expr)
+// The target of an initialization may be const: it is written as what can be assigned to.
+static void write_assign(const an_expr_node *expr)
 {
-  an_expr_node *left = first_operand_of(expr), *right = second_operand_of(expr);
-  bool by_copy = expr->result_not_used && is_addressable(left) && is_addressable(right) &&
-                 !is_register_variable(left) && !is_register_variable(right) &&
-                 ((get_type_qualifiers(left->type) | get_type_qualifiers(right->type)) &
-                  tq_volatile) == 0;
-  if (!by_copy) {
+  an_expr_node *left = first_operand_of(expr);
+  bool is_bit_field = (is_operation(left, eok_dot_field) || is_operation(left, eok_arrow_field)) &&
+                      second_operand_of(left)->kind == enk_field &&
+                      field_of(second_operand_of(left))->is_bit_field;
+  if ((get_type_qualifiers(left->type) & tq_const) == 0 || is_bit_field ||
+      left->kind == enk_variable) {
     write_binary("=", expr);
     return;
   }
+  put_char('*');
+  write_pointer_cast(assignable_type(left->type));
+  put_char('&');
+  write_operand(left);
+  put_str(" = ");
+  write_operand(second_operand_of(expr));
+}
+
+// The head of a copy into `left`, up to the source.
+static void write_memcpy_call(an_expr_node *left)
+{
   put_str(memory_routines_are_redefined ? "(void)__builtin_memcpy((char *)&"
                                         : "(void)memcpy((char *)&");
   write_operand(left);
   put_str(", (char *)&");
+}
+
+// An object with const members can't be assigned to: it is initialized by way of a copy.
+static void write_const_struct_assign(const an_expr_node *expr)
+{
+  an_expr_node *left = first_operand_of(expr);
+  a_variable *copy = alloc_variable(sc_static);
+  copy->type = left->type;
+  put_str("({");
+  write_declarator(assignable_type(left->type), &copy->source_corresp, iek_variable, false);
+  put_str(" = ");
+  write_assignment_expression(second_operand_of(expr));
+  put_str("; ");
+  write_memcpy_call(left);
+  write_name(copy);
+  put_str(",");
+  put_unsigned(size_of_type(left->type));
+  put_str(");})");
+}
+
+static void write_struct_assign(const an_expr_node *expr)
+{
+  an_expr_node *left = first_operand_of(expr), *right = second_operand_of(expr);
+  a_type *type = skip_typerefs(left->type);
+  if (kind_has_class_part(type->kind) && as_class(type).has_const_field &&
+      !is_addressable(right)) {
+    write_const_struct_assign(expr);
+    return;
+  }
+  bool by_copy = (expr->result_not_used ||
+                  (kind_has_class_part(type->kind) && as_class(type).has_const_field)) && is_addressable(left) && is_addressable(right) &&
+                 !is_register_variable(left) && !is_register_variable(right) &&
+                 ((get_type_qualifiers(left->type) | get_type_qualifiers(right->type)) &
+                  tq_volatile) == 0;
+  if (!by_copy) {
+    write_assign(expr);
+    return;
+  }
+  write_memcpy_call(left);
   write_operand(right);
   put_str(",");
   put_unsigned(size_of_type(left->type));
@@ -437,6 +488,12 @@ static bool write_special_operation(an_expr_node *expr)
   case eok_ge: write_order_comparison(">=", expr); return true;
   case eok_le: write_order_comparison("<=", expr); return true;
   case eok_struct_assign: write_struct_assign(expr); return true;
+  case eok_assign:
+    if (is_class_struct_union_type(first_operand_of(expr)->type))
+      write_struct_assign(expr);
+    else
+      write_assign(expr);
+    return true;
   case eok_land: write_logical(" && ", expr); return true;
   case eok_lor: write_logical(" || ", expr); return true;
   case eok_subscript: write_subscript(expr); return true;
