@@ -74,6 +74,7 @@ static unsigned discriminator_of(const a_source_correspondence *corresp, an_il_e
   if (kind != iek_variable) return 0;
   const a_variable *variable = static_cast<const a_variable *>(entity);
   if (!variable->is_parameter) return variable->name_collision_discriminator;
+  if (C_dialect != 2) return 0;  // C refuses two parameters of one name
   unsigned behind = 0;
   bool shared = false;
   for (const a_variable *other = variable->next; other != nullptr; other = other->next, behind++) {
