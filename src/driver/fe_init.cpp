@@ -8,6 +8,7 @@
 #include <ctime>
 #include "consts/const_ints.h"
 #include "consts/float_pt.h"
+#include "consts/fp_constraints.h"
 #include "driver/cfe.h"
 #include "driver/cmd_line.h"
 #include "driver/flags.h"
@@ -145,6 +146,7 @@ static void init_modules()
   target_init();
   const_ints_init();
   float_pt_init();
+  FP_OPERATION_CONSTRAINTS_FACTORY();
   il_lower_init();
   lower_c99_init();
   call_if_present(name_lower_init);

@@ -8,6 +8,7 @@
 #include "errors/error.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
+#include "il/il_hooks.h"
 #include "il/il_walk.h"
 #include "lex/lexical.h"
 #include "lex/pragma.h"
@@ -293,6 +294,9 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
   func_info_of_body = func_info;
   push_stop_token_stack();
   compound_statement(true, 0, false, false);
+  if (!il_hooks.is_empty() && !(flags & fbf_discard)) {
+    il_hooks.body_completed(routine, top_scope()->il_scope->assoc_block);
+  }
   pop_stop_token_stack();
   func_info_of_body = saved_func_info;
   curr_function_type_was_missing = saved_type_was_missing;
