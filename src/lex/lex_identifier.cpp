@@ -4,6 +4,7 @@
 // Entry:   scan_identifier, scan_universal_character, make_canonical_identifier, enter_keywords.
 // See:     C99 6.4.2, 6.4.3, annex D.
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <cwctype>
 
@@ -214,10 +215,15 @@ unsigned pass_multibyte_char(char *loc)
   return length;
 }
 
+bool is_valid_multibyte_char(const char *loc, unsigned length)
+{
+  return length > 1 || MB_CUR_MAX == 1 || (signed char)*loc >= 0;
+}
+
 bool multibyte_id_char(const char *loc, unsigned *length, bool must_be_start)
 {
   unsigned long character = mbc_to_wide_char(loc, length);
-  if (*length == 0 || (*length == 1 && (signed char)*loc < 0 && character == 0)) return false;
+  if (!is_valid_multibyte_char(loc, *length)) return false;
   if (iswalpha((wint_t)character)) return true;
   return !must_be_start && iswdigit((wint_t)character);
 }
@@ -280,14 +286,13 @@ char *scan_extended_identifier(char *loc, char *start)
   }
 }
 
-// Appends a character in the form that names have in the symbol table.
-static void add_canonical_char(unsigned long character, char letter)
+// Appends a character in the form that names have in the symbol table: that of a universal character name,
+// so that a name is the same whether the character stands in the source or is named there.
+static void add_canonical_char(unsigned long character)
 {
   char text[12];
-  char wide_letter = letter == 'm' ? 'M' : 'U';
-  int length = character <= 0xFFFF
-                   ? snprintf(text, sizeof text, "\\%c%04lx", letter, character)
-                   : snprintf(text, sizeof text, "\\%c%08lx", wide_letter, character);
+  int length = character <= 0xFFFF ? snprintf(text, sizeof text, "\\u%04lx", character)
+                                   : snprintf(text, sizeof text, "\\U%08lx", character);
   add_to_text_buffer(canonical_name_buffer, text, (size_t)length);
 }
 
@@ -296,22 +301,15 @@ char *make_canonical_identifier(char *text, unsigned *length)
   if (canonical_name_buffer == nullptr) canonical_name_buffer = alloc_text_buffer(256);
   reset_text_buffer(canonical_name_buffer);
   for (char *end = text + *length; text < end;) {
-    unsigned bytes = 1;
     if (*text == '\\') {
-      add_canonical_char(scan_universal_character(&text, true, false, false), 'u');
-      continue;
-    }
-    if ((signed char)*text < 0 && multibyte_chars_in_source_enabled) {
-      unsigned long character = mbc_to_wide_char(text, &bytes);
-      if (character < 256) {
-        add_char_to_text_buffer(canonical_name_buffer, (char)character);
-      } else {
-        add_canonical_char(character, 'm');
-      }
+      add_canonical_char(scan_universal_character(&text, true, false, false));
+    } else if ((signed char)*text < 0 && multibyte_chars_in_source_enabled) {
+      unsigned bytes;
+      add_canonical_char(mbc_to_wide_char(text, &bytes));
+      text += bytes;
     } else {
-      add_char_to_text_buffer(canonical_name_buffer, *text);
+      add_char_to_text_buffer(canonical_name_buffer, *text++);
     }
-    text += bytes;
   }
   *length = (unsigned)canonical_name_buffer->size;
   add_char_to_text_buffer(canonical_name_buffer, '\0');
@@ -440,7 +438,7 @@ int scan_identifier(char *start, bool inert)
   }
   if (header->macro_symbol != nullptr && expand_macros && !inert) {
     int kind = invoke_macro(header->macro_symbol, header);
-    if (kind != tok_identifier) return kind;  // otherwise the name is no call: a word as any other
+    if (kind != tok_identifier) return kind; // otherwise the name is no call: a word as any other
   }
   if (header->keyword_symbol != nullptr) {
     int kind = keyword_token(header->keyword_symbol);

@@ -53,6 +53,8 @@ void comment_scanner_init();
 
 // Finds the end of an identifier with universal or multibyte characters.
 char *scan_extended_identifier(char *loc, char *start);
+// Do the `length` bytes at `loc`, which f_mbc_length has measured, make a character?
+bool is_valid_multibyte_char(const char *loc, unsigned length);
 bool multibyte_id_char(const char *loc, unsigned *length, bool must_be_start);
 // Notes the continuation bytes of the multibyte character at `loc`; returns its length.
 unsigned pass_multibyte_char(char *loc);

@@ -198,11 +198,7 @@ static void take_multibyte_char(a_char_conversion_state *state)
 {
   char *loc = *state->loc;
   unsigned length = f_mbc_length(loc);
-  if (length == 1) {
-    unsigned wide_length = 0;
-    unsigned long wide = mbc_to_wide_char(loc, &wide_length);
-    if (wide > 0xFFFFFFFE) warn_at(loc, ec_bad_multibyte_char);
-  }
+  if (!is_valid_multibyte_char(loc, length)) warn_at(loc, ec_bad_multibyte_char);
   if (length > sizeof state->buffer) length = sizeof state->buffer;
   memcpy(state->buffer, loc, length);
   state->pending = state->buffer + 1;
@@ -286,7 +282,8 @@ static an_error_code take_wide_char(a_char_conversion_state *state, unsigned lon
   unsigned length;
   state->fault_loc = *state->loc;
   *value = mbc_to_wide_char(*state->loc, &length);
-  *state->loc += length == 0 ? 1 : length;
+  if (!is_valid_multibyte_char(*state->loc, length)) warn_at(*state->loc, ec_bad_multibyte_char);
+  *state->loc += length;
   return fit_value(state, value, mask, true);
 }
 

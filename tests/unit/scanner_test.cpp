@@ -1,4 +1,6 @@
 // scanner_test.cpp - from characters to tokens, as the parser sees them.
+#include <algorithm>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include "token_dump.h"
 
@@ -61,6 +63,22 @@ TEST(Scanner, GivesOneNameToOneSpelling)
   EXPECT_EQ(tokens("\\u00c4b \\U000000C4b", {"--c99"}), "identifier \\u00c4b identifier \\u00c4b");
 }
 
+TEST(Scanner, ReadsMultibyteCharacters)
+{
+  setenv("LC_ALL", "C.utf8", 1);
+  options given = {"--c99", "--multibyte_chars"};
+  EXPECT_EQ(tokens("\xc3\x84"
+                   "b \\u00c4b x\xe6\x97\xa5",
+                   given),
+            "identifier \\u00c4b identifier \\u00c4b identifier x\\u65e5");
+  EXPECT_EQ(tokens("'\xc3\x84' L'\xe6\x97\xa5' \"\xc3\x84\" + L\"\xc3\x84\"", given),
+            "char constant int -15484 char constant unsigned short 26085 "
+            "string literal 0 c38400 + string literal 1 c4000000");
+  EXPECT_NE(messages("\"\xc3\"", given).find("invalid multibyte"), std::string::npos);
+  EXPECT_NE(messages("\xe2\x82\xac", given).find("unrecognized token"), std::string::npos);
+  unsetenv("LC_ALL");
+}
+
 TEST(Scanner, ReportsWhatIsNoToken)
 {
   EXPECT_EQ(tokens("a ` b"), "identifier a error identifier b");
@@ -99,6 +117,38 @@ TEST(Directives, EvaluateInTheWidestType)
             "identifier yes");
   EXPECT_EQ(tokens("#if undefined_name == 0 && 'a' == 97 && !defined undefined_name\nyes\n#endif"),
             "identifier yes");
+}
+
+TEST(Directives, NestWithoutLimit)
+{
+  std::string open, close;
+  for (int k = 0; k < 100000; ++k) {
+    open += "#if 1\n";
+    close += "#endif\n";
+  }
+  EXPECT_EQ(tokens(open + "a\n" + close + "b"), "identifier a identifier b");
+  EXPECT_EQ(tokens("#if 0\n" + open + "a\n" + close + "#else\nb\n#endif"), "identifier b");
+  EXPECT_NE(messages(open).find("the #endif for this directive is missing"), std::string::npos);
+}
+
+TEST(Directives, EndWithTheirFile)
+{
+  EXPECT_EQ(tokens("a\n#define b c"), "identifier a");
+  EXPECT_NE(messages("#define f(x) x\nf(1, (2").find("improperly terminated macro"),
+            std::string::npos);
+  EXPECT_NE(messages("#if f(\n#endif").find("error"), std::string::npos);
+  EXPECT_NE(messages("#if 0 /* no end\n#endif").find("comment unclosed at end of file"),
+            std::string::npos);
+}
+
+TEST(Scanner, TakesLinesOfAnyLength)
+{
+  std::string line, expected;
+  for (int k = 0; k < 50000; ++k)
+    line += "x+ ";
+  a_token_dump dump = dump_tokens(line + "\n");
+  EXPECT_EQ(dump.messages, "");
+  EXPECT_EQ(std::count(dump.tokens.begin(), dump.tokens.end(), '\n'), 100000);
 }
 
 } // namespace

@@ -7,8 +7,7 @@
 #include "mem/mem_manage.h"
 #include "token_dump.h"
 
-namespace
-{
+namespace {
 
 // What the steps print, on one line.
 std::string run(const std::string &text, void (*steps)(FILE *),
@@ -28,7 +27,8 @@ void print(FILE *out)
 
 void print_rest(FILE *out)
 {
-  for (; curr_token != tok_end_of_source; get_token()) print(out);
+  for (; curr_token != tok_end_of_source; get_token())
+    print(out);
 }
 
 // Stores tokens up to a ";".
@@ -57,7 +57,7 @@ TEST(TokenCache, ComesBackInFrontOfTheCurrentToken)
   EXPECT_EQ(run("#define two 2\na (b; c) 1 + \"s\" \"t\" two; d",
                 [](FILE *out) {
                   a_token_cache cache;
-                  store_statement(&cache, false);  // the ";" in parentheses is nested
+                  store_statement(&cache, false); // the ";" in parentheses is nested
                   print(out);
                   rescan_cached_tokens(&cache);
                   print_rest(out);
@@ -81,7 +81,8 @@ TEST(TokenCache, IsReplayedAsOftenAsWanted)
                     get_token();
                     print(out);
                   }
-                  fputs(handles[0] == handles[1] && handles[0] != nullptr ? "same\n" : "other\n", out);
+                  fputs(handles[0] == handles[1] && handles[0] != nullptr ? "same\n" : "other\n",
+                        out);
                   print_rest(out);
                 }),
             "identifier x identifier y ; identifier x identifier y ; same ; identifier z ");
@@ -98,7 +99,7 @@ TEST(TokenCache, StaysValidWhileItIsReplayed)
                   a_token_cache *cache = &curr_lexical_state_stack_entry->cache;
                   terminate_token_cache(cache);
                   rescan_reusable_cache_full(cache, true);
-                  pop_lexical_state_stack();  // the owner of the tokens goes
+                  pop_lexical_state_stack(); // the owner of the tokens goes
                   print_rest(out);
                 }),
             "identifier x identifier y ; ; identifier z ");
@@ -171,13 +172,13 @@ TEST(Lookahead, PutsTheCurrentTokenBack)
 
 TEST(InsertedText, BecomesTokensInFrontOfTheCurrentOne)
 {
-  EXPECT_EQ(run("#define two 2\na b",
-                [](FILE *out) {
-                  insert_string_into_token_stream("x = two + \"s\" \"t\";", 18, true,
-                                                  pos_curr_token);
-                  print_rest(out);
-                }),
-            "identifier x = int constant int 2 + string literal 0 737400 ; identifier a identifier b ");
+  EXPECT_EQ(
+      run("#define two 2\na b",
+          [](FILE *out) {
+            insert_string_into_token_stream("x = two + \"s\" \"t\";", 18, true, pos_curr_token);
+            print_rest(out);
+          }),
+      "identifier x = int constant int 2 + string literal 0 737400 ; identifier a identifier b ");
 }
 
 TEST(Recovery, StopsAtWhatTheContextStopsAt)
@@ -205,4 +206,4 @@ TEST(StoredTokens, AreWrittenAsText)
             "if (x+1 < 16U) s = \"a\\n\"");
 }
 
-}  // namespace
+} // namespace
