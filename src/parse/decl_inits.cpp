@@ -18,6 +18,7 @@
 #include "parse/decls.h"
 #include "parse/expr.h"
 #include "parse/exprutil.h"
+#include "parse/fp_constraints.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
 #include "parse/symbol_tbl.h"
@@ -39,7 +40,7 @@ static void scan_value(a_type *type, an_init_walk *walk, a_constant *constant)
 {
   bool not_whole;
   an_expr_node *expr;
-  scan_initializer_element(type, walk->is_static, &not_whole, &expr, constant);
+  scan_initializer_element(type, walk->is_static, false, &not_whole, &expr, constant);
   if (expr != nullptr) make_dynamic_element(expr, type, walk, constant);
 }
 
@@ -55,13 +56,8 @@ void scan_scalar_initializer(a_type *type, an_init_walk *walk, a_constant *const
   add_stop_token(tok_comma);
   if (curr_token == tok_rbrace) {
     error_position = pos_curr_token;
-    if (gcc_mode) {
-      make_zero_of_proper_type(type, constant);
-      pos_warning(ec_exp_primary_expr, pos_curr_token);
-    } else {
-      pos_error(ec_exp_primary_expr, pos_curr_token);
-      set_error_constant(constant);
-    }
+    pos_error(ec_exp_primary_expr, pos_curr_token);
+    set_error_constant(constant);
   } else {
     scan_scalar_initializer(type, walk, constant);
   }
@@ -207,6 +203,14 @@ static bool scan_array_from_literal(a_type **type, an_init_walk *walk, a_constan
   return true;
 }
 
+bool missing_braces_are_tolerated(a_source_position pos)
+{
+  if (C_dialect == 1) return true;
+  an_error_severity severity = C_dialect == 2 ? es_error : strict_ansi_mode ? strict_ansi_error_severity : es_warning;
+  pos_diagnostic(severity, ec_missing_initializer_list, pos);
+  return severity < es_error;
+}
+
 // The value of an initializer: a constant, or (some_dynamic) a constant tree with values to evaluate.
 static void scan_whole_initializer(a_type **type, an_init_walk *walk, a_constant *constant)
 {
@@ -215,14 +219,7 @@ static void scan_whole_initializer(a_type **type, an_init_walk *walk, a_constant
   if (aggregate && brace_missing) {
     a_source_position pos = pos_curr_token;
     if (curr_token == tok_lparen && gcc_mode && scan_array_from_literal(type, walk, constant)) return;
-    an_error_severity severity = C_dialect == 1   ? es_none
-                                 : C_dialect == 2 ? es_error
-                                 : strict_ansi_mode ? strict_ansi_error_severity
-                                                    : es_warning;
-    // Only old compilers take a list without braces; what is no list is wrong for an array in any case.
-    if (severity < es_error && C_dialect != 1) severity = es_error;
-    pos_diagnostic(severity, ec_missing_initializer_list, pos);
-    if (severity >= es_error) {
+    if (!missing_braces_are_tolerated(pos)) {
       scan_and_discard_initializer_expression();
       set_error_constant(constant);
       walk->error_seen = true;
@@ -283,6 +280,7 @@ static void attach_automatic_initializer(a_variable *variable, a_constant *const
   }
   init->variable = variable;
   init->position = *pos;
+  if (init->kind == dik_constant || init->kind == dik_expression) check_float_initialization(variable->type, pos);
   variable->init_kind = initk_dynamic;
   dynamic_initializer_of(variable) = init;
   warn_if_code_is_unreachable(ec_initialization_not_reachable, pos);
@@ -370,6 +368,9 @@ void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is
     set_completed_type(state->symbol, variable, type, pos);
     variable->has_initializer = true;
     if (walk.is_object_with_flexible_array) variable->has_flexible_array_init = true;
+    if (walk.const_member_unset && !walk.error_seen) {
+      pos_sy_warning(ec_var_with_uninitialized_field, *pos, state->symbol);
+    }
     if (walk.error_seen || constant.kind == ck_error) {
       walk.error_seen = true;  // the object stays without a value; nobody complains about that
     } else if (walk.is_static) {

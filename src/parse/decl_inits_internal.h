@@ -12,7 +12,13 @@ struct an_init_walk {
   bool excess_reported;
   bool comma_taken;         // an inner level without braces took the comma that ends it
   bool is_object_with_flexible_array;  // values for the array at the end of the object
+  bool const_member_unset;  // a const member got no value
+  int brace_depth;          // open braces
+  int level_depth;          // open levels, with braces or without
 };
+
+// Reports a list without braces for an aggregate; false: it is an error, and the value is to be dropped.
+bool missing_braces_are_tolerated(a_source_position pos);
 
 // Reads the initializer of an object of *type at the current token: the value as a constant tree (an error constant
 // after an error), *type completed.  The current token is `{` or the first value.

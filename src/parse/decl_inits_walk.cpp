@@ -138,14 +138,11 @@ static bool scan_subscript_value(an_init_pos_state *level, uint64_t *value)
 static bool scan_array_designator(an_init_pos_state *level, bool *is_extended)
 {
   a_source_position pos = pos_curr_token;
-  if (!level->is_array) {
-    pos_error(ec_invalid_designator_kind, pos);
-    return false;
-  }
+  if (!level->is_array) pos_error(ec_invalid_designator_kind, pos);
   uint64_t first = 0, last = 0;
   get_token();
   add_stop_token(tok_rbracket);
-  bool ok = scan_subscript_value(level, &first);
+  bool ok = scan_subscript_value(level, &first) && level->is_array;
   last = first;
   if (curr_token == tok_ellipsis && extended_designators_allowed) {
     *is_extended = true;
@@ -278,6 +275,26 @@ static void scan_designated_in_anonymous(an_init_pos_state *outer, a_symbol *mem
   note_value(outer, &value);
 }
 
+// A flexible array member takes values only in an object of static storage duration (GNU).
+static bool check_flexible_array(an_init_pos_state *level, a_source_position pos)
+{
+  if (level->is_array || !is_incomplete_array_type(level->field->type)) return true;
+  if (!gcc_mode && !gpp_mode) {
+    pos_error(ec_cannot_initialize_flexible_array_member, pos);
+    return false;
+  }
+  if (!level->walk->is_static) {
+    pos_error(ec_cannot_init_auto_flexible_array_member, pos);
+    return false;
+  }
+  if (level->walk->level_depth > 1) {
+    pos_error(ec_cannot_initialize_indirect_flexible_array, pos);
+    return false;
+  }
+  level->walk->is_object_with_flexible_array = true;
+  return true;
+}
+
 // Reads one designator with what it designates.
 static bool scan_designated_element(an_init_pos_state *level)
 {
@@ -330,25 +347,14 @@ static bool scan_designated_element(an_init_pos_state *level)
     scan_level(&inner, true);
   } else {
     a_type *type = type_of_next_element(level);
+    if (!check_flexible_array(level, pos)) {
+      scan_and_discard_initializer_expression();
+      level->walk->error_seen = true;
+      return false;
+    }
     scan_object_initializer(&type, level->walk, &value);
   }
   note_value(level, &value);
-  return true;
-}
-
-// A flexible array member takes values only in an object of static storage duration (GNU).
-static bool check_flexible_array(an_init_pos_state *level, a_source_position pos)
-{
-  if (level->is_array || !is_incomplete_array_type(level->field->type)) return true;
-  if (!gcc_mode && !gpp_mode) {
-    pos_error(ec_cannot_initialize_flexible_array_member, pos);
-    return false;
-  }
-  if (!level->walk->is_static) {
-    pos_error(ec_cannot_init_auto_flexible_array_member, pos);
-    return false;
-  }
-  level->walk->is_object_with_flexible_array = true;
   return true;
 }
 
@@ -398,7 +404,7 @@ static bool another_value_follows(an_init_pos_state *level)
     }
     return curr_token != tok_rbrace && curr_token != tok_end_of_source;
   }
-  if (walk->comma_taken) return false;
+  if (walk->comma_taken || walk->brace_depth == 0) return false;
   if (level->at_end || curr_token != tok_comma) return false;
   get_token();
   if (curr_token == tok_rbrace || at_designator()) {
@@ -408,11 +414,39 @@ static bool another_value_follows(an_init_pos_state *level)
   return true;
 }
 
+// Does an entry of the list stand for the member?  A designator says where the entries behind it go.
+static bool member_has_value(an_init_pos_state *level, a_field *member)
+{
+  a_field *place = first_initializable_field(level->type);
+  a_constant *entry = aggregate_of(level->aggregate).first_element;
+  for (; entry != nullptr && place != nullptr; entry = entry->next) {
+    if (entry->kind == ck_designator) {
+      place = designator_of(entry).field;
+    } else {
+      if (place == member) return true;
+      place = next_initializable_field(place->next);
+    }
+  }
+  return false;
+}
+
+static void note_const_members_without_value(an_init_pos_state *level)
+{
+  if (level->type->kind != tk_struct || !as_class(level->type).has_const_field) return;
+  a_field *field = first_initializable_field(level->type);
+  for (; field != nullptr; field = next_initializable_field(field->next)) {
+    a_type *type = skip_typerefs(field->type);
+    bool is_const = is_const_qualified(field->type) || (type->kind == tk_struct && as_class(type).has_const_field);
+    if (is_const && !member_has_value(level, field)) level->walk->const_member_unset = true;
+  }
+}
+
 static void scan_level(an_init_pos_state *level, bool starts_with_designator)
 {
   check_recursion();
   if (level->has_braces && curr_token == tok_rbrace) return;
   bool may_designate = level->has_braces || starts_with_designator;
+  ++level->walk->level_depth;
   do {
     if (may_designate && at_designator()) {
       if (scan_designated_element(level)) step_to_next_element(level);
@@ -424,6 +458,8 @@ static void scan_level(an_init_pos_state *level, bool starts_with_designator)
     }
     may_designate = level->has_braces;
   } while (another_value_follows(level));
+  --level->walk->level_depth;
+  note_const_members_without_value(level);
 }
 
 // An array of unknown bound gets one past the highest index.
@@ -445,6 +481,7 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
 {
   an_init_pos_state level;
   get_token();
+  ++walk->brace_depth;
   add_stop_token(tok_rbrace);
   add_stop_token(tok_comma);
   if (string_initializes_array(*type, true)) {
@@ -466,6 +503,7 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   remove_stop_token(tok_comma);
   remove_stop_token(tok_rbrace);
   walk->comma_taken = false;
+  --walk->brace_depth;
   required_token(tok_rbrace, ec_exp_rbrace);
 }
 
@@ -476,15 +514,23 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
     scan_string_initializer(type, walk, constant);
     return;
   }
+  a_source_position pos = pos_curr_token;
+  bool is_class = is_class_struct_union_type(*type), is_whole_object = walk->brace_depth == 0;
   // A string is never the value of a class: it waits for a member.
-  if (is_class_struct_union_type(*type) && curr_token != tok_string_literal) {
+  if (is_class && curr_token != tok_string_literal) {
     bool not_whole;
     an_expr_node *expr;
-    scan_initializer_element(*type, walk->is_static, &not_whole, &expr, constant);
+    scan_initializer_element(*type, walk->is_static, is_whole_object, &not_whole, &expr, constant);
     if (!not_whole) {
       if (expr != nullptr) make_dynamic_element(expr, *type, walk, constant);
       return;
     }
+  }
+  if (is_class && is_whole_object && !missing_braces_are_tolerated(pos)) {
+    if (!drop_kept_initializer_element()) scan_and_discard_initializer_expression();
+    set_error_constant(constant);
+    walk->error_seen = true;
+    return;
   }
   an_init_pos_state level;
   start_level(*type, walk, false, constant, &level);

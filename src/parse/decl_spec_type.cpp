@@ -200,7 +200,7 @@ static a_type *char_type_of_words(a_specifier_scan *scan)
 {
   if (scan->size_word != size_none) return bad_combination(scan);
   switch (scan->sign_word) {
-    case sign_none: return integer_type(ik_char);
+    case sign_none: return integer_type(plain_char_int_kind);
     case sign_signed: return integer_type(ik_signed_char);
     case sign_unsigned: return integer_type(ik_unsigned_char);
   }

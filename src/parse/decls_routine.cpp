@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "driver/flags.h"
+#include "driver/target.h"
 #include "errors/error.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
@@ -29,7 +30,7 @@ static bool is_char_pointer_pointer(a_type *type)
   type = type_pointed_to(type);
   if (!is_pointer_type(type)) return false;
   type = skip_typerefs(type_pointed_to(type));
-  return type->kind == tk_integer && as_integer(type).int_kind == ik_char
+  return type->kind == tk_integer && as_integer(type).int_kind == plain_char_int_kind
          && !as_integer(type).is_enum;
 }
 

@@ -17,6 +17,7 @@
 #include "lex/token_cache.h"
 #include "mem/stack_limit.h"
 #include "parse/expr_internal.h"
+#include "parse/fp_constraints.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
@@ -316,6 +317,7 @@ static an_expr_node *finish_full_expression(an_operand *operand, a_type *expecte
 {
   an_expr_node *node = wrap_up_full_expression(make_node_from_operand(operand));
   if (relaxed_fp) replace_math_funcs(node, expected_type);
+  if (legal_float_precision != 1) check_float_operations_in_expr(node);
   return node;
 }
 
@@ -367,8 +369,15 @@ static bool is_value_of_class(an_operand *operand, a_type *type)
          f_types_are_compatible(operand->type, type, tco_ignore_top_qualifiers);
 }
 
-void scan_initializer_element(a_type *type, bool is_static, bool *not_whole, an_expr_node **out_expr,
-                              a_constant *constant)
+bool drop_kept_initializer_element()
+{
+  bool was_waiting = kept_element.is_waiting;
+  kept_element.is_waiting = false;
+  return was_waiting;
+}
+
+void scan_initializer_element(a_type *type, bool is_static, bool is_whole_object, bool *not_whole,
+                              an_expr_node **out_expr, a_constant *constant)
 {
   a_scan_entry scan;
   an_operand operand;
@@ -382,7 +391,8 @@ void scan_initializer_element(a_type *type, bool is_static, bool *not_whole, an_
   } else {
     scan_expression(&operand, nullptr, prec_comma, se_stop_at_comma);
   }
-  if (is_class_struct_union_type(type) && !is_value_of_class(&operand, type)) {
+  bool is_wrong_class = is_whole_object && is_class_struct_union_type(operand.type);
+  if (is_class_struct_union_type(type) && !is_wrong_class && !is_value_of_class(&operand, type)) {
     flush_ref_entries_except(nullptr, nullptr);
     operand.ref_entries = operand.last_ref_entry = nullptr;
     kept_element.is_waiting = true;

@@ -67,8 +67,10 @@ void scan_aggregate_initializer_expression(a_type *type, a_decl_parse_state *sta
 void scan_and_discard_initializer_expression();
 // One value of an initializer list, for an element of `type`, as scan_initializer_expression; is_static asks for a
 // constant.  Where `type` is a class and the value is of another type, *not_whole is set, nothing is converted, and
-// the next call takes the same value again.
-void scan_initializer_element(a_type *type, bool is_static, bool *not_whole, an_expr_node **out_expr,
+// the next call takes the same value again (or drop_kept_initializer_element, true: one waited).  With is_whole_object
+// a value of another class is an error (145) at once.
+bool drop_kept_initializer_element();
+void scan_initializer_element(a_type *type, bool is_static, bool is_whole_object, bool *not_whole, an_expr_node **out_expr,
                               a_constant *constant);
 
 // An expression converted to `type` as if by initialization; `code` names the failure.

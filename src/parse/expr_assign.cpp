@@ -97,8 +97,15 @@ static bool is_shift_assignment(a_token_kind token)
 // The type in which the operation of a compound assignment is done; the right operand is converted to it.
 static void convert_right_of_compound(a_token_kind token, an_operand *left, an_operand *right)
 {
-  if (is_pointer_type(left->type) || is_shift_assignment(token)) {
+  if (is_pointer_type(left->type)) {
     promote_operand(right);
+    return;
+  }
+  if (is_shift_assignment(token)) {
+    an_operand left_value = *left;
+    left_value.type = type_after_integral_promotion(rvalue_type(left->type));
+    promote_operand(right);
+    check_count_of_unfolded_shift(&left_value, right);
     return;
   }
   an_operand left_value = *left;

@@ -159,7 +159,7 @@ static void do_pointer_difference(an_operand *left, an_operand *right, a_source_
       make_failed_result(left, right, result);
       return;
     }
-    expr_pos_warning(ec_nonstandard_ptr_minus_ptr, *pos);
+    expr_pos_ty2_diagnostic(es_warning, ec_nonstandard_ptr_minus_ptr, *pos, left->type, right->type);
     cast_operand(rvalue_type(left->type), right, false);
   }
   do_binary_operation(eok_pointer_difference, left, right, ptrdiff_t_type(), result, pos, tok_minus);
@@ -198,7 +198,7 @@ void scan_additive_operator(an_operand *left, a_rescan_control_block *, an_opera
 // << >> & | ^ <? >?
 
 // A shift whose operands aren't both constants has its count checked here; folding checks the others.
-static void check_count_of_unfolded_shift(an_operand *left, an_operand *right)
+void check_count_of_unfolded_shift(an_operand *left, an_operand *right)
 {
   if (right->kind != ok_constant || left->kind == ok_constant || !expr_stack->value_required) return;
   an_error_code code = ec_no_error;

@@ -142,7 +142,7 @@ static a_type *type_of_conversion(char letter, a_length_modifier length, bool is
   case 's': case '[':
     if (letter == '[' && !is_scanf) return nullptr;
     if (length == lm_l) return eff_wchar_t_type();
-    return integer_type(letter == 'c' && !is_scanf ? ik_int : ik_char);
+    return integer_type(letter == 'c' && !is_scanf ? ik_int : plain_char_int_kind);
   default: return nullptr;
   }
 }

@@ -69,6 +69,9 @@ void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source
 void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos, unsigned token,
                                an_operand *result);
 
+// A shift whose value operand isn't constant: warns about a constant count that is out of range.
+void check_count_of_unfolded_shift(an_operand *left, an_operand *right);
+
 // A fold to the constant 0 or 1 of type int, and to a size_t.
 void make_size_constant_operand(unsigned long long value, an_operand *operand);
 // The value of an expression is dropped: reports 176 where nothing happens in it.

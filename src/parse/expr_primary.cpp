@@ -144,7 +144,7 @@ static a_variable *variable_of_function_name(a_token_kind token)
   a_constant name;
   switch_to_file_scope_region(&saved_region);
   make_function_name_constant(&name);
-  a_type *element = f_make_qualified_type(integer_type(ik_char), tq_const);
+  a_type *element = f_make_qualified_type(integer_type(plain_char_int_kind), tq_const);
   a_type *type = make_array_type(element, string_of(&name).length);
   variable = make_variable(type, sc_static, true);
   name.type = type;

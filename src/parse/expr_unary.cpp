@@ -226,7 +226,11 @@ void scan_indirection_operator(an_operand *result)
     return;
   }
   do_operand_transformations(&operand, 0);
-  if (!check_pointer_operand(&operand)) {
+  if (operand.kind != ok_error && !is_pointer_type(operand.type)) {
+    expr_pos_error(ec_bad_indirection_operand, operand.position);
+    conv_to_error_operand(&operand);
+  }
+  if (operand.kind == ok_error) {
     make_error_operand(result);
     return;
   }

@@ -227,8 +227,16 @@ static bool is_assignment_of_constant(an_operand *operand)
 // The address of a function or variable is never null, unless the entity is weak.
 static bool is_non_null_address(an_operand *operand)
 {
-  if (operand->kind != ok_constant || operand->value.constant.kind != ck_address) return false;
-  const a_constant_address &address = address_of(&operand->value.constant);
+  a_constant constant;
+  if (operand->kind == ok_constant) {
+    constant = operand->value.constant;
+  } else {
+    bool is_dependent = false;
+    if (operand->kind != ok_expression) return false;
+    if (!constant_rvalue_pointer(operand->value.expr, &constant, false, &is_dependent)) return false;
+  }
+  if (constant.kind != ck_address) return false;
+  const a_constant_address &address = address_of(&constant);
   if (address.kind == ack_routine) return routine_has_non_null_address((a_routine *)address.entity);
   if (address.kind == ack_variable) return variable_has_non_null_address((a_variable *)address.entity);
   return false;

@@ -130,17 +130,29 @@ static bool const_variable_value(an_expr_node *node, a_constant *constant)
   return true;
 }
 
+// The literal that a pointer points to the start of: decayed, or, where constants are favored, its address.
+static a_constant *string_behind_pointer(an_expr_node *pointer)
+{
+  if (is_operation(pointer, eok_array_to_pointer)) pointer = first_operand_of(pointer);
+  if (pointer->kind != enk_constant) return nullptr;
+  a_constant *constant = constant_of(pointer);
+  if (constant->kind == ck_address && address_of(constant).kind == ack_constant && address_of(constant).offset == 0 &&
+      is_pointer_type(constant->type)) {
+    constant = (a_constant *)address_of(constant).entity;
+    if (constant->kind != ck_string) return nullptr;
+    a_type *element = type_pointed_to(constant_of(pointer)->type);
+    return size_of_type(element) == char_size_of_string(constant) ? constant : nullptr;
+  }
+  return constant->kind == ck_string ? constant : nullptr;
+}
+
 // "abc"[1] is a character constant outside strict mode.
 static bool character_of_string_literal(an_expr_node *node, a_constant *constant)
 {
   if (strict_ansi_mode || !is_operation(node, eok_subscript)) return false;
-  an_expr_node *pointer = first_operand_of(node);
-  if (!is_operation(pointer, eok_array_to_pointer)) return false;
-  an_expr_node *array = first_operand_of(pointer);
   int64_t index;
-  if (array->kind != enk_constant || constant_of(array)->kind != ck_string) return false;
-  if (!integer_constant_value(second_operand_of(node), &index)) return false;
-  a_constant *string = constant_of(array);
+  a_constant *string = string_behind_pointer(first_operand_of(node));
+  if (string == nullptr || !integer_constant_value(second_operand_of(node), &index)) return false;
   unsigned size = char_size_of_string(string);
   if (index < 0 || (uint64_t)index >= string_of(string).length / size) return false;
   a_type *type = make_unqualified_type(node->type);
