@@ -17,6 +17,7 @@ bool flag_value_meaning_visited = true;
 bool okay_to_eliminate_unneeded_il_entries;
 a_name_linkage_kind default_routine_name_linkage = nlk_cplusplus;
 unsigned needed_flag_bit_number;
+bool statement_expressions_exist;
 unsigned file_scope_il_prefix_size = primary_file_scope_il_prefix_size;
 
 static a_template_arg *avail_template_args;  // of the current translation unit
@@ -545,6 +546,7 @@ void set_expr_node_kind(an_expr_node *expr, an_expr_node_kind kind)
     case enk_throw: throw_of(expr) = alloc_curr_entry<a_throw_supplement>(); break;
     case enk_condition: condition_of(expr) = alloc_curr_entry<a_condition_supplement>(); break;
     case enk_sizeof: sizeof_of(expr).is_type = true; break;
+    case enk_statement_expr: statement_expressions_exist = true; break;
     case enk_builtin_operation: builtin_operation_of(expr).op = bok_last; break;
     case enk_error:
     case enk_constant:
@@ -556,7 +558,6 @@ void set_expr_node_kind(an_expr_node *expr, an_expr_node_kind kind)
     case enk_typeid:
     case enk_sizeof_pack:
     case enk_address_of_ellipsis:
-    case enk_statement_expr:
     case enk_temp_ref:
     case enk_lowered_eh_construct:
     case enk_wrapper_call:
@@ -868,6 +869,7 @@ void il_trans_unit_init()
 {
   curr_object_lifetime = nullptr;
   needed_flag_bit_number = 0;
+  statement_expressions_exist = false;
   avail_template_args = nullptr;
   last_scope_orphaned_list = nullptr;
   memset(orphaned_file_scope_il_entries, 0, sizeof(orphaned_file_scope_il_entries));

@@ -22,6 +22,7 @@ extern bool okay_to_eliminate_unneeded_il_entries;
 extern bool il_lowering_underway;            // writer: lowering
 extern a_name_linkage_kind default_routine_name_linkage;
 extern unsigned needed_flag_bit_number;
+extern bool statement_expressions_exist;     // some node of the unit is one
 extern const unsigned short *const sizeof_il_entry;    // by kind; 9999 behind the last
 extern const char *const *const il_entry_kind_names;   // by kind, for dumps and internal errors
 

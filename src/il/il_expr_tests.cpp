@@ -140,7 +140,7 @@ static void look_for_statement_expression(an_expr_node *expr,
 
 bool has_statement_expression(an_expr_node *expr)
 {
-  if (!gcc_mode && !gpp_mode) return false;
+  if (!statement_expressions_exist || (!gcc_mode && !gpp_mode)) return false;
   return ask(expr, look_for_statement_expression);
 }
 

@@ -291,7 +291,10 @@ void lower_c99_full_expr(an_expr_node *expr)
   bool is_implicit_void_cast = is_operation(expr, eok_cast) && is_void_type(expr->type) &&
                                operation_of(expr).is_implicit_cast;
   if (is_implicit_void_cast) overwrite_node(expr, first_operand_of(expr));
+  bool saved_has_statement_expression = full_expr_has_statement_expression;
+  full_expr_has_statement_expression = has_statement_expression(expr);
   lower_c99_expr(expr);
+  full_expr_has_statement_expression = saved_has_statement_expression;
   perform_post_pass_on_lowered_expression(expr);
   release_reusable_temporaries();
 }

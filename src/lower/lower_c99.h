@@ -26,6 +26,7 @@ void create_element_count_variable_for_vla(a_statement *statement);
 void lower_runtime_sizeof(an_expr_node *expr);
 
 // Statement expressions and their sequence points (lower_gnu.cpp).
+extern bool full_expr_has_statement_expression;
 void lower_sequence_point_expr(an_expr_node *expr);
 void lower_gnu_statement_expr(an_expr_node *expr);
 void convert_struct_rvalue_to_comma_expr_if_needed(an_expr_node *expr);

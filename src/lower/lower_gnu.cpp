@@ -63,6 +63,9 @@ static a_statement *place_if(an_expr_node *condition, a_statement *then_part, a_
   return statement;
 }
 
+// Set for the full expression that is being lowered: its operators need not be searched when it has none.
+bool full_expr_has_statement_expression;
+
 // --- Sequence points -----------------------------------------------------------------------------
 
 static void move_out_logical_operator(an_expr_node *expr)
@@ -121,6 +124,7 @@ static void move_out_question(an_expr_node *expr)
 
 void lower_sequence_point_expr(an_expr_node *expr)
 {
+  if (!full_expr_has_statement_expression) return;
   switch (op_of(expr)) {
     case eok_land:
     case eok_lor:
