@@ -307,6 +307,8 @@ struct a_routine {
   bool variables_promoted : 1;
   bool is_left_out : 1;                // the writer skips it
   bool is_thunk : 1;
+  bool checks_printf_args : 1;         // #pragma __printf_args stood before a declaration
+  bool checks_scanf_args : 1;
   // Byte 8.
   bool has_function_try_block : 1;
   bool externally_visible : 1;

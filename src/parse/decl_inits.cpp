@@ -18,7 +18,6 @@
 #include "parse/decls.h"
 #include "parse/expr.h"
 #include "parse/exprutil.h"
-#include "parse/fp_constraints.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
 #include "parse/symbol_tbl.h"
@@ -280,7 +279,6 @@ static void attach_automatic_initializer(a_variable *variable, a_constant *const
   }
   init->variable = variable;
   init->position = *pos;
-  if (init->kind == dik_constant || init->kind == dik_expression) check_float_initialization(variable->type, pos);
   variable->init_kind = initk_dynamic;
   dynamic_initializer_of(variable) = init;
   warn_if_code_is_unreachable(ec_initialization_not_reachable, pos);

@@ -17,7 +17,6 @@
 #include "lex/token_cache.h"
 #include "mem/stack_limit.h"
 #include "parse/expr_internal.h"
-#include "parse/fp_constraints.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
@@ -317,7 +316,6 @@ static an_expr_node *finish_full_expression(an_operand *operand, a_type *expecte
 {
   an_expr_node *node = wrap_up_full_expression(make_node_from_operand(operand));
   if (relaxed_fp) replace_math_funcs(node, expected_type);
-  if (legal_float_precision != 1) check_float_operations_in_expr(node);
   return node;
 }
 

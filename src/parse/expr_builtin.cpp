@@ -373,7 +373,8 @@ static bool scan_va_list_argument(an_error_code code, an_operand *list, unsigned
   bool is_array = is_array_type(list->type);
   do_operand_transformations(list, is_array ? 0u : ot_keep_lvalues);
   if (list->kind == ok_error) return false;
-  if (!is_array && !is_lvalue_operand(list) && !is_pointer_type(list->type)) {
+  bool is_value = !is_array && !is_lvalue_operand(list) && !is_pointer_type(list->type);
+  if (is_value || is_arithmetic_or_enum_type(list->type)) {
     expr_pos_error(code, list->position);
     return false;
   }
@@ -431,7 +432,11 @@ static void check_va_arg_type(a_type *type, a_source_position pos)
   a_type *promoted = default_argument_promotion(make_unqualified_type(type));
   bool narrow = is_arithmetic_or_enum_type(type) && !is_enum_type(type) &&
                 !f_types_are_compatible(promoted, type, tco_ignore_top_qualifiers);
-  if (narrow || is_array_type(type) || is_function_type(type)) expr_pos_warning(ec_bad_va_arg, pos);
+  if (narrow) {
+    expr_pos_ty2_diagnostic(es_warning, ec_va_arg_would_have_been_promoted, pos, type, promoted);
+  } else if (is_array_type(type) || is_function_type(type)) {
+    expr_pos_warning(ec_bad_va_arg, pos);
+  }
 }
 
 static void scan_va_arg(an_operand *result)

@@ -190,8 +190,21 @@ static long attribute_number(an_attribute *attribute, int which)
   return (long)value_of_integer_constant(arg->variant.constant, &overflow);
 }
 
+// #pragma __printf_args: the format is the last parameter, and the ellipsis behind it what it describes.
+static void set_format_information_of_pragma(a_type *routine_type, a_routine *routine, an_arg_check_block *block)
+{
+  if (routine == nullptr || !block->has_ellipsis) return;
+  if (!routine->checks_printf_args && !routine->checks_scanf_args) return;
+  block->format_kind = routine->checks_printf_args ? fmk_printf : fmk_scanf;
+  block->format_arg_number = 0;
+  for (a_param_type *p = param_types_of(routine_type); p != nullptr; p = p->next) ++block->format_arg_number;
+  block->first_checked_arg = block->format_arg_number + 1;
+  if (block->format_arg_number == 0) block->format_kind = fmk_none;
+}
+
 static void set_format_information(a_type *routine_type, a_routine *routine, an_arg_check_block *block)
 {
+  set_format_information_of_pragma(routine_type, routine, block);
   an_attribute *list = attributes_of_call(skip_typerefs(routine_type), routine);
   if (list == nullptr) return;
   if (an_attribute *format = f_find_attribute(ak_format, list)) {

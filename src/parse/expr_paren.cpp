@@ -101,7 +101,8 @@ static void scan_compound_literal(a_type *type, a_source_position pos, an_operan
   bool is_static = !in_function_scope() || in_constant_context();
   a_constant constant;
   a_dynamic_init *init = nullptr;
-  if (is_function_type(type) || is_void_type(type) || is_vla_type(type)) {
+  bool incomplete = is_incomplete_type(type) && !is_incomplete_array_type(type);
+  if (is_function_type(type) || is_void_type(type) || is_vla_type(type) || incomplete) {
     expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, pos, type);
     type = error_type();
   }

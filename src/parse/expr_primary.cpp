@@ -27,11 +27,18 @@ static void finish_literal()
   get_token();
 }
 
+// In #if what is not evaluated doesn't matter; an integral constant expression of the language holds nothing else
+// even there.
+static bool must_be_integral()
+{
+  if (expr_stack->expression_kind == ek_preprocessing) return expr_stack->value_required;
+  return expr_stack->expression_kind == ek_integral_constant;
+}
+
 // A floating constant isn't integral, unless it is cast at once.
 static bool floating_constant_allowed(unsigned flags)
 {
-  if (!expr_stack->value_required) return true;
-  if (expr_stack->expression_kind == ek_preprocessing) return false;
+  if (expr_stack->expression_kind == ek_preprocessing) return !expr_stack->value_required;
   if (expr_stack->expression_kind != ek_integral_constant) return true;
   return (flags & se_float_cast_operand) != 0;
 }
@@ -82,7 +89,7 @@ void scan_string_literal(an_operand *result)
   if (next == tok_string_literal || (token_is_function_name(next) && gcc_mode && gnu_version < 30400)) {
     concat_adjacent_string_literals(true);
   }
-  if (expr_stack->expression_kind <= ek_integral_constant && expr_stack->value_required) {
+  if (must_be_integral()) {
     expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
     make_error_operand(result);
   } else {
@@ -172,7 +179,7 @@ void scan_function_name_token(an_operand *result)
   a_token_kind token = curr_token;
   a_source_position pos = pos_curr_token, end = end_pos_curr_token;
   bool in_function = curr_routine() != nullptr;
-  if (in_function && expr_stack->expression_kind <= ek_integral_constant && expr_stack->value_required) {
+  if (in_function && must_be_integral()) {
     expr_pos_error(ec_expr_not_integral_constant, pos);
     make_error_operand(result);
   } else if (is_string_in_this_mode(token)) {
@@ -240,9 +247,8 @@ static void make_operand_of_variable(a_symbol *symbol, an_operand *result)
 static void make_operand_of_routine(a_symbol *symbol, an_operand *result)
 {
   a_routine *routine = routine_of_symbol(symbol);
-  bool strict_kind = expr_stack->expression_kind <= ek_integral_constant && expr_stack->value_required;
   bool foldable = is_gnu_builtin_function(routine) && is_foldable_gnu_builtin_function(routine);
-  if (strict_kind && !foldable) {
+  if (must_be_integral() && !foldable) {
     expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
     make_error_operand(result);
     return;

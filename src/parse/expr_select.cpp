@@ -23,7 +23,7 @@ void scan_subscript(an_operand *left, a_rescan_control_block *, an_operand *resu
   a_source_position pos = pos_curr_token;
   an_operand index;
   bool forbidden = expr_stack->expression_kind == ek_preprocessing ||
-                   (expr_stack->expression_kind == ek_integral_constant && expr_stack->value_required);
+                   expr_stack->expression_kind == ek_integral_constant;
   get_token();
   ++expr_stack->paren_depth;
   add_stop_token(tok_rbracket);
@@ -210,7 +210,7 @@ void scan_field_selection(an_operand *left, a_rescan_control_block *, an_operand
   bool is_arrow = curr_token == tok_arrow;
   a_source_position op_pos = pos_curr_token;
   bool forbidden = expr_stack->expression_kind == ek_preprocessing ||
-                   (expr_stack->expression_kind == ek_integral_constant && expr_stack->value_required);
+                   expr_stack->expression_kind == ek_integral_constant;
   if (is_arrow) do_operand_transformations(left, 0);
   else do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
   get_token();

@@ -220,7 +220,7 @@ void scan_indirection_operator(an_operand *result)
   get_token();
   scan_expression(&operand, nullptr, prec_unary, 0);
   if (expr_stack->expression_kind == ek_preprocessing ||
-      (expr_stack->expression_kind == ek_integral_constant && expr_stack->value_required)) {
+      expr_stack->expression_kind == ek_integral_constant) {
     if (operand.kind != ok_error) expr_pos_error(not_allowed_in_constant_code(), pos);
     make_error_operand(result);
     return;

@@ -137,9 +137,40 @@ static bool same_class_of_conversion(a_type *from, a_type *to)
   return is_floating_type(from) && is_floating_type(to);
 }
 
+static bool is_bit_field_node(an_expr_node *node)
+{
+  if (!is_operation(node, eok_dot_field) && !is_operation(node, eok_arrow_field)) return false;
+  return field_of(second_operand_of(node))->is_bit_field;
+}
+
+// Old GNU C: `(c ? a : b) = x` stores in *(c ? &a : &b).
+static bool revert_conditional_to_lvalue(an_operand *operand)
+{
+  an_expr_node *node = operand->value.expr;
+  if (!is_operation(node, eok_question) || !gcc_mode || gnu_version >= 40000) return false;
+  an_expr_node *arms[] = {second_operand_of(node), second_operand_of(node)->next};
+  for (an_expr_node *arm : arms) {
+    if (!is_rvalueable_node(arm) || is_bit_field_node(arm) || !identical_types(arm->type, node->type)) return false;
+  }
+  an_expr_node *condition = first_operand_of(node);
+  for (an_expr_node *&arm : arms) {
+    arm->next = nullptr;
+    arm->is_lvalue = true;
+    arm = add_address_of_to_node(arm);
+  }
+  condition->next = arms[0];
+  arms[0]->next = arms[1];
+  an_operand saved = *operand;
+  an_expr_node *address = make_operator_node(eok_question, arms[0]->type, condition);
+  make_lvalue_expression_operand(add_indirection_to_node(address), operand);
+  restore_operand_details_incl_ref(operand, &saved);
+  return true;
+}
+
 void revert_gcc_rvalue_to_lvalue_if_possible(an_operand *operand, bool report)
 {
   if (operand->kind != ok_expression || operand->state != os_rvalue || !(gcc_mode || gpp_mode)) return;
+  if (revert_conditional_to_lvalue(operand)) return;
   an_operand saved = *operand;
   an_expr_node *node = operand->value.expr;
   if (!is_operation(node, eok_cast)) return;

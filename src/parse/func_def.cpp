@@ -14,7 +14,6 @@
 #include "lex/pragma.h"
 #include "parse/attribute.h"
 #include "parse/decls.h"
-#include "parse/fp_constraints.h"
 #include "parse/scope_stk.h"
 #include "parse/statements_parts.h"
 #include "parse/symbol_ref.h"
@@ -280,7 +279,6 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
   bool is_at_file_level = depth_scope_stack == 0;
   check_function_return_type(return_type_of(routine->type), &routine->source_corresp.decl_position,
                              false, routine);
-  check_float_types_of_routine(routine, &routine->source_corresp.decl_position);
   a_struct_stmt_stack_state stack_state;
   push_scope(sck_function, -1, routine->type, routine);
   routine->fp_contract_state = (unsigned char)curr_fp_contract_state;

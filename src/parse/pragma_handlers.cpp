@@ -204,13 +204,18 @@ void gcc_pragma(a_pending_pragma *pragma, a_symbol *, a_statement *)
   wrapup_rescan_of_pragma_tokens(true);
 }
 
+// The calls of the function are checked against the format in its last parameter before the ellipsis.
+void record_arg_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_statement *)
+{
+  if (symbol == nullptr || symbol->kind != sk_routine) return;
+  a_routine *routine = routine_of_symbol(symbol);
+  if (pragma->description->kind == pragk_printf_args) routine->checks_printf_args = true;
+  else routine->checks_scanf_args = true;
+}
+
 //---------------------------------------------------------------------------------------------
 // Pragmas whose modules aren't there yet: the record stays without effect.
 //---------------------------------------------------------------------------------------------
-
-void record_arg_pragma(a_pending_pragma *, a_symbol *, a_statement *)
-{
-}
 
 void instantiation_pragma(a_pending_pragma *, a_symbol *, a_statement *)
 {

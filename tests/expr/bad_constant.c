@@ -4,7 +4,7 @@ int v; const int cv = 5; int f(void); int arr[3]; struct S { int a; int b[4]; } 
 int a1[1.5];  // expect: error expr_not_integral_constant
 int a2[(int)1.5];
 int a3[0 ? (int)1.5 : 2];
-int a4[1 ? 2 : f()];
+int a4[1 ? 2 : f()];  // expect: error expr_not_integral_constant
 int a5[v];  // expect: error expr_not_constant
 int a6[v = 1];  // expect: error bad_integral_operator
 int a7[v++];  // expect: error bad_integral_operator
