@@ -168,7 +168,8 @@ static bool condition_holds(char letter, const void *entity, an_il_entry_kind ki
   switch (letter) {
     case 'a':
       *codes = {ec_attr_disallows_automatic_storage, ec_attr_requires_automatic_storage};
-      return variable && (variable->storage_class == sc_auto || variable->storage_class == sc_register);
+      return variable &&
+             (variable->storage_class == sc_auto || variable->storage_class == sc_register);
     case 'r':
       *codes = {ec_attr_disallows_register_storage, ec_attr_requires_register_storage};
       return variable && variable->declared_register;

@@ -65,7 +65,8 @@ static a_symbol *find_target(const char *name)
   a_symbol *chains[] = {header->active_symbols, header->inactive_symbols};
   for (a_symbol *symbol : chains) {
     for (; symbol; symbol = symbol->next_same_name) {
-      if (is_entity(symbol) && is_file_level(symbol) && asm_name_of(symbol) == nullptr) return symbol;
+      if (is_entity(symbol) && is_file_level(symbol) && asm_name_of(symbol) == nullptr)
+        return symbol;
     }
   }
   for (a_symbol *symbol = block_of_scope_entry(&scope_stack[0])->symbols; symbol;

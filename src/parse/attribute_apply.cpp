@@ -340,8 +340,8 @@ static void *apply_tls_model(an_attribute *attribute, void *entity, an_il_entry_
     return entity;
   }
   if (kind != iek_variable) return entity;
-  for (an_attribute *old = ((a_variable *)entity)->source_corresp.attributes; old && old != attribute;
-       old = old->next) {
+  for (an_attribute *old = ((a_variable *)entity)->source_corresp.attributes;
+       old && old != attribute; old = old->next) {
     if (old->kind != ak_tls_model) continue;
     const char *old_word = string_argument(old);
     if (old_word && strcmp(old_word, word) != 0) {

@@ -25,7 +25,8 @@ struct an_attribute_name {
 };
 
 static an_attribute_name attribute_names[] = {
-#define ATTRIBUTE(name, arguments, availability, kind) {name, arguments, availability, kind, nullptr},
+#define ATTRIBUTE(name, arguments, availability, kind)                                             \
+  {name, arguments, availability, kind, nullptr},
 #include "parse/attributes.def"
 };
 

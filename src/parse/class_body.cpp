@@ -1,6 +1,6 @@
 // class_body.cpp - bodies of classes: the member loop and the wrap-up of a complete class.
-// Rule:    the class is incomplete until its layout is done; whatever fails inside, the loop goes on
-//          at the next `;` or `}` and the class ends up complete.
+// Rule:    the class is incomplete until its layout is done; whatever fails inside, the loop goes
+//          on at the next `;` or `}` and the class ends up complete.
 // See:     C99 6.7.2.1; empty structures and flexible arrays in C89 are GNU.
 #include "driver/flags.h"
 #include "errors/error.h"

@@ -1,4 +1,4 @@
-// class_decl.cpp - heads of classes, structures and unions: tags, what they name, what they declare.
+// class_decl.cpp - heads of classes, structures and unions: tags, what they name or declare.
 // Uses:    the body (class_body.cpp).
 // Rule:    a tag's type is made at its first appearance and completed in place; a bad definition is
 //          read into a type of its own, so that its members are still checked.

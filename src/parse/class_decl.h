@@ -29,8 +29,8 @@ struct a_class_scan_state {
 a_type *class_specifier(uint32_t options, a_decl_parse_state *state, a_decl_pos_block *pos_block);
 
 // Finds or makes the type of a tag.  `kind` is sk_class_or_struct_tag, sk_union_tag or sk_enum_tag;
-// `type_kind` the kind for a new class.  is_definition: a body (or enum list) follows; is_alone: a `;`
-// follows, which redeclares the tag in the inner scope (C99 6.7.2.3p7).
+// `type_kind` the kind for a new class.  is_definition: a body (or enum list) follows; is_alone: a
+// `;` follows, which redeclares the tag in the inner scope (C99 6.7.2.3p7).
 a_type *find_or_enter_tag(a_symbol_locator *locator, unsigned char kind, a_type_kind type_kind,
                           bool is_definition, bool is_alone, a_decl_parse_state *state);
 

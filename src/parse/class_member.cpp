@@ -216,7 +216,8 @@ static bool bit_field_width(a_field *field, a_constant *width, a_type *type, boo
   }
   unsigned type_bits = bits_of_type(type);
   bool extension = targ_pad_bit_fields_larger_than_base_type && C_dialect == 2;
-  if ((unsigned long long)value <= type_bits && (unsigned long long)value <= targ_max_bit_field_size) {
+  if ((unsigned long long)value <= type_bits &&
+      (unsigned long long)value <= targ_max_bit_field_size) {
     field->bit_size = (unsigned char)value;
     return true;
   }

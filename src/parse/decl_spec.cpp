@@ -119,8 +119,8 @@ bool type_specifier_allowed(a_specifier_scan *scan)
   return false;
 }
 
-// An old GNU version only warns of a repeated type in a typedef (`typedef int bool;` where bool is a
-// keyword), which is known at the end of the list.
+// An old GNU version only warns of a repeated type in a typedef (`typedef int bool;` where bool is
+// a keyword), which is known at the end of the list.
 void bad_type_combination(a_specifier_scan *scan, a_source_position position)
 {
   if (gcc_mode && gnu_version <= 39999 && scan->deferred_error == ec_no_error) {
@@ -136,7 +136,8 @@ void bad_type_combination(a_specifier_scan *scan, a_source_position position)
 // A keyword that names a type by itself.
 static void simple_type_keyword(a_specifier_scan *scan, a_specifier_kind kind)
 {
-  bool misra_exempt = kind == spk_void || kind == spk_char || kind == spk_wchar_t || kind == spk_bool;
+  bool misra_exempt =
+      kind == spk_void || kind == spk_char || kind == spk_wchar_t || kind == spk_bool;
   if (check_misra_c_2004 && !misra_exempt && scan->state->storage_class != sc_typedef
       && !(scan->options & dso_no_misra)) {
     pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_6_3, pos_curr_token);
@@ -563,7 +564,8 @@ static bool one_specifier(a_specifier_scan *scan)
       get_token();
       return true;
     }
-    if (curr_token == tok_attribute && gnu_attributes_enabled) return attribute_specifier(scan), true;
+    if (curr_token == tok_attribute && gnu_attributes_enabled)
+      return attribute_specifier(scan), true;
     return false;
   }
   if (missing_semicolon(scan)) return false;

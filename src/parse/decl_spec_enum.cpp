@@ -208,8 +208,9 @@ static bool one_enumerator(an_enum_scan *scan)
   }
   a_symbol_locator locator = locator_for_curr_id;
   get_token();
-  an_attribute *attributes =
-    gnu_attributes_enabled && curr_token == tok_attribute ? scan_attributes(al_declarator) : nullptr;
+  an_attribute *attributes = gnu_attributes_enabled && curr_token == tok_attribute
+                                 ? scan_attributes(al_declarator)
+                                 : nullptr;
   ++scan->total;
   a_constant value;
   if (curr_token == tok_assign) {

@@ -93,7 +93,8 @@ static bool context_allows_storage_class(a_specifier_scan *scan, a_storage_class
     return false;
   }
   if ((options & dso_template) && storage != sc_extern && storage != sc_static) {
-    pos_error(storage == sc_typedef ? ec_typedef_not_allowed : ec_bad_storage_class_on_template_decl,
+    pos_error(storage == sc_typedef ? ec_typedef_not_allowed
+                                    : ec_bad_storage_class_on_template_decl,
               position);
     return false;
   }

@@ -37,7 +37,8 @@ void scan_lambda_declarator(a_lambda *lambda, a_decl_parse_state *state,
                             a_func_info_block *func_info, a_decl_pos_block *pos_block);
 
 // One part of a declarator: a pointer, an array or a function.  Parts are kept in a stack while the
-// declarator is read, so that they can be built from the outermost (next to the specifiers' type) in.
+// declarator is read, so that they can be built from the outermost (next to the specifiers' type)
+// in.
 enum a_declarator_part_kind : unsigned char {
   dpk_pointer,
   dpk_reference,

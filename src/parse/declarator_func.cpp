@@ -191,7 +191,8 @@ static a_param_type *make_param_type(a_prototype_scan *scan, a_decl_parse_state 
     param->type = make_unqualified_type(type);
     param->qualifiers = qualifiers;
   }
-  if (locator->header != nullptr && !locator->is_qualified) param->name = locator->header->identifier;
+  if (locator->header != nullptr && !locator->is_qualified)
+    param->name = locator->header->identifier;
   param->position = locator->position;
   param->declared_register = state->storage_class == sc_register;
   param->has_static_bound = state->array_is_static_param;
@@ -410,7 +411,8 @@ void exception_specification(a_type *routine_type)
   an_exception_specification *specification = alloc_exception_specification();
   specification->decl_range.start = pos_curr_token;
   if (report_embedded_cplusplus_noncompliance) {
-    embedded_cplusplus_noncompliance_diagnostic(pos_curr_token, ec_exceptions_in_embedded_cplusplus);
+    embedded_cplusplus_noncompliance_diagnostic(pos_curr_token,
+                                                ec_exceptions_in_embedded_cplusplus);
   }
   get_token();
   if (!required_token(tok_lparen, ec_exp_lparen)) return;

@@ -1,4 +1,4 @@
-// decls.cpp - the frame of a declaration: special forms, specifiers, the list of declarators, the `;`.
+// decls.cpp - the frame of a declaration: special forms, specifiers, declarators, the `;`.
 // Uses:    objects (decls_object.cpp), functions (decls_routine.cpp), typedefs (decls_typedef.cpp),
 //          the other forms (decls_special.cpp).
 // Rule:    every path takes at least one token or stops at a stop token of its caller.
@@ -331,7 +331,8 @@ static bool semicolon_is_missing(a_decl_parse_state *state)
     return true;
   }
   if (!defines || !cannot_begin_declaration() || curr_token == tok_attribute) return false;
-  if (curr_token == tok_asm || curr_token == tok_gnu_asm || curr_token == tok_lbracket) return false;
+  if (curr_token == tok_asm || curr_token == tok_gnu_asm || curr_token == tok_lbracket)
+    return false;
   required_token_no_advance(tok_semicolon, ec_exp_semicolon);
   if (curr_token == tok_semicolon) get_token();
   return true;
@@ -464,7 +465,8 @@ void handler_declaration(a_handler *handler, a_source_position *position, bool)
 //---------------------------------------------------------------------------------------------
 // Life cycle.
 
-// A use of a name whose extern declaration stood in a block that is closed: it is declared anew here.
+// A use of a name whose extern declaration stood in a block that is closed: it is declared anew
+// here.
 static a_symbol *redeclare_external_symbol(a_symbol *extern_symbol, a_symbol_locator *locator)
 {
   a_decl_parse_state state = null_decl_parse_state;

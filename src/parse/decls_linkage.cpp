@@ -142,7 +142,8 @@ static bool is_internal(a_symbol *symbol)
 // The declaration of the name at file scope, whether or not an inner one hides it.
 static a_symbol *file_scope_symbol(a_symbol_locator *locator)
 {
-  for (a_symbol *symbol = locator->header->active_symbols; symbol; symbol = symbol->next_same_name) {
+  for (a_symbol *symbol = locator->header->active_symbols; symbol;
+       symbol = symbol->next_same_name) {
     if (symbol->scope_number != scope_stack[0].number) continue;
     if (name_space_for_symbol_kind[symbol->kind] == nsk_ordinary) return symbol;
   }
@@ -179,7 +180,8 @@ static void find_prior(a_decl_decision *decision)
   a_symbol_locator copy = *decision->locator;
   copy.symbol = nullptr;
   decision->prior_symbol = curr_scope_id_lookup(&copy, lo_none);
-  // A predeclared function is a function of another file: it is no prior declaration of anything else.
+  // A predeclared function is a function of another file: it is no prior declaration of anything
+  // else.
   bool same_function = decision->routine && decision->storage_class != sc_static;
   if (decision->prior_symbol != nullptr && !same_function &&
       is_unused_predeclared_function(decision->prior_symbol)) {
@@ -201,10 +203,10 @@ static an_id_linkage_kind linkage_by_specifiers(const a_decl_decision *decision)
       && C_dialect == 2) {
     return idl_internal;
   }
-  bool is_cpp_const = C_dialect == 2 && !decision->routine && decision->storage_class != sc_extern
-                      && decision->prior_symbol == nullptr && !decision->at_block_level
-                      && !decision->has_explicit_linkage
-                      && is_const_qualified(decision->type) && !is_volatile_qualified(decision->type);
+  bool is_cpp_const = C_dialect == 2 && !decision->routine &&
+                      decision->storage_class != sc_extern && decision->prior_symbol == nullptr &&
+                      !decision->at_block_level && !decision->has_explicit_linkage &&
+                      is_const_qualified(decision->type) && !is_volatile_qualified(decision->type);
   return is_cpp_const ? idl_internal : idl_external;
 }
 
@@ -220,11 +222,13 @@ static void check_change_of_routine(a_decl_decision *decision, a_symbol *prior)
   }
 }
 
-// C99 6.2.2p4 and p5: extern (and a function without storage class) follows the visible declaration.
+// C99 6.2.2p4 and p5: extern (and a function without storage class) follows the visible
+// declaration.
 static void follow_prior_linkage(a_decl_decision *decision)
 {
   a_symbol *prior = decision->visible_symbol ? decision->visible_symbol : decision->prior_symbol;
-  if (prior == nullptr || !symbol_is_object_or_routine(prior)) prior = decision->prior_extern_symbol;
+  if (prior == nullptr || !symbol_is_object_or_routine(prior))
+    prior = decision->prior_extern_symbol;
   if (prior == nullptr || !symbol_is_object_or_routine(prior) || !has_linkage(prior)) return;
   check_change_of_routine(decision, prior);
   bool follows = decision->storage_class == sc_extern

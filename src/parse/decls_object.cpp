@@ -155,7 +155,8 @@ static a_symbol *declare_known_external(a_decl_decision *decision, a_symbol *ext
 static a_symbol *declare_block_extern(a_decl_decision *decision)
 {
   a_symbol *prior = decision->prior_symbol;
-  if (prior && prior->kind == sk_variable && variable_of_symbol(prior)->storage_class == sc_extern) {
+  if (prior && prior->kind == sk_variable &&
+      variable_of_symbol(prior)->storage_class == sc_extern) {
     return redeclare(decision, prior);
   }
   a_symbol *visible = decision->visible_symbol;
@@ -474,7 +475,8 @@ void object_declaration(a_symbol_locator *locator, a_decl_parse_state *state, bo
     initializer(state, &position, linkage, true, &end, pos_block);
   } else {
     check_complete(state, flags, locator->position);
-    if (C_dialect == 2 && (flags & rdf_definition)) def_initializer(state->symbol, &locator->position);
+    if (C_dialect == 2 && (flags & rdf_definition))
+      def_initializer(state->symbol, &locator->position);
   }
   process_curr_construct_pragmas(state->symbol, nullptr);
 }

@@ -390,8 +390,8 @@ static a_symbol *symbol_for_routine(a_decl_decision *decision)
 //---------------------------------------------------------------------------------------------
 // Inline.
 
-// Whether this declaration alone leaves the function without an external definition: `extern inline` by
-// the GNU rule, `inline` without `extern` by C99's (6.7.4p6).
+// Whether this declaration alone leaves the function without an external definition: `extern
+// inline` by the GNU rule, `inline` without `extern` by C99's (6.7.4p6).
 static bool asks_for_no_external_copy(const a_decl_decision *decision, const a_routine *routine)
 {
   const a_decl_parse_state *state = decision->state;

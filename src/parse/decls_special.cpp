@@ -230,7 +230,8 @@ static void namespace_definition()
   if (curr_token == tok_attribute) scan_attributes(al_tag);
   bool is_alias = curr_token == tok_assign;
   if (!at_namespace_level()) {
-    pos_error(is_alias ? ec_namespace_alias_def_not_allowed : ec_namespace_def_not_allowed, position);
+    pos_error(is_alias ? ec_namespace_alias_def_not_allowed : ec_namespace_def_not_allowed,
+              position);
   }
   if (is_alias) {
     namespace_alias(&locator);

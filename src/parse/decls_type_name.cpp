@@ -1,5 +1,5 @@
-// decls_type_name.cpp - type names, the tests that tell a type or declaration from an expression, and
-// the checks of parameter types.
+// decls_type_name.cpp - type names, the tests that tell a type or declaration from an expression,
+// and the checks of parameter types.
 // Rule:    the tests look at tokens and symbols only; they report nothing and leave the current
 //          token where it was.
 // See:     C99 6.7.6, 6.7.5.3p7.
@@ -73,8 +73,8 @@ bool is_type_start(uint32_t options)
   return is_type_keyword();
 }
 
-// An identifier that is nothing yet and stands where only a type can make sense: `foo bar`.  Taken as a
-// declaration, so that the name is reported and not what follows it.
+// An identifier that is nothing yet and stands where only a type can make sense: `foo bar`.  Taken
+// as a declaration, so that the name is reported and not what follows it.
 static bool is_unknown_type_name(uint32_t options)
 {
   if (C_dialect == 2) return false;
@@ -114,7 +114,8 @@ struct a_trial {
 static void trial_skip_balanced()
 {
   flush_until_matching_token();
-  if (curr_token == tok_rparen || curr_token == tok_rbracket || curr_token == tok_rbrace) get_token();
+  if (curr_token == tok_rparen || curr_token == tok_rbracket || curr_token == tok_rbrace)
+    get_token();
 }
 
 static void trial_declarator(a_trial *trial, int depth);
@@ -282,8 +283,8 @@ void type_name(a_type **type)
 
 void new_type_name(a_decl_parse_state *state, bool)
 {
-  type_name_with_options(state,
-                         dop_abstract_ok | dop_type_name | dop_no_function | dop_nonconstant_first_bound);
+  type_name_with_options(state, dop_abstract_ok | dop_type_name | dop_no_function |
+                                    dop_nonconstant_first_bound);
 }
 
 a_type *scan_type_for_sizeof(bool)

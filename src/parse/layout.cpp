@@ -388,7 +388,8 @@ static void place_bit_field(a_layout *layout, a_field *field)
   }
   field->offset = layout->next_byte;
   field->bit_offset = (unsigned char)layout->next_bit;
-  bool padded = targ_pad_bit_fields_larger_than_base_type && field->declared_width > field->bit_size;
+  bool padded =
+      targ_pad_bit_fields_larger_than_base_type && field->declared_width > field->bit_size;
   add_bits(layout, padded ? field->declared_width : field->bit_size);
   check_packed_span(field);
 }
@@ -398,8 +399,8 @@ static void place_bit_field(a_layout *layout, a_field *field)
 
 static void keep_union_end(a_layout *layout)
 {
-  bool larger = layout->next_byte > layout->union_byte
-                || (layout->next_byte == layout->union_byte && layout->next_bit > layout->union_bit);
+  bool larger = layout->next_byte > layout->union_byte ||
+                (layout->next_byte == layout->union_byte && layout->next_bit > layout->union_bit);
   if (!larger) return;
   layout->union_byte = layout->next_byte;
   layout->union_bit = layout->next_bit;

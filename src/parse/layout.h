@@ -5,8 +5,8 @@
 #include "il/il_fwd.h"
 #include "lex/pragma.h"
 
-// Gives every field its place and the class its size and alignment, and makes it complete.  Issues 104,
-// 105, 1168, 1236, 2150.
+// Gives every field its place and the class its size and alignment, and makes it complete.  Issues
+// 104, 105, 1168, 1236, 2150.
 void do_class_layout(a_type *class_type);
 // The alignment that the field's position and the class get from it.
 uint32_t alignment_of_field_full(a_field *field, bool for_bit_field);
