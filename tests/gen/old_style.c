@@ -1,6 +1,6 @@
 // options: --gcc
 // proves: definitions with identifier lists, calls without prototype, promotion of their arguments
-int printf();
+int printf(const char *, ...);
 int narrow(c, s, f, p) char c; short s; float f; char *p; { return c + s + (int)(f * 2) + *p; }
 double late();
 static twice(x) { return x + x; }
