@@ -1,13 +1,14 @@
 // il.h - construction of constants, expressions, statements, dynamic initializations and lifetimes.
 // Rule:    no builder fails or reports; error_node and the error constant are the error values.
-// Entry:   alloc_shareable_constant, make_operator_node, add_cast, var_rvalue_expr, make_variable, ...
+// Entry:   alloc_shareable_constant, make_operator_node, add_cast, var_rvalue_expr, make_variable,
+//          ...
 #pragma once
 #include "il/il_alloc.h"
 #include "il/types.h"
 
 // --- Constants -----------------------------------------------------------------------------------
-// A constant is built in a working record on the caller's stack (clear_constant, then a setter), and only
-// then given to alloc_shareable_constant.
+// A constant is built in a working record on the caller's stack (clear_constant, then a setter),
+// and only then given to alloc_shareable_constant.
 
 // A shared copy where sharing is possible, else a new one.
 a_constant *alloc_shareable_constant(const a_constant *constant);
@@ -30,7 +31,8 @@ void set_unsigned_integer_constant(a_constant *constant, unsigned long long valu
                                    an_integer_kind kind);
 void set_error_constant(a_constant *constant);
 a_constant *alloc_error_constant();
-// `implicit`: no explicit & stood in the source (array decay).  Both mark the entity's address as taken.
+// `implicit`: no explicit & stood in the source (array decay).  Both mark the entity's address as
+// taken.
 void set_variable_address_constant(a_variable *variable, a_constant *constant, bool implicit);
 void set_routine_address_constant(a_routine *routine, a_constant *constant, bool implicit);
 void set_label_address_constant(a_label *label, a_constant *constant);
@@ -62,7 +64,8 @@ bool has_non_file_scope_ref(const a_constant *constant);
 
 // A string as the aggregate of its characters; `array_type` gives the bound.
 a_constant *explode_string_initializer(a_constant *string, a_type *array_type);
-// `later` overrides `earlier`; side effects of what is overridden are kept in front of the later value.
+// `later` overrides `earlier`; side effects of what is overridden are kept in front of the later
+// value.
 a_constant *combine_initializers(a_constant *earlier, a_constant *later);
 a_constant *combine_initializer_constants(a_constant *earlier, a_constant *later);
 void add_to_aggregate(a_constant *aggregate, a_constant *element);
@@ -73,7 +76,7 @@ unsigned char_size_of_string(const a_constant *string);
 // Installed by the symbol table: the constant that a named constant's symbol stands for, or null;
 // `must_compare`: the caller has to check that the value still is that constant's.
 extern a_constant *(*named_constant_hook)(a_symbol *symbol, bool *must_compare);
-extern a_scope *innermost_function_scope;  // scope_stk.h
+extern a_scope *innermost_function_scope; // scope_stk.h
 
 struct a_shareable_constants_table;
 a_shareable_constants_table *alloc_function_shareable_constants_table();
@@ -88,8 +91,8 @@ uint32_t f_assign_string_literal_sequence_number();
 
 an_expr_node *error_node();
 an_expr_node *fs_error_node();
-// `first_operand` heads the operand list.  The plain form makes an rvalue, except for the operators whose
-// result is an lvalue in all cases.
+// `first_operand` heads the operand list.  The plain form makes an rvalue, except for the operators
+// whose result is an lvalue in all cases.
 an_expr_node *make_operator_node(an_expr_operator_kind op, a_type *type,
                                  an_expr_node *first_operand);
 an_expr_node *make_lvalue_operator_node(an_expr_operator_kind op, a_type *type,
@@ -199,7 +202,8 @@ void mark_object_lifetime_as_useless(an_object_lifetime *lifetime);
 bool is_useless_object_lifetime(const an_object_lifetime *lifetime);
 an_object_lifetime *innermost_block_object_lifetime();
 void detach_from_object_lifetime_tree(an_object_lifetime *lifetime);
-// The lifetime of the initializer's temporaries: the wrapper of a dik_expression, or the init's own.
+// The lifetime of the initializer's temporaries: the wrapper of a dik_expression, or the init's
+// own.
 an_object_lifetime *init_expr_lifetime_of(a_dynamic_init *init);
 
 a_local_static_variable_init *make_local_static_variable_init(a_variable *variable, a_scope *scope);
@@ -217,7 +221,8 @@ a_vla_dimension *make_vla_dimension(a_type *type, an_expr_node *expr, bool is_pa
                                     const a_source_position *position);
 a_vla_dimension *find_vla_dimension(a_type *type);
 a_vla_dimension *find_vla_dimension_in_current_function(a_type *type);
-// The entry with which a parameter's declarator is written: its expression stands outside of the body.
+// The entry with which a parameter's declarator is written: its expression stands outside of the
+// body.
 a_vla_dimension *find_declared_vla_dimension(a_type *type);
 void set_block_scope_handler(a_scope *scope, a_handler *handler);
 bool is_default_constructor(const a_routine *routine);
@@ -231,7 +236,7 @@ bool routine_might_exist_in_multiple_copies(a_routine *routine);
 void put_variable_into_comdat_group(a_variable *variable, const char *name);
 void put_routine_into_comdat_group(a_routine *routine, const char *name);
 unsigned alignment_of_variable(a_variable *variable);
-a_field *next_initializable_field(a_field *field);   // from this field on; null at the end
+a_field *next_initializable_field(a_field *field); // from this field on; null at the end
 a_field *first_initializable_field(a_type *class_type);
 // A name that is not one of a symbol: the entry's name is set and fixed.
 void assign_internal_name(a_source_correspondence *corresp, const char *name);

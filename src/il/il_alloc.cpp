@@ -1,6 +1,7 @@
 // il_alloc.cpp - allocation of IL entries by kind, the kinds of existing records, regions.
 // Owns:    il_header, curr_il_region_number, the prefix sizes, the free list of template arguments.
-// Rule:    every entry is zeroed and carries its prefix; a record's variant changes through set_*_kind only.
+// Rule:    every entry is zeroed and carries its prefix; a record's variant changes through
+//          set_*_kind only.
 #include "il/il_alloc.h"
 
 #include "driver/flags.h"
@@ -20,7 +21,7 @@ unsigned needed_flag_bit_number;
 bool statement_expressions_exist;
 unsigned file_scope_il_prefix_size = primary_file_scope_il_prefix_size;
 
-static a_template_arg *avail_template_args;  // of the current translation unit
+static a_template_arg *avail_template_args; // of the current translation unit
 
 void compute_il_prefix_size()
 {
@@ -260,8 +261,8 @@ an_attribute_group *alloc_attribute_group()
   return alloc_fs_entry<an_attribute_group>();
 }
 
-a_per_instantiation_needed_flags_entry *alloc_per_instantiation_needed_flags_entry(
-    bool in_file_scope)
+a_per_instantiation_needed_flags_entry *
+alloc_per_instantiation_needed_flags_entry(bool in_file_scope)
 {
   return in_file_scope ? alloc_fs_entry<a_per_instantiation_needed_flags_entry>()
                        : alloc_curr_entry<a_per_instantiation_needed_flags_entry>();
@@ -279,8 +280,7 @@ a_variable *alloc_variable(a_storage_class storage_class)
 {
   bool is_static =
       storage_class == sc_extern || storage_class == sc_static || storage_class == sc_unspecified;
-  a_variable *variable =
-      is_static ? alloc_fs_entry<a_variable>() : alloc_curr_entry<a_variable>();
+  a_variable *variable = is_static ? alloc_fs_entry<a_variable>() : alloc_curr_entry<a_variable>();
   clear_source_corresp(&variable->source_corresp);
   variable->storage_class = storage_class;
   variable->asm_name_is_text = true;
@@ -467,38 +467,38 @@ void set_type_kind(a_type *type, a_type_kind kind)
   memset((void *)&type->variant, 0, sizeof(type->variant));
   type->kind = kind;
   switch (kind) {
-    case tk_routine: {
-      a_routine_type_supplement *supplement = alloc_fs_entry<a_routine_type_supplement>();
-      supplement->type_linkage = default_routine_name_linkage;
-      as_routine(type).routine_supplement = supplement;
-      break;
-    }
-    case tk_class:
-    case tk_struct:
-    case tk_union: {
-      a_class_type_supplement *supplement = alloc_fs_entry<a_class_type_supplement>();
-      as_class(type).class_supplement = supplement;
-      clear_class_type_definition_fields(type);
-      break;
-    }
-    case tk_template_param:
-      as_template_param(type).template_param_supplement =
-          alloc_fs_entry<a_template_param_type_supplement>();
-      break;
-    case tk_typeref:  // its supplement is made by those who have something to put in it
-    case tk_error:
-    case tk_void:
-    case tk_integer:
-    case tk_float:
-    case tk_imaginary:
-    case tk_complex:
-    case tk_pointer:
-    case tk_array:
-    case tk_ptr_to_member:
-    case tk_cl_vector:
-    case tk_nullptr:
-    case tk_unknown: break;
-    case tk_last: unexpected_kind("type");
+  case tk_routine: {
+    a_routine_type_supplement *supplement = alloc_fs_entry<a_routine_type_supplement>();
+    supplement->type_linkage = default_routine_name_linkage;
+    as_routine(type).routine_supplement = supplement;
+    break;
+  }
+  case tk_class:
+  case tk_struct:
+  case tk_union: {
+    a_class_type_supplement *supplement = alloc_fs_entry<a_class_type_supplement>();
+    as_class(type).class_supplement = supplement;
+    clear_class_type_definition_fields(type);
+    break;
+  }
+  case tk_template_param:
+    as_template_param(type).template_param_supplement =
+        alloc_fs_entry<a_template_param_type_supplement>();
+    break;
+  case tk_typeref: // its supplement is made by those who have something to put in it
+  case tk_error:
+  case tk_void:
+  case tk_integer:
+  case tk_float:
+  case tk_imaginary:
+  case tk_complex:
+  case tk_pointer:
+  case tk_array:
+  case tk_ptr_to_member:
+  case tk_cl_vector:
+  case tk_nullptr:
+  case tk_unknown: break;
+  case tk_last: unexpected_kind("type");
   }
 }
 
@@ -541,31 +541,31 @@ void set_expr_node_kind(an_expr_node *expr, an_expr_node_kind kind)
   memset(&expr->variant, 0, sizeof(expr->variant));
   expr->kind = kind;
   switch (kind) {
-    case enk_operation: operation_of(expr).op = eok_last; break;
-    case enk_new_delete: new_delete_of(expr) = alloc_curr_entry<a_new_delete_supplement>(); break;
-    case enk_throw: throw_of(expr) = alloc_curr_entry<a_throw_supplement>(); break;
-    case enk_condition: condition_of(expr) = alloc_curr_entry<a_condition_supplement>(); break;
-    case enk_sizeof: sizeof_of(expr).is_type = true; break;
-    case enk_statement_expr: statement_expressions_exist = true; break;
-    case enk_builtin_operation: builtin_operation_of(expr).op = bok_last; break;
-    case enk_error:
-    case enk_constant:
-    case enk_variable:
-    case enk_field:
-    case enk_temp_init:
-    case enk_lambda:
-    case enk_lifetime_wrapper:
-    case enk_typeid:
-    case enk_sizeof_pack:
-    case enk_address_of_ellipsis:
-    case enk_temp_ref:
-    case enk_lowered_eh_construct:
-    case enk_wrapper_call:
-    case enk_routine:
-    case enk_variable_marker:
-    case enk_type_operand:
-    case enk_param_ref: break;
-    case enk_last: unexpected_kind("expression node");
+  case enk_operation: operation_of(expr).op = eok_last; break;
+  case enk_new_delete: new_delete_of(expr) = alloc_curr_entry<a_new_delete_supplement>(); break;
+  case enk_throw: throw_of(expr) = alloc_curr_entry<a_throw_supplement>(); break;
+  case enk_condition: condition_of(expr) = alloc_curr_entry<a_condition_supplement>(); break;
+  case enk_sizeof: sizeof_of(expr).is_type = true; break;
+  case enk_statement_expr: statement_expressions_exist = true; break;
+  case enk_builtin_operation: builtin_operation_of(expr).op = bok_last; break;
+  case enk_error:
+  case enk_constant:
+  case enk_variable:
+  case enk_field:
+  case enk_temp_init:
+  case enk_lambda:
+  case enk_lifetime_wrapper:
+  case enk_typeid:
+  case enk_sizeof_pack:
+  case enk_address_of_ellipsis:
+  case enk_temp_ref:
+  case enk_lowered_eh_construct:
+  case enk_wrapper_call:
+  case enk_routine:
+  case enk_variable_marker:
+  case enk_type_operand:
+  case enk_param_ref: break;
+  case enk_last: unexpected_kind("expression node");
   }
 }
 
@@ -589,33 +589,33 @@ void set_statement_kind(a_statement *statement, a_statement_kind kind)
   memset(&statement->variant, 0, sizeof(statement->variant));
   statement->kind = kind;
   switch (kind) {
-    case stmk_block: {
-      a_block_supplement *supplement = alloc_curr_entry<a_block_supplement>();
-      supplement->end_is_reachable = true;
-      block_supplement_of(statement) = supplement;
-      break;
-    }
-    case stmk_for: for_supplement_of(statement) = alloc_curr_entry<a_for_supplement>(); break;
-    case stmk_switch:
-      switch_supplement_of(statement) = alloc_curr_entry<a_switch_supplement>();
-      break;
-    case stmk_try: try_supplement_of(statement) = alloc_curr_entry<a_try_supplement>(); break;
-    case stmk_expr:
-    case stmk_if:
-    case stmk_while:
-    case stmk_goto:
-    case stmk_label:
-    case stmk_return:
-    case stmk_do:
-    case stmk_case:
-    case stmk_init:
-    case stmk_asm:
-    case stmk_decl_entities:
-    case stmk_vla_decl:
-    case stmk_type_or_var_decl:
-    case stmk_computed_goto:
-    case stmk_vla_dealloc: break;
-    case stmk_last: unexpected_kind("statement");
+  case stmk_block: {
+    a_block_supplement *supplement = alloc_curr_entry<a_block_supplement>();
+    supplement->end_is_reachable = true;
+    block_supplement_of(statement) = supplement;
+    break;
+  }
+  case stmk_for: for_supplement_of(statement) = alloc_curr_entry<a_for_supplement>(); break;
+  case stmk_switch:
+    switch_supplement_of(statement) = alloc_curr_entry<a_switch_supplement>();
+    break;
+  case stmk_try: try_supplement_of(statement) = alloc_curr_entry<a_try_supplement>(); break;
+  case stmk_expr:
+  case stmk_if:
+  case stmk_while:
+  case stmk_goto:
+  case stmk_label:
+  case stmk_return:
+  case stmk_do:
+  case stmk_case:
+  case stmk_init:
+  case stmk_asm:
+  case stmk_decl_entities:
+  case stmk_vla_decl:
+  case stmk_type_or_var_decl:
+  case stmk_computed_goto:
+  case stmk_vla_dealloc: break;
+  case stmk_last: unexpected_kind("statement");
   }
 }
 
@@ -688,23 +688,23 @@ a_scope *scope_for_routine(const a_routine *routine)
 a_source_correspondence *source_corresp_for_il_entry(void *entry, an_il_entry_kind kind)
 {
   switch (kind) {
-    case iek_constant: return &((a_constant *)entry)->source_corresp;
-    case iek_type: return &((a_type *)entry)->source_corresp;
-    case iek_variable: return &((a_variable *)entry)->source_corresp;
-    case iek_field: return &((a_field *)entry)->source_corresp;
-    case iek_routine: return &((a_routine *)entry)->source_corresp;
-    case iek_label: return &((a_label *)entry)->source_corresp;
-    case iek_namespace: return &((a_namespace *)entry)->source_corresp;
-    case iek_asm_entry: return &((an_asm_entry *)entry)->source_corresp;
-    case iek_pragma: return &((a_pragma *)entry)->source_corresp;
-    case iek_template: return &((a_template *)entry)->source_corresp;
-    case iek_macro: return &((a_macro *)entry)->source_corresp;
-    default: return nullptr;
+  case iek_constant: return &((a_constant *)entry)->source_corresp;
+  case iek_type: return &((a_type *)entry)->source_corresp;
+  case iek_variable: return &((a_variable *)entry)->source_corresp;
+  case iek_field: return &((a_field *)entry)->source_corresp;
+  case iek_routine: return &((a_routine *)entry)->source_corresp;
+  case iek_label: return &((a_label *)entry)->source_corresp;
+  case iek_namespace: return &((a_namespace *)entry)->source_corresp;
+  case iek_asm_entry: return &((an_asm_entry *)entry)->source_corresp;
+  case iek_pragma: return &((a_pragma *)entry)->source_corresp;
+  case iek_template: return &((a_template *)entry)->source_corresp;
+  case iek_macro: return &((a_macro *)entry)->source_corresp;
+  default: return nullptr;
   }
 }
 
-// The state of a new head: an entity that the compiler makes counts as referenced until a symbol says
-// otherwise.
+// The state of a new head: an entity that the compiler makes counts as referenced until a symbol
+// says otherwise.
 static const a_source_correspondence initial_source_corresp = []() {
   a_source_correspondence head = {};
   head.referenced = true;
@@ -783,22 +783,22 @@ static bool type_is_never_orphaned(const a_type *type)
 static bool is_orphan(void *entry, an_il_entry_kind kind)
 {
   switch (kind) {
-    case iek_complex_value:
-    case iek_template_arg:
-    case iek_name_reference:
-    case iek_attribute: return true;
-    case iek_base_class: {
-      const a_type *derived_class = ((a_base_class *)entry)->derived_class;
-      return derived_class != nullptr && as_class(derived_class).is_template_dependent;
-    }
-    case iek_type:
-      if (type_is_never_orphaned((a_type *)entry)) return false;
-      if (((a_type *)entry)->kind == tk_template_param) return true;
-      break;
-    case iek_constant:
-      if (((a_constant *)entry)->kind == ck_template_param) return true;
-      break;
-    default: return false;
+  case iek_complex_value:
+  case iek_template_arg:
+  case iek_name_reference:
+  case iek_attribute: return true;
+  case iek_base_class: {
+    const a_type *derived_class = ((a_base_class *)entry)->derived_class;
+    return derived_class != nullptr && as_class(derived_class).is_template_dependent;
+  }
+  case iek_type:
+    if (type_is_never_orphaned((a_type *)entry)) return false;
+    if (((a_type *)entry)->kind == tk_template_param) return true;
+    break;
+  case iek_constant:
+    if (((a_constant *)entry)->kind == ck_template_param) return true;
+    break;
+  default: return false;
   }
   const a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
   if (corresp->name != nullptr || corresp->is_class_member) return false;

@@ -1,7 +1,7 @@
 // il_alloc.h - allocation of IL entries, regions, parent links and the lists of scopes.
 // Owns:    il_header, curr_il_region_number, the prefix sizes, the orphan lists.
-// Rule:    a file-scope entry never keeps a plain pointer into a function's region; the link is kept the
-//          other way round, in a reference record of the function (make_local_scope_ref).
+// Rule:    a file-scope entry never keeps a plain pointer into a function's region; the link is
+//          kept the other way round, in a reference record of the function (make_local_scope_ref).
 // Entry:   alloc_variable, alloc_routine, ..., new_il_region, set_source_corresp, add_to_*_list.
 // No routine here fails or issues diagnostics; exhausted memory ends in the region manager.
 #pragma once
@@ -13,18 +13,18 @@
 
 // --- State ---------------------------------------------------------------------------------------
 
-extern an_il_header il_header;               // writers: the owners of the fields
-extern int curr_il_region_number;            // 0 between translation units
-extern bool initial_value_for_il_lowering_flag;   // 1 while lowering creates entries
-extern bool in_front_end;                    // clear in the back end and between
-extern bool flag_value_meaning_visited;      // see il_walk.h
+extern an_il_header il_header;                  // writers: the owners of the fields
+extern int curr_il_region_number;               // 0 between translation units
+extern bool initial_value_for_il_lowering_flag; // 1 while lowering creates entries
+extern bool in_front_end;                       // clear in the back end and between
+extern bool flag_value_meaning_visited;         // see il_walk.h
 extern bool okay_to_eliminate_unneeded_il_entries;
-extern bool il_lowering_underway;            // writer: lowering
+extern bool il_lowering_underway; // writer: lowering
 extern a_name_linkage_kind default_routine_name_linkage;
 extern unsigned needed_flag_bit_number;
-extern bool statement_expressions_exist;     // some node of the unit is one
-extern const unsigned short *const sizeof_il_entry;    // by kind; 9999 behind the last
-extern const char *const *const il_entry_kind_names;   // by kind, for dumps and internal errors
+extern bool statement_expressions_exist;             // some node of the unit is one
+extern const unsigned short *const sizeof_il_entry;  // by kind; 9999 behind the last
+extern const char *const *const il_entry_kind_names; // by kind, for dumps and internal errors
 
 // --- Entry prefix --------------------------------------------------------------------------------
 
@@ -75,9 +75,10 @@ inline bool is_file_scope_entry(const void *entry)
 // Sets the prefix sizes for the translation unit in force.
 void compute_il_prefix_size();
 
-extern bool is_primary_translation_unit;  // trans_unit.h
+extern bool is_primary_translation_unit; // trans_unit.h
 
-// Zeroed storage for an entry of `size` bytes in a region, with the prefix that the region asks for.
+// Zeroed storage for an entry of `size` bytes in a region, with the prefix that the region asks
+// for.
 inline void *alloc_il_entry_in_region(int region, size_t size, bool in_file_scope)
 {
   unsigned prefix = in_file_scope ? file_scope_il_prefix_size : function_il_prefix_size;
@@ -99,20 +100,19 @@ inline void *alloc_in_current_region(size_t size)
   bool in_file_scope = curr_il_region_number == file_scope_region_number;
   return alloc_il_entry_in_region(curr_il_region_number, size, in_file_scope);
 }
-template <class a_record>
-inline a_record *alloc_fs_entry()
+template <class a_record> inline a_record *alloc_fs_entry()
 {
   return (a_record *)alloc_il(sizeof(a_record));
 }
-template <class a_record>
-inline a_record *alloc_curr_entry()
+template <class a_record> inline a_record *alloc_curr_entry()
 {
   return (a_record *)alloc_in_current_region(sizeof(a_record));
 }
 
 // Region 1, with the primary prefix, also while a secondary unit is current.
 void *alloc_primary_file_scope_il(size_t size);
-// Beside `entry`: the current region for an entry of a function, else the file-scope region of its unit.
+// Beside `entry`: the current region for an entry of a function, else the file-scope region of its
+// unit.
 void *alloc_in_same_region_as(const void *entry, size_t size);
 // Null-terminated copies: file-scope IL with prefix, or region 0 without.
 char *copy_string_to_region(bool in_file_scope, const char *text);
@@ -123,8 +123,8 @@ char *alloc_text_of_string_literal(uint64_t length);
 
 a_source_file *alloc_source_file();
 a_seq_number_lookup_entry *alloc_seq_number_lookup_entry();
-a_constant *alloc_constant(a_constant_kind kind);         // current region
-a_constant *fs_constant(a_constant_kind kind);            // file scope
+a_constant *alloc_constant(a_constant_kind kind); // current region
+a_constant *fs_constant(a_constant_kind kind);    // file scope
 a_param_type *alloc_param_type(a_type *type);
 a_based_type_list_member *alloc_based_type_list_member(a_type *base_type);
 a_type *alloc_type(a_type_kind kind);
@@ -165,8 +165,8 @@ a_scope_orphaned_list_header *alloc_scope_orphaned_list_header();
 a_pragma *alloc_pragma(unsigned char kind, const void *related_entry);
 a_template *alloc_template(a_template_kind kind);
 a_macro *alloc_macro();
-a_per_instantiation_needed_flags_entry *alloc_per_instantiation_needed_flags_entry(
-    bool in_file_scope);
+a_per_instantiation_needed_flags_entry *
+alloc_per_instantiation_needed_flags_entry(bool in_file_scope);
 a_decl_position_supplement *alloc_decl_position_supplement(bool in_file_scope);
 a_template_decl *alloc_template_decl();
 a_template_param *alloc_template_parameter();
@@ -181,7 +181,8 @@ an_attribute *alloc_attribute();
 an_attribute_arg *alloc_attribute_arg();
 an_attribute_group *alloc_attribute_group();
 
-// The kind of an existing record: resets the variant part and allocates the supplement that it needs.
+// The kind of an existing record: resets the variant part and allocates the supplement that it
+// needs.
 void set_constant_kind(a_constant *constant, a_constant_kind kind);
 void set_template_param_constant_kind(a_constant *constant, a_template_param_constant_kind kind);
 void set_type_kind(a_type *type, a_type_kind kind);
@@ -297,8 +298,8 @@ void add_to_dynamic_inits_list(a_dynamic_init *init, int depth);
 void add_to_macros_list(a_macro *macro);
 void add_to_scopes_list(a_scope *scope, int depth);
 void add_to_local_static_inits_list(a_local_static_variable_init *init, a_scope *scope);
-// The same when only the scope is known; its tails are found through get_pointers_block_for_scope, or
-// searched.  Lowering uses them.
+// The same when only the scope is known; its tails are found through get_pointers_block_for_scope,
+// or searched.  Lowering uses them.
 void add_variable_to_scope(a_variable *variable, a_scope *scope);
 bool may_be_added_to_types_list(const a_type *type, int depth);
 void remove_from_routines_list(a_routine *routine, a_scope *scope);

@@ -110,31 +110,27 @@ void make_zero_of_proper_type(a_type *type, a_constant *constant)
 {
   a_type *bare = skip_typerefs(type);
   switch (bare->kind) {
-    case tk_integer:
-    case tk_pointer:
-    case tk_nullptr:
-      clear_constant(constant, ck_integer);
-      break;
-    case tk_float:
-      clear_constant(constant, ck_float);
-      float_of(constant) = pos_zero;
-      break;
-    case tk_imaginary:
-      clear_constant(constant, ck_imaginary);
-      float_of(constant) = pos_zero;
-      break;
-    case tk_complex:
-      set_complex_constant(constant, &pos_zero, &pos_zero, as_float(bare).float_kind);
-      break;
-    case tk_ptr_to_member: {
-      bool is_function = is_function_type(as_ptr_to_member(bare).member_type);
-      clear_constant(constant, ck_ptr_to_member);
-      ptr_to_member_of(constant).is_member_function = is_function;
-      break;
-    }
-    default:
-      set_error_constant(constant);
-      return;
+  case tk_integer:
+  case tk_pointer:
+  case tk_nullptr: clear_constant(constant, ck_integer); break;
+  case tk_float:
+    clear_constant(constant, ck_float);
+    float_of(constant) = pos_zero;
+    break;
+  case tk_imaginary:
+    clear_constant(constant, ck_imaginary);
+    float_of(constant) = pos_zero;
+    break;
+  case tk_complex:
+    set_complex_constant(constant, &pos_zero, &pos_zero, as_float(bare).float_kind);
+    break;
+  case tk_ptr_to_member: {
+    bool is_function = is_function_type(as_ptr_to_member(bare).member_type);
+    clear_constant(constant, ck_ptr_to_member);
+    ptr_to_member_of(constant).is_member_function = is_function;
+    break;
+  }
+  default: set_error_constant(constant); return;
   }
   constant->type = type;
 }
@@ -144,14 +140,14 @@ void make_zero_of_proper_type(a_type *type, a_constant *constant)
 bool is_zero_constant(const a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_integer: return cmplit_integer_constant(constant, 0) == 0;
-    case ck_float:
-    case ck_imaginary: return fp_is_zero_constant(&float_of(constant));
-    case ck_complex:
-      return fp_is_zero_constant(&complex_of(constant)->real) &&
-             fp_is_zero_constant(&complex_of(constant)->imag);
-    case ck_ptr_to_member: return pm_constant_is_null(constant);
-    default: return false;
+  case ck_integer: return cmplit_integer_constant(constant, 0) == 0;
+  case ck_float:
+  case ck_imaginary: return fp_is_zero_constant(&float_of(constant));
+  case ck_complex:
+    return fp_is_zero_constant(&complex_of(constant)->real) &&
+           fp_is_zero_constant(&complex_of(constant)->imag);
+  case ck_ptr_to_member: return pm_constant_is_null(constant);
+  default: return false;
   }
 }
 
@@ -191,18 +187,18 @@ bool pm_constant_is_null(const a_constant *constant)
 bool constant_contains_error(const a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_error: return true;
-    case ck_address_difference:
-      return constant_contains_error(address_difference_of(constant).minuend) ||
-             constant_contains_error(address_difference_of(constant).subtrahend);
-    case ck_init_repeat: return constant_contains_error(init_repeat_of(constant).repeated);
-    case ck_aggregate:
-      for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
-           element = element->next) {
-        if (constant_contains_error(element)) return true;
-      }
-      return false;
-    default: return constant->type != nullptr && is_error_type(constant->type);
+  case ck_error: return true;
+  case ck_address_difference:
+    return constant_contains_error(address_difference_of(constant).minuend) ||
+           constant_contains_error(address_difference_of(constant).subtrahend);
+  case ck_init_repeat: return constant_contains_error(init_repeat_of(constant).repeated);
+  case ck_aggregate:
+    for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
+         element = element->next) {
+      if (constant_contains_error(element)) return true;
+    }
+    return false;
+  default: return constant->type != nullptr && is_error_type(constant->type);
   }
 }
 
@@ -220,47 +216,47 @@ static bool is_function_local(const void *entry)
 static bool template_param_has_local_ref(const a_constant_template_param &param)
 {
   switch (param.kind) {
-    case tpck_expression: return is_function_local(param.expr);
-    case tpck_cast:
-    case tpck_address_of_constant:
-    case tpck_unknown_function_with_args: return is_function_local(param.constant);
-    case tpck_sizeof:
-    case tpck_alignof:
-    case tpck_uuidof:
-    case tpck_typeid: return !param.operand_is_type && is_function_local(param.expr);
-    default: return false;
+  case tpck_expression: return is_function_local(param.expr);
+  case tpck_cast:
+  case tpck_address_of_constant:
+  case tpck_unknown_function_with_args: return is_function_local(param.constant);
+  case tpck_sizeof:
+  case tpck_alignof:
+  case tpck_uuidof:
+  case tpck_typeid: return !param.operand_is_type && is_function_local(param.expr);
+  default: return false;
   }
 }
 
 bool has_non_file_scope_ref(const a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_error:
-    case ck_integer:
-    case ck_float:
-    case ck_complex:
-    case ck_imaginary:
-    case ck_ptr_to_member:
-    case ck_designator: return false;
-    case ck_string: return string_of(constant).string_literal_number != 0;
-    case ck_address:
-      if (address_of(constant).kind == ack_label) return true;
-      return is_function_local(address_of(constant).entity);
-    case ck_address_difference: return true;
-    case ck_dynamic_init: return is_function_local(dynamic_init_of(constant));
-    case ck_aggregate: {
-      const a_constant *first = aggregate_of(constant).first_element;
-      if (is_function_local(first)) return true;
-      for (; first != nullptr; first = first->next) {
-        if (has_non_file_scope_ref(first)) return true;
-      }
-      return false;
+  case ck_error:
+  case ck_integer:
+  case ck_float:
+  case ck_complex:
+  case ck_imaginary:
+  case ck_ptr_to_member:
+  case ck_designator: return false;
+  case ck_string: return string_of(constant).string_literal_number != 0;
+  case ck_address:
+    if (address_of(constant).kind == ack_label) return true;
+    return is_function_local(address_of(constant).entity);
+  case ck_address_difference: return true;
+  case ck_dynamic_init: return is_function_local(dynamic_init_of(constant));
+  case ck_aggregate: {
+    const a_constant *first = aggregate_of(constant).first_element;
+    if (is_function_local(first)) return true;
+    for (; first != nullptr; first = first->next) {
+      if (has_non_file_scope_ref(first)) return true;
     }
-    case ck_init_repeat:
-      return is_function_local(init_repeat_of(constant).repeated) ||
-             has_non_file_scope_ref(init_repeat_of(constant).repeated);
-    case ck_template_param: return template_param_has_local_ref(template_param_of(constant));
-    case ck_last: break;
+    return false;
+  }
+  case ck_init_repeat:
+    return is_function_local(init_repeat_of(constant).repeated) ||
+           has_non_file_scope_ref(init_repeat_of(constant).repeated);
+  case ck_template_param: return template_param_has_local_ref(template_param_of(constant));
+  case ck_last: break;
   }
   unexpected_kind("constant");
 }
@@ -307,22 +303,22 @@ static bool same_template_param(const a_constant *a, const a_constant *b, unsign
   const a_constant_template_param &right = template_param_of(b);
   if (left.kind != right.kind) return false;
   switch (left.kind) {
-    case tpck_param: return left.position == right.position && left.level == right.level;
-    case tpck_expression: return compare_expressions(left.expr, right.expr, options);
-    case tpck_unknown_function: return a->source_corresp.name == b->source_corresp.name;
-    case tpck_address_of_unknown_function: return left.type == right.type;
-    case tpck_cast:
-    case tpck_address_of_constant:
-    case tpck_unknown_function_with_args:
-      return compare_constants(left.constant, right.constant, options);
-    case tpck_sizeof:
-    case tpck_alignof:
-    case tpck_uuidof:
-    case tpck_typeid:
-      if (left.operand_is_type != right.operand_is_type) return false;
-      if (left.operand_is_type) return f_identical_types(left.type, right.type, ido_none);
-      return compare_expressions(left.expr, right.expr, options);
-    case tpck_last: break;
+  case tpck_param: return left.position == right.position && left.level == right.level;
+  case tpck_expression: return compare_expressions(left.expr, right.expr, options);
+  case tpck_unknown_function: return a->source_corresp.name == b->source_corresp.name;
+  case tpck_address_of_unknown_function: return left.type == right.type;
+  case tpck_cast:
+  case tpck_address_of_constant:
+  case tpck_unknown_function_with_args:
+    return compare_constants(left.constant, right.constant, options);
+  case tpck_sizeof:
+  case tpck_alignof:
+  case tpck_uuidof:
+  case tpck_typeid:
+    if (left.operand_is_type != right.operand_is_type) return false;
+    if (left.operand_is_type) return f_identical_types(left.type, right.type, ido_none);
+    return compare_expressions(left.expr, right.expr, options);
+  case tpck_last: break;
   }
   unexpected_kind("template parameter constant");
 }
@@ -361,42 +357,43 @@ static bool same_elements(const a_constant *a, const a_constant *b, unsigned opt
 
 static a_float_kind float_kind_of_constant(const a_constant *constant)
 {
-  return constant->type == nullptr ? fk_long_double : as_float(skip_typerefs(constant->type)).float_kind;
+  return constant->type == nullptr ? fk_long_double
+                                   : as_float(skip_typerefs(constant->type)).float_kind;
 }
 
 static bool same_value(const a_constant *a, const a_constant *b, unsigned options)
 {
   switch (a->kind) {
-    case ck_error: return true;
-    case ck_integer:
-      if ((options & cco_same_type) != 0 && !same_integer_form(a, b)) return false;
-      return cmp_integer_constants(a, b) == 0;
-    case ck_string: return same_string(string_of(a), string_of(b));
-    case ck_float:
-    case ck_imaginary:
-      return fp_same_representation(float_kind_of_constant(a), &float_of(a), &float_of(b));
-    case ck_complex: {
-      a_float_kind kind = float_kind_of_constant(a);
-      return fp_same_representation(kind, &complex_of(a)->real, &complex_of(b)->real) &&
-             fp_same_representation(kind, &complex_of(a)->imag, &complex_of(b)->imag);
-    }
-    case ck_address: return same_address(address_of(a), address_of(b));
-    case ck_ptr_to_member: return same_ptr_to_member(ptr_to_member_of(a), ptr_to_member_of(b));
-    case ck_address_difference: {
-      const a_constant_address_difference &left = address_difference_of(a);
-      const a_constant_address_difference &right = address_difference_of(b);
-      return compare_constants(left.minuend, right.minuend, options) &&
-             compare_constants(left.subtrahend, right.subtrahend, options);
-    }
-    case ck_dynamic_init: return dynamic_init_of(a) == dynamic_init_of(b);
-    case ck_aggregate:
-      return same_elements(aggregate_of(a).first_element, aggregate_of(b).first_element, options);
-    case ck_init_repeat:
-      return init_repeat_of(a).count == init_repeat_of(b).count &&
-             compare_constants(init_repeat_of(a).repeated, init_repeat_of(b).repeated, options);
-    case ck_template_param: return same_template_param(a, b, options);
-    case ck_designator: return false;
-    case ck_last: break;
+  case ck_error: return true;
+  case ck_integer:
+    if ((options & cco_same_type) != 0 && !same_integer_form(a, b)) return false;
+    return cmp_integer_constants(a, b) == 0;
+  case ck_string: return same_string(string_of(a), string_of(b));
+  case ck_float:
+  case ck_imaginary:
+    return fp_same_representation(float_kind_of_constant(a), &float_of(a), &float_of(b));
+  case ck_complex: {
+    a_float_kind kind = float_kind_of_constant(a);
+    return fp_same_representation(kind, &complex_of(a)->real, &complex_of(b)->real) &&
+           fp_same_representation(kind, &complex_of(a)->imag, &complex_of(b)->imag);
+  }
+  case ck_address: return same_address(address_of(a), address_of(b));
+  case ck_ptr_to_member: return same_ptr_to_member(ptr_to_member_of(a), ptr_to_member_of(b));
+  case ck_address_difference: {
+    const a_constant_address_difference &left = address_difference_of(a);
+    const a_constant_address_difference &right = address_difference_of(b);
+    return compare_constants(left.minuend, right.minuend, options) &&
+           compare_constants(left.subtrahend, right.subtrahend, options);
+  }
+  case ck_dynamic_init: return dynamic_init_of(a) == dynamic_init_of(b);
+  case ck_aggregate:
+    return same_elements(aggregate_of(a).first_element, aggregate_of(b).first_element, options);
+  case ck_init_repeat:
+    return init_repeat_of(a).count == init_repeat_of(b).count &&
+           compare_constants(init_repeat_of(a).repeated, init_repeat_of(b).repeated, options);
+  case ck_template_param: return same_template_param(a, b, options);
+  case ck_designator: return false;
+  case ck_last: break;
   }
   unexpected_kind("constant");
 }
@@ -424,12 +421,13 @@ bool eq_constants(const a_constant *a, const a_constant *b)
 uint32_t hash_string(const char *text)
 {
   uint32_t hash = 0;
-  for (; *text != 0; text++) hash = hash * 33 + (uint32_t)(int)(signed char)*text;
+  for (; *text != 0; text++)
+    hash = hash * 33 + (uint32_t)(int)(signed char)*text;
   return hash;
 }
 
-// The hash decides the order of shared constants only, never the output, so that it may use what is at
-// hand; but it may not depend on addresses, since runs are to be repeatable in time too.
+// The hash decides the order of shared constants only, never the output, so that it may use what is
+// at hand; but it may not depend on addresses, since runs are to be repeatable in time too.
 static uint32_t hash_of_type(const a_type *type)
 {
   if (type == nullptr) return 0;
@@ -444,13 +442,13 @@ static uint32_t hash_of_address(const a_constant_address &address)
   uint32_t hash = address.kind * 3u + (uint32_t)address.offset;
   const a_source_correspondence *corresp = nullptr;
   switch (address.kind) {
-    case ack_routine: corresp = &((a_routine *)address.entity)->source_corresp; break;
-    case ack_variable: corresp = &((a_variable *)address.entity)->source_corresp; break;
-    case ack_label: corresp = &((a_label *)address.entity)->source_corresp; break;
-    case ack_constant: return hash + hash_constant((a_constant *)address.entity);
-    case ack_uuidof:
-    case ack_typeid: return hash + hash_of_type((a_type *)address.entity);
-    case ack_last: break;
+  case ack_routine: corresp = &((a_routine *)address.entity)->source_corresp; break;
+  case ack_variable: corresp = &((a_variable *)address.entity)->source_corresp; break;
+  case ack_label: corresp = &((a_label *)address.entity)->source_corresp; break;
+  case ack_constant: return hash + hash_constant((a_constant *)address.entity);
+  case ack_uuidof:
+  case ack_typeid: return hash + hash_of_type((a_type *)address.entity);
+  case ack_last: break;
   }
   bool is_named = corresp != nullptr && corresp->name != nullptr;
   return is_named ? hash + hash_string(corresp->name) : hash;
@@ -468,21 +466,21 @@ static uint32_t hash_of_bytes(const a_constant_string &string)
 uint32_t hash_constant(const a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_integer: {
-      const uint16_t *digit = integer_of(constant).digit;
-      uint32_t hash = digit[3] | (uint32_t)digit[2] << 16;
-      hash ^= (digit[1] | (uint32_t)digit[0] << 16) * 31u;
-      return hash + hash_of_type(constant->type);
-    }
-    case ck_string: return hash_of_bytes(string_of(constant));
-    case ck_float:
-    case ck_imaginary: return fp_hash(&float_of(constant)) + 500;
-    case ck_complex:
-      return fp_hash(&complex_of(constant)->real) + fp_hash(&complex_of(constant)->imag) + 250;
-    case ck_address: return hash_of_address(address_of(constant)) + hash_of_type(constant->type);
-    case ck_ptr_to_member:
-    case ck_template_param: return constant->kind + hash_of_type(constant->type);
-    default: return constant->kind;
+  case ck_integer: {
+    const uint16_t *digit = integer_of(constant).digit;
+    uint32_t hash = digit[3] | (uint32_t)digit[2] << 16;
+    hash ^= (digit[1] | (uint32_t)digit[0] << 16) * 31u;
+    return hash + hash_of_type(constant->type);
+  }
+  case ck_string: return hash_of_bytes(string_of(constant));
+  case ck_float:
+  case ck_imaginary: return fp_hash(&float_of(constant)) + 500;
+  case ck_complex:
+    return fp_hash(&complex_of(constant)->real) + fp_hash(&complex_of(constant)->imag) + 250;
+  case ck_address: return hash_of_address(address_of(constant)) + hash_of_type(constant->type);
+  case ck_ptr_to_member:
+  case ck_template_param: return constant->kind + hash_of_type(constant->type);
+  default: return constant->kind;
   }
 }
 
@@ -540,25 +538,25 @@ a_constant *copy_constant_full(const a_constant *constant, bool in_file_scope)
 {
   a_constant *copy = alloc_unshared_constant_full(constant, in_file_scope);
   switch (copy->kind) {
-    case ck_aggregate: copy_elements(copy, in_file_scope); break;
-    case ck_init_repeat: {
-      a_constant *&repeated = init_repeat_of(copy).repeated;
-      repeated = copy_constant_full(repeated, in_file_scope);
-      break;
+  case ck_aggregate: copy_elements(copy, in_file_scope); break;
+  case ck_init_repeat: {
+    a_constant *&repeated = init_repeat_of(copy).repeated;
+    repeated = copy_constant_full(repeated, in_file_scope);
+    break;
+  }
+  case ck_address:
+    if (address_of(copy).kind == ack_constant) {
+      void *&entity = address_of(copy).entity;
+      entity = copy_constant_full((a_constant *)entity, in_file_scope);
     }
-    case ck_address:
-      if (address_of(copy).kind == ack_constant) {
-        void *&entity = address_of(copy).entity;
-        entity = copy_constant_full((a_constant *)entity, in_file_scope);
-      }
-      break;
-    case ck_address_difference: {
-      a_constant_address_difference &difference = address_difference_of(copy);
-      difference.minuend = copy_constant_full(difference.minuend, in_file_scope);
-      difference.subtrahend = copy_constant_full(difference.subtrahend, in_file_scope);
-      break;
-    }
-    default: break;
+    break;
+  case ck_address_difference: {
+    a_constant_address_difference &difference = address_difference_of(copy);
+    difference.minuend = copy_constant_full(difference.minuend, in_file_scope);
+    difference.subtrahend = copy_constant_full(difference.subtrahend, in_file_scope);
+    break;
+  }
+  default: break;
   }
   return copy;
 }
@@ -570,11 +568,11 @@ a_constant *copy_unshared_constant(const a_constant *constant)
 
 // --- Sharing -------------------------------------------------------------------------------------
 
-static constexpr unsigned initial_file_scope_buckets = 2048;  // a power of two; doubled as it fills
+static constexpr unsigned initial_file_scope_buckets = 2048; // a power of two; doubled as it fills
 static constexpr unsigned num_function_buckets = 31;
 
 struct a_shareable_constants_table {
-  a_shareable_constants_table *next;  // free list
+  a_shareable_constants_table *next; // free list
   a_constant *buckets[num_function_buckets];
 };
 
@@ -632,18 +630,18 @@ static bool is_never_shared(const a_constant *constant)
 {
   if (constant->expr != nullptr) return true;
   switch (constant->kind) {
-    case ck_ptr_to_member: return ptr_to_member_of(constant).name_reference != nullptr;
-    case ck_string: return !string_literals_shared;
-    case ck_address:
-      // The address of a string is that of one literal only.
-      return !string_literals_shared && address_of(constant).kind == ack_constant &&
-             ((a_constant *)address_of(constant).entity)->kind == ck_string;
-    case ck_template_param:
-    case ck_aggregate:
-    case ck_init_repeat:
-    case ck_dynamic_init:
-    case ck_designator: return true;
-    default: return false;
+  case ck_ptr_to_member: return ptr_to_member_of(constant).name_reference != nullptr;
+  case ck_string: return !string_literals_shared;
+  case ck_address:
+    // The address of a string is that of one literal only.
+    return !string_literals_shared && address_of(constant).kind == ack_constant &&
+           ((a_constant *)address_of(constant).entity)->kind == ck_string;
+  case ck_template_param:
+  case ck_aggregate:
+  case ck_init_repeat:
+  case ck_dynamic_init:
+  case ck_designator: return true;
+  default: return false;
   }
 }
 
@@ -751,8 +749,9 @@ a_constant *alloc_shareable_constant(const a_constant *constant)
   return share_in_bucket(&table->buckets[bucket], constant, false);
 }
 
-// A working record lies on the caller's stack: it has no prefix, so that nothing but its address tells it
-// from an entry.  Callers that may hold either use this for records with a type of their own making.
+// A working record lies on the caller's stack: it has no prefix, so that nothing but its address
+// tells it from an entry.  Callers that may hold either use this for records with a type of their
+// own making.
 a_constant *transfer_constant_to_il(a_constant *constant)
 {
   return alloc_shareable_constant(constant);

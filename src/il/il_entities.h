@@ -1,6 +1,7 @@
 // il_entities.h - records of the declared entities, scopes and the IL header.
-// All of these are plain, trivially copyable records in numbered regions; il_entities.def lists every
-// field of every kind, and a record that disagrees with it does not compile (il_field_table.cpp).
+// All of these are plain, trivially copyable records in numbered regions; il_entities.def lists
+// every field of every kind, and a record that disagrees with it does not compile
+// (il_field_table.cpp).
 #pragma once
 #include <cstdint>
 

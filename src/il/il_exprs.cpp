@@ -1,5 +1,6 @@
 // il_exprs.cpp - expression nodes: the properties of operators, building, casts, copies.
-// Rule:    a node keeps its address when it is rewritten (overwrite_node), since its parents hold it.
+// Rule:    a node keeps its address when it is rewritten (overwrite_node), since its parents hold
+//          it.
 // Entry:   make_operator_node, add_cast, var_rvalue_expr, copy_expr_tree, overwrite_node.
 #include "il/il.h"
 
@@ -9,11 +10,11 @@
 // --- Properties of operators ---------------------------------------------------------------------
 
 enum : unsigned char {
-  opp_bool = 1,            // returns bool
+  opp_bool = 1, // returns bool
   opp_cast = 2,
-  opp_lvalue_operand = 4,  // the first operand is taken as an lvalue
-  opp_lvalue_result = 8,   // in all cases
-  opp_compound = 16        // compound assignment
+  opp_lvalue_operand = 4, // the first operand is taken as an lvalue
+  opp_lvalue_result = 8,  // in all cases
+  opp_compound = 16       // compound assignment
 };
 
 // One entry for each operator; built from the ranges that the operators' numbers form.
@@ -21,7 +22,8 @@ struct an_operator_property_table {
   unsigned char of[eok_last + 1];
   constexpr void add(int first, int last, unsigned char properties)
   {
-    for (int op = first; op <= last; op++) of[op] |= properties;
+    for (int op = first; op <= last; op++)
+      of[op] |= properties;
   }
   constexpr an_operator_property_table() : of{}
   {
@@ -43,13 +45,22 @@ struct an_operator_property_table {
     add(eok_assign, eok_struct_assign, opp_lvalue_operand);
     add(eok_va_start, eok_varargs_start, opp_lvalue_operand);
 
-    constexpr int always_lvalue[] = {eok_indirection,    eok_ref_indirection,
-                                     eok_reference_cast, eok_cast_to_lvalue,
-                                     eok_dynamic_cast_lvalue, eok_real, eok_imag,
-                                     eok_subscript,      eok_arrow_field,
-                                     eok_arrow_member,   96, eok_va_arg,
-                                     eok_cl_vector_literal, eok_cl_select};
-    for (int op : always_lvalue) add(op, op, opp_lvalue_result);
+    constexpr int always_lvalue[] = {eok_indirection,
+                                     eok_ref_indirection,
+                                     eok_reference_cast,
+                                     eok_cast_to_lvalue,
+                                     eok_dynamic_cast_lvalue,
+                                     eok_real,
+                                     eok_imag,
+                                     eok_subscript,
+                                     eok_arrow_field,
+                                     eok_arrow_member,
+                                     96,
+                                     eok_va_arg,
+                                     eok_cl_vector_literal,
+                                     eok_cl_select};
+    for (int op : always_lvalue)
+      add(op, op, opp_lvalue_result);
 
     add(eok_add_assign, eok_pointer_subtract_assign, opp_compound);
   }
@@ -85,17 +96,17 @@ bool is_compound_assignment_operator(an_expr_operator_kind op)
 bool is_rvalueable_node(const an_expr_node *expr)
 {
   switch (expr->kind) {
-    case enk_variable:
-    case enk_temp_ref: return true;
-    case enk_constant: return constant_of(expr)->kind == ck_string;
-    case enk_operation:
-      switch (op_of(expr)) {
-        case eok_dot_field:
-        case eok_dot_member:
-        case eok_cl_vector_element: return is_rvalueable_node(first_operand_of(expr));
-        default: return operator_result_is_always_lvalue(op_of(expr));
-      }
-    default: return expr->is_lvalue;
+  case enk_variable:
+  case enk_temp_ref: return true;
+  case enk_constant: return constant_of(expr)->kind == ck_string;
+  case enk_operation:
+    switch (op_of(expr)) {
+    case eok_dot_field:
+    case eok_dot_member:
+    case eok_cl_vector_element: return is_rvalueable_node(first_operand_of(expr));
+    default: return operator_result_is_always_lvalue(op_of(expr));
+    }
+  default: return expr->is_lvalue;
   }
 }
 
@@ -216,15 +227,15 @@ void set_expr_result_not_used(an_expr_node *expr)
     expr->result_not_used = true;
     if (expr->kind != enk_operation) return;
     switch (op_of(expr)) {
-      case eok_comma: expr = second_operand_of(expr); break;
-      case eok_question:
-        set_expr_result_not_used(second_operand_of(expr));
-        expr = third_operand_of(expr);
-        break;
-      case eok_cast:
-      case eok_lvalue_cast:
-      case eok_cast_to_bool: expr = first_operand_of(expr); break;
-      default: return;
+    case eok_comma: expr = second_operand_of(expr); break;
+    case eok_question:
+      set_expr_result_not_used(second_operand_of(expr));
+      expr = third_operand_of(expr);
+      break;
+    case eok_cast:
+    case eok_lvalue_cast:
+    case eok_cast_to_bool: expr = first_operand_of(expr); break;
+    default: return;
     }
   }
 }
@@ -410,8 +421,8 @@ an_expr_node *field_rvalue_selection_expr(an_expr_node *object, a_field *field)
   return rvalue_expr_for_lvalue(selection_node(object, field));
 }
 
-// Finds the member of class_type, itself an anonymous union or struct or holding one, that leads to the
-// field; null when the field is a direct member.
+// Finds the member of class_type, itself an anonymous union or struct or holding one, that leads to
+// the field; null when the field is a direct member.
 static a_field *anonymous_member_leading_to(a_type *class_type, const a_field *field)
 {
   for (a_field *member = as_class(class_type).first_field; member != nullptr;
@@ -457,7 +468,8 @@ an_expr_node *adjust_anonymous_union_field_selection(an_expr_node *expr)
   if (field->kind != enk_field) return expr;
   a_field *step;
   bool changed = false;
-  while ((step = anonymous_member_leading_to(class_of_object(object), field_of(field))) != nullptr) {
+  while ((step = anonymous_member_leading_to(class_of_object(object), field_of(field))) !=
+         nullptr) {
     object = selection_node(object, step);
     changed = true;
   }
@@ -580,12 +592,12 @@ a_routine *routine_from_function_expr(const an_expr_node *expr)
     }
     if (expr->kind != enk_operation) return nullptr;
     switch (op_of(expr)) {
-      case eok_address_of:
-      case eok_indirection:
-      case eok_ref_indirection:
-      case eok_reference_to:
-      case eok_cast: expr = first_operand_of(expr); break;
-      default: return nullptr;
+    case eok_address_of:
+    case eok_indirection:
+    case eok_ref_indirection:
+    case eok_reference_to:
+    case eok_cast: expr = first_operand_of(expr); break;
+    default: return nullptr;
     }
   }
 }
@@ -602,30 +614,30 @@ void set_address_taken_for_variable_or_routine_expr(an_expr_node *expr)
 {
   for (;;) {
     switch (expr->kind) {
-      case enk_variable: set_variable_address_taken(variable_of(expr)); return;
-      case enk_routine: routine_of(expr)->address_taken = true; return;
-      case enk_operation:
-        switch (op_of(expr)) {
-          case eok_dot_field:
-          case eok_dot_member:
-          case eok_lvalue_cast:
-          case eok_cast_to_lvalue:
-          case eok_reference_cast:
-          case eok_array_to_pointer:
-          case eok_real:
-          case eok_imag: expr = first_operand_of(expr); continue;
-          case eok_subscript:
-            expr = first_operand_of(expr);
-            if (!is_operation(expr, eok_array_to_pointer)) return;
-            continue;
-          case eok_comma: expr = second_operand_of(expr); continue;
-          case eok_question:
-            set_address_taken_for_variable_or_routine_expr(second_operand_of(expr));
-            expr = third_operand_of(expr);
-            continue;
-          default: return;
-        }
+    case enk_variable: set_variable_address_taken(variable_of(expr)); return;
+    case enk_routine: routine_of(expr)->address_taken = true; return;
+    case enk_operation:
+      switch (op_of(expr)) {
+      case eok_dot_field:
+      case eok_dot_member:
+      case eok_lvalue_cast:
+      case eok_cast_to_lvalue:
+      case eok_reference_cast:
+      case eok_array_to_pointer:
+      case eok_real:
+      case eok_imag: expr = first_operand_of(expr); continue;
+      case eok_subscript:
+        expr = first_operand_of(expr);
+        if (!is_operation(expr, eok_array_to_pointer)) return;
+        continue;
+      case eok_comma: expr = second_operand_of(expr); continue;
+      case eok_question:
+        set_address_taken_for_variable_or_routine_expr(second_operand_of(expr));
+        expr = third_operand_of(expr);
+        continue;
       default: return;
+      }
+    default: return;
     }
   }
 }

@@ -1,7 +1,7 @@
-// il_exprs.h - records of the executable side of the IL: constants, expressions, statements, dynamic
-// initializations, object lifetimes.  Included through il_entities.h.
-// The member that a kind selects is read through the accessors below, which check the kind; only they,
-// the allocator and the field table name `variant`.
+// il_exprs.h - records of the executable side of the IL: constants, expressions, statements,
+// dynamic initializations, object lifetimes.  Included through il_entities.h. The member that a
+// kind selects is read through the accessors below, which check the kind; only they, the allocator
+// and the field table name `variant`.
 #pragma once
 #include <cstdint>
 
@@ -80,7 +80,7 @@ struct a_complex_value {
 
 struct a_constant {
   a_source_correspondence source_corresp;
-  a_constant *next;                    // scope's list, aggregate's elements, or chain of shared ones
+  a_constant *next;                    // scope's list, aggregate's elements, shared ones
   a_type *type;                        // null for some internal constants
   an_expr_node *expr;                  // the expression that was folded
   const char *source_text;             // spelling kept for output
@@ -380,7 +380,7 @@ struct a_statement {
   bool is_initialization_code : 1;     // makes the initialization of a variable explicit
   bool follows_exec_statement : 1;     // stmk_init behind an executable statement
   bool is_fallthrough : 1;
-  a_statement *pre_statement;          // GNU: what the controlling expression's statement expressions became
+  a_statement *pre_statement;          // GNU: what the controlling expression hoists
   an_expr_node *expr;
   union {
     a_statement_branches branches;

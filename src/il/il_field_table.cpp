@@ -1,4 +1,5 @@
-// il_field_table.cpp - the size table and the field table of the IL kinds, made from il_entities.def.
+// il_field_table.cpp - the size table and the field table of the IL kinds, made from
+// il_entities.def.
 // Rule: a record whose pointer fields are not all rows of the table does not compile.
 #include "il/il_field_table.h"
 
@@ -248,7 +249,8 @@ struct an_il_rows;
             ifa_list, iek_per_instantiation_needed_flags_entry, 0, 0, nullptr, true)               \
   TYPED_ROW(source_corresp.attributes, an_attribute, ifa_list, iek_attribute, 0, 0, nullptr, true)
 #define PTR(f, type, target) TYPED_ROW(f, type, ifa_pointer, target, 0, 0, nullptr, false)
-#define PTR_IF(f, type, target, selector) TYPED_ROW(f, type, ifa_pointer, iek_none, 0, 0, selector, false)
+#define PTR_IF(f, type, target, selector)                                                          \
+  TYPED_ROW(f, type, ifa_pointer, iek_none, 0, 0, selector, false)
 #define BACK(f, type, target) TYPED_ROW(f, type, ifa_back, target, 0, 0, nullptr, false)
 #define LIST(f, type, target) TYPED_ROW(f, type, ifa_list, target, 0, 0, nullptr, false)
 #define DECLS(f, type, target) TYPED_ROW(f, type, ifa_declarations, target, 0, 0, nullptr, false)
@@ -257,7 +259,8 @@ struct an_il_rows;
 #define ANY_BACK(f, selector) ROW(f, ifa_back, iek_none, 0, 0, 0, selector, false)
 #define TEXT(f, target) TYPED_ROW(f, const char, ifa_text, target, 0, 0, nullptr, false)
 #define DATA(f) ROW(f, ifa_data, iek_none, 0, 0, 0, nullptr, false)
-#define BITS(bytes) {{"", 0, 0, ifa_data, iek_none, 0, 0, 0, nullptr}, 1, bytes, true, false, false},
+#define BITS(bytes)                                                                                \
+  {{"", 0, 0, ifa_data, iek_none, 0, 0, 0, nullptr}, 1, bytes, true, false, false},
 #define PART(f)                                                                                    \
   {{#f, offsetof(record, f), sizeof(FIELD_TYPE(f)), ifa_data, iek_none, 0, 0, 0, nullptr},         \
    alignof(FIELD_TYPE(f)), 0, true, false, false},
@@ -280,8 +283,8 @@ struct an_il_rows;
 
 // --- Table against records -----------------------------------------------------------------------
 
-// No gap between two rows is as large as a pointer, so that no pointer field can be missing.  Rows of a
-// part are not in the sequence: the part's own row stands for its storage.
+// No gap between two rows is as large as a pointer, so that no pointer field can be missing.  Rows
+// of a part are not in the sequence: the part's own row stands for its storage.
 template <an_il_entry_kind kind>
 constexpr bool rows_cover_record()
 {

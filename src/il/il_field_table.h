@@ -1,4 +1,5 @@
-// il_field_table.h - the rows of il_entities.def as data.  Used by il_walk*.cpp and the IL file writer.
+// il_field_table.h - the rows of il_entities.def as data.  Used by il_walk*.cpp and the IL file
+// writer.
 #pragma once
 #include <cstdint>
 
@@ -21,10 +22,10 @@ struct an_il_field {
   uint16_t offset;
   uint16_t size;
   an_il_field_action action;
-  an_il_entry_kind target;      // with a selector: iek_none
-  uint16_t discriminator;       // offset of the byte that says whether the field holds
-  uint16_t length_offset;       // ifa_counted_text: offset of the 64-bit length
-  uint32_t kinds;               // bits of the discriminator's values; 0: always
+  an_il_entry_kind target; // with a selector: iek_none
+  uint16_t discriminator;  // offset of the byte that says whether the field holds
+  uint16_t length_offset;  // ifa_counted_text: offset of the 64-bit length
+  uint32_t kinds;          // bits of the discriminator's values; 0: always
   // The kind of what an untyped pointer points to, or iek_none when it holds no pointer now.
   an_il_entry_kind (*selector)(const void *entry);
 };
@@ -32,12 +33,12 @@ struct an_il_field {
 struct an_il_kind_description {
   const an_il_field *fields;
   uint16_t field_count;
-  uint16_t link_offset;         // of the ifa_link field; no_link: entries form no lists
+  uint16_t link_offset; // of the ifa_link field; no_link: entries form no lists
   bool has_head;
 };
 inline constexpr uint16_t no_link = 0xffff;
 
-extern const an_il_kind_description *const il_kind_table;  // by kind
+extern const an_il_kind_description *const il_kind_table; // by kind
 
 inline bool field_holds(const an_il_field *field, const void *entry)
 {

@@ -1,5 +1,6 @@
 // il_initializers.cpp - aggregates of constants, strings as aggregates, overridden initializers.
-// Rule:    what an overridden initializer would have done still runs, in front of what overrides it.
+// Rule:    what an overridden initializer would have done still runs, in front of what overrides
+//          it.
 // Entry:   add_to_aggregate, explode_string_initializer, combine_initializers.
 #include "consts/const_ints.h"
 #include "driver/target.h"
@@ -76,24 +77,24 @@ a_constant *explode_string_initializer(a_constant *string, a_type *array_type)
 static an_expr_node *side_effects_of_initializer(a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_dynamic_init: {
-      a_dynamic_init *init = dynamic_init_of(constant);
-      if (!dynamic_init_has_side_effects(init)) return nullptr;
-      if (init->kind == dik_expression) return expr_of(init);
-      return alloc_temp_init_node(constant->type, init, false);
+  case ck_dynamic_init: {
+    a_dynamic_init *init = dynamic_init_of(constant);
+    if (!dynamic_init_has_side_effects(init)) return nullptr;
+    if (init->kind == dik_expression) return expr_of(init);
+    return alloc_temp_init_node(constant->type, init, false);
+  }
+  case ck_init_repeat: return side_effects_of_initializer(init_repeat_of(constant).repeated);
+  case ck_aggregate: {
+    an_expr_node *all = nullptr;
+    for (a_constant *element = aggregate_of(constant).first_element; element != nullptr;
+         element = element->next) {
+      an_expr_node *one = side_effects_of_initializer(element);
+      if (one == nullptr) continue;
+      all = all == nullptr ? one : make_comma_node(all, one);
     }
-    case ck_init_repeat: return side_effects_of_initializer(init_repeat_of(constant).repeated);
-    case ck_aggregate: {
-      an_expr_node *all = nullptr;
-      for (a_constant *element = aggregate_of(constant).first_element; element != nullptr;
-           element = element->next) {
-        an_expr_node *one = side_effects_of_initializer(element);
-        if (one == nullptr) continue;
-        all = all == nullptr ? one : make_comma_node(all, one);
-      }
-      return all;
-    }
-    default: return nullptr;
+    return all;
+  }
+  default: return nullptr;
   }
 }
 
@@ -109,7 +110,8 @@ static void put_in_front_of_first_scalar(a_constant *constant, an_expr_node *eff
     }
     if (constant->kind == ck_aggregate) {
       a_constant *first = aggregate_of(constant).first_element;
-      while (first != nullptr && first->kind == ck_designator) first = first->next;
+      while (first != nullptr && first->kind == ck_designator)
+        first = first->next;
       if (first == nullptr) return;
       constant = first;
     } else if (constant->kind == ck_init_repeat) {

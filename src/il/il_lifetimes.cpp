@@ -16,30 +16,30 @@ static void set_link_of_owner(an_object_lifetime *lifetime, an_object_lifetime *
   void *owner = lifetime->owner;
   if (owner == nullptr) return;
   switch (lifetime->owner_kind) {
-    case iek_expr_node: {
-      an_expr_node *expr = (an_expr_node *)owner;
-      if (expr->kind == enk_lifetime_wrapper) lifetime_wrapper_of(expr).object_lifetime = value;
-      break;
+  case iek_expr_node: {
+    an_expr_node *expr = (an_expr_node *)owner;
+    if (expr->kind == enk_lifetime_wrapper) lifetime_wrapper_of(expr).object_lifetime = value;
+    break;
+  }
+  case iek_dynamic_init: ((a_dynamic_init *)owner)->object_lifetime = value; break;
+  case iek_block_supplement: ((a_block_supplement *)owner)->object_lifetime = value; break;
+  case iek_statement: {
+    a_statement *statement = (a_statement *)owner;
+    if (statement->kind == stmk_block) block_supplement_of(statement)->object_lifetime = value;
+    break;
+  }
+  case iek_try_supplement: ((a_try_supplement *)owner)->object_lifetime = value; break;
+  case iek_scope:
+    if (lifetime->kind == olk_function) {
+      ((a_scope *)owner)->outer_lifetime = value;
+    } else {
+      ((a_scope *)owner)->object_lifetime = value;
     }
-    case iek_dynamic_init: ((a_dynamic_init *)owner)->object_lifetime = value; break;
-    case iek_block_supplement: ((a_block_supplement *)owner)->object_lifetime = value; break;
-    case iek_statement: {
-      a_statement *statement = (a_statement *)owner;
-      if (statement->kind == stmk_block) block_supplement_of(statement)->object_lifetime = value;
-      break;
-    }
-    case iek_try_supplement: ((a_try_supplement *)owner)->object_lifetime = value; break;
-    case iek_scope:
-      if (lifetime->kind == olk_function) {
-        ((a_scope *)owner)->outer_lifetime = value;
-      } else {
-        ((a_scope *)owner)->object_lifetime = value;
-      }
-      break;
-    case iek_local_static_variable_init:
-      ((a_local_static_variable_init *)owner)->object_lifetime = value;
-      break;
-    default: break;
+    break;
+  case iek_local_static_variable_init:
+    ((a_local_static_variable_init *)owner)->object_lifetime = value;
+    break;
+  default: break;
   }
 }
 
@@ -79,8 +79,7 @@ an_object_lifetime *push_object_lifetime(an_il_entry_kind owner_kind, void *owne
                                          an_object_lifetime_kind kind)
 {
   an_object_lifetime *lifetime = alloc_object_lifetime(kind);
-  bool stands_alone =
-      curr_object_lifetime == nullptr || owner_is_function_scope(owner_kind, owner);
+  bool stands_alone = curr_object_lifetime == nullptr || owner_is_function_scope(owner_kind, owner);
   if (!stands_alone) link_as_first_child(lifetime, curr_object_lifetime);
   bind_object_lifetime(lifetime, owner_kind, owner);
   curr_object_lifetime = lifetime;
@@ -92,7 +91,8 @@ void detach_from_object_lifetime_tree(an_object_lifetime *lifetime)
   an_object_lifetime *parent = lifetime->parent;
   if (parent == nullptr) return;
   an_object_lifetime **link = &parent->first_child;
-  while (*link != nullptr && *link != lifetime) link = &(*link)->next_sibling;
+  while (*link != nullptr && *link != lifetime)
+    link = &(*link)->next_sibling;
   if (*link != nullptr) *link = lifetime->next_sibling;
   lifetime->next_sibling = nullptr;
   lifetime->parent = nullptr;
@@ -212,7 +212,8 @@ void move_destruction_to_curr_object_lifetime(a_dynamic_init *init)
 static an_object_lifetime *root_of_lifetime_tree()
 {
   an_object_lifetime *lifetime = curr_object_lifetime;
-  while (lifetime != nullptr && lifetime->parent != nullptr) lifetime = lifetime->parent;
+  while (lifetime != nullptr && lifetime->parent != nullptr)
+    lifetime = lifetime->parent;
   return lifetime;
 }
 

@@ -1,7 +1,8 @@
-// il_needed.cpp - what the output needs: marks on entities, their definitions and all that they reach.
+// il_needed.cpp - what the output needs: marks on entities, their definitions and all that they
+// reach.
 // Owns:    the needed flags and keep_in_il, the queue of routine bodies that wait for their walk.
-// Rule:    an entity that nothing needed refers to is not needed; bodies are walked from a queue, since
-//          chains of calls may be of any length.
+// Rule:    an entity that nothing needed refers to is not needed; bodies are walked from a queue,
+//          since chains of calls may be of any length.
 // Entry:   set_needed_flags_at_end_of_file_scope, mark_as_needed, set_routine_definition_needed.
 #include "driver/flags.h"
 #include "il/il_walk.h"
@@ -82,12 +83,13 @@ static void walk_waiting_bodies()
 
 // --- Marks of one entry --------------------------------------------------------------------------
 
-static a_per_instantiation_needed_flags_entry *needed_flags_entry_for(
-    a_source_correspondence *corresp, unsigned number, bool create)
+static a_per_instantiation_needed_flags_entry *
+needed_flags_entry_for(a_source_correspondence *corresp, unsigned number, bool create)
 {
   unsigned first = number & ~63u;
   a_per_instantiation_needed_flags_entry **link = &corresp->per_instantiation_needed_flags;
-  while (*link != nullptr && (*link)->number != first) link = &(*link)->next;
+  while (*link != nullptr && (*link)->number != first)
+    link = &(*link)->next;
   if (*link == nullptr && create) {
     *link = alloc_per_instantiation_needed_flags_entry(is_file_scope_entry(corresp));
     (*link)->number = first;
@@ -232,8 +234,7 @@ static bool defines_external_routine(const a_routine *routine)
 static bool is_wanted_by_attribute(const a_routine *routine)
 {
   return routine->is_constructor_attr || routine->is_destructor_attr || routine->is_used ||
-         routine->is_unused ||
-         (is_hook_function_hook != nullptr && is_hook_function_hook(routine));
+         routine->is_unused || (is_hook_function_hook != nullptr && is_hook_function_hook(routine));
 }
 
 static void set_needed_flags_of_routine(a_routine *routine)
@@ -284,7 +285,8 @@ void set_needed_flags_at_end_of_file_scope(a_scope *scope)
 
 // --- Marking to keep -----------------------------------------------------------------------------
 
-// What is needed is kept already; this reaches the rest: roots of the header, orphans of kept entries.
+// What is needed is kept already; this reaches the rest: roots of the header, orphans of kept
+// entries.
 void mark_to_keep_in_il(void *entry, an_il_entry_kind kind)
 {
   if (entry == il_header.primary_scope) entry_flags_of(entry).keep_in_il = false;
@@ -296,8 +298,8 @@ void mark_to_keep_in_il(void *entry, an_il_entry_kind kind)
   }
 }
 
-// Local entities of file-scope kind (types, statics) that their function's walk did not reach through a
-// pointer, but that are needed.
+// Local entities of file-scope kind (types, statics) that their function's walk did not reach
+// through a pointer, but that are needed.
 void walk_subtrees_of_local_entities(a_scope *scope)
 {
   for (a_type *type = scope->types; type != nullptr; type = type->next) {

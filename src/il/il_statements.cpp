@@ -1,4 +1,5 @@
-// il_statements.cpp - builders of statements, variables and initializations, and small facts of entities.
+// il_statements.cpp - builders of statements, variables and initializations, and small facts of
+// entities.
 // Entry:   alloc_expr_statement, change_statement_into_block, make_variable, make_vla_dimension,
 //          get_variable_initializer, next_initializable_field.
 #include "il/il.h"
@@ -43,14 +44,14 @@ a_statement *copy_statement(const a_statement *statement)
 static void redirect_links_to_statement(a_statement *copy)
 {
   switch (copy->kind) {
-    case stmk_label: label_of(copy)->statement = copy; break;
-    case stmk_case: case_entry_of(copy)->statement = copy; break;
-    case stmk_block: {
-      a_scope *scope = block_supplement_of(copy)->scope;
-      if (scope != nullptr) scope->assoc_block = copy;
-      break;
-    }
-    default: break;
+  case stmk_label: label_of(copy)->statement = copy; break;
+  case stmk_case: case_entry_of(copy)->statement = copy; break;
+  case stmk_block: {
+    a_scope *scope = block_supplement_of(copy)->scope;
+    if (scope != nullptr) scope->assoc_block = copy;
+    break;
+  }
+  default: break;
   }
 }
 
@@ -75,7 +76,8 @@ a_statement *last_statement_in_block(a_statement *block)
 {
   a_statement *statement = first_statement_of(block);
   if (statement == nullptr) return nullptr;
-  while (statement->next != nullptr) statement = statement->next;
+  while (statement->next != nullptr)
+    statement = statement->next;
   return statement;
 }
 
@@ -147,19 +149,19 @@ void get_variable_initializer(a_variable *variable, a_scope *scope, an_init_kind
   *constant = nullptr;
   *dynamic_init = nullptr;
   switch (variable->init_kind) {
-    case initk_none:
-    case initk_zero: break;
-    case initk_static: *constant = constant_initializer_of(variable); break;
-    case initk_dynamic: *dynamic_init = dynamic_initializer_of(variable); break;
-    case initk_function_local: {
-      a_scope *home = get_parent_scope_of(&variable->source_corresp);
-      if (home == nullptr) home = scope;
-      a_local_static_variable_init *init = find_local_static_variable_init(variable, home);
-      *kind = init == nullptr ? initk_none : init->init_kind;
-      if (*kind == initk_static) *constant = init->initializer.constant;
-      if (*kind == initk_dynamic) *dynamic_init = init->initializer.dynamic_init;
-      break;
-    }
+  case initk_none:
+  case initk_zero: break;
+  case initk_static: *constant = constant_initializer_of(variable); break;
+  case initk_dynamic: *dynamic_init = dynamic_initializer_of(variable); break;
+  case initk_function_local: {
+    a_scope *home = get_parent_scope_of(&variable->source_corresp);
+    if (home == nullptr) home = scope;
+    a_local_static_variable_init *init = find_local_static_variable_init(variable, home);
+    *kind = init == nullptr ? initk_none : init->init_kind;
+    if (*kind == initk_static) *constant = init->initializer.constant;
+    if (*kind == initk_dynamic) *dynamic_init = init->initializer.dynamic_init;
+    break;
+  }
   }
 }
 
@@ -174,7 +176,8 @@ a_vla_dimension *make_vla_dimension(a_type *type, an_expr_node *expr, bool is_pa
   dimension->is_parameter_dimension = is_parameter_dimension;
   dimension->position = *position;
   a_vla_dimension **link = &innermost_function_scope->vla_dimensions;
-  while (*link != nullptr) link = &(*link)->next;
+  while (*link != nullptr)
+    link = &(*link)->next;
   *link = dimension;
   if (type != nullptr) type->has_vla_bound_ref = true;
   return dimension;
@@ -202,7 +205,8 @@ a_vla_dimension *find_declared_vla_dimension(a_type *type)
   if (innermost_function_scope == nullptr) return nullptr;
   type = skip_typerefs(type);
   a_vla_dimension *dimension = innermost_function_scope->vla_dimensions;
-  while (dimension != nullptr && dimension->type != type) dimension = dimension->next;
+  while (dimension != nullptr && dimension->type != type)
+    dimension = dimension->next;
   return dimension;
 }
 
@@ -255,8 +259,8 @@ void put_routine_into_comdat_group(a_routine *routine, const char *name)
       entry->routine->comdat_group_name = name;
     }
   }
-  for (a_routine *variant = routine->next;
-       variant != nullptr && variant->generated_from == routine; variant = variant->next) {
+  for (a_routine *variant = routine->next; variant != nullptr && variant->generated_from == routine;
+       variant = variant->next) {
     variant->in_comdat_group = true;
     variant->comdat_group_name = name;
   }

@@ -1,7 +1,8 @@
-// il_walk.cpp - the generic walk over the IL, remapping and the dump, all driven by the field table.
+// il_walk.cpp - the generic walk over the IL, remapping and the dump, all driven by the field
+// table.
 // Owns:    the walk state and the stack of open entries.
-// Rule:    lists are looped over and nesting is kept on a stack of our own, so that neither a long file
-//          scope nor a deep expression costs machine stack.
+// Rule:    lists are looped over and nesting is kept on a stack of our own, so that neither a long
+//          file scope nor a deep expression costs machine stack.
 // Entry:   walk_file_scope_il, walk_routine_scope_il, walk_il_subtree, remap_pointers_in_il_entry.
 #include "il/il_walk.h"
 
@@ -14,13 +15,13 @@ namespace {
 // An entry whose fields are being walked.
 struct an_open_entry {
   void *entry;
-  const an_il_field *field;     // next field
+  const an_il_field *field; // next field
   const an_il_field *end;
-  void *list_entry;             // next entry of the list of the previous field, or null
+  void *list_entry; // next entry of the list of the previous field, or null
   an_il_entry_kind kind;
   an_il_entry_kind list_kind;
   uint16_t list_link;
-  bool needed_only;             // the list holds declarations, of which marking takes the needed ones
+  bool needed_only; // the list holds declarations, of which marking takes the needed ones
 };
 
 // Replaced as a whole by each entry into the walker, so that walks can nest.
@@ -30,7 +31,7 @@ struct a_walk_state {
   bool marking;
 };
 
-}  // namespace
+} // namespace
 
 static a_walk_state walk;
 static an_open_entry *open_entries;
@@ -41,9 +42,9 @@ static an_open_entry *push_open_entry()
 {
   if (num_open_entries == size_of_open_entries) {
     size_t new_size = size_of_open_entries == 0 ? 256 : size_of_open_entries * 2;
-    open_entries = (an_open_entry *)realloc_buffer(
-        (char *)open_entries, size_of_open_entries * sizeof(an_open_entry),
-        new_size * sizeof(an_open_entry));
+    open_entries = (an_open_entry *)realloc_buffer((char *)open_entries,
+                                                   size_of_open_entries * sizeof(an_open_entry),
+                                                   new_size * sizeof(an_open_entry));
     size_of_open_entries = new_size;
   }
   return &open_entries[num_open_entries++];
@@ -61,8 +62,8 @@ static bool is_filtered_out(void *entry, an_il_entry_kind kind)
 
 // --- Plans of marking ----------------------------------------------------------------------------
 
-// Marking meets every node of the unit, but only wants the pointers that it follows: for each kind, and for
-// each value of the discriminator, these rows alone, copied behind each other.
+// Marking meets every node of the unit, but only wants the pointers that it follows: for each kind,
+// and for each value of the discriminator, these rows alone, copied behind each other.
 namespace {
 
 struct a_field_run {
@@ -73,12 +74,12 @@ struct a_field_run {
 constexpr unsigned max_discriminator_values = 32;
 
 struct a_marking_plan {
-  a_field_run *runs;            // one, or one for each value
+  a_field_run *runs; // one, or one for each value
   uint16_t discriminator;
   bool has_discriminator;
 };
 
-}  // namespace
+} // namespace
 
 static a_marking_plan marking_plans[iek_last];
 static bool marking_plans_are_made;
@@ -91,7 +92,8 @@ static bool is_followed_by_marking(const an_il_field *field)
 
 static a_field_run make_field_run(const an_il_kind_description &description, unsigned value)
 {
-  an_il_field *rows = (an_il_field *)alloc_general((description.field_count + 1) * sizeof(an_il_field));
+  an_il_field *rows =
+      (an_il_field *)alloc_general((description.field_count + 1) * sizeof(an_il_field));
   an_il_field *end = rows;
   for (unsigned i = 0; i < description.field_count; i++) {
     const an_il_field *field = &description.fields[i];
@@ -146,8 +148,8 @@ static void enter(void *entry, an_il_entry_kind kind)
   open->kind = kind;
 }
 
-// A walk of the file scope stays out of functions, and one of a function stays inside it; only marking goes
-// where the pointers lead.
+// A walk of the file scope stays out of functions, and one of a function stays inside it; only
+// marking goes where the pointers lead.
 static bool may_be_followed(void *entry)
 {
   return walk.marking || is_file_scope_entry(entry) == walk.walking_file_scope;
@@ -197,23 +199,23 @@ static void walk_field(an_open_entry *open, const an_il_field *field)
   void *followed = pointer;
   if (followed == nullptr) return;
   switch (field->action) {
-    case ifa_link:
-    case ifa_back: remap(pointer, target); break;
-    case ifa_text:
-    case ifa_counted_text: walk_text(field, entry, pointer); break;
-    case ifa_pointer:
-      remap(pointer, target);
-      if (may_be_followed(followed)) enter(followed, target);
-      break;
-    case ifa_list:
-    case ifa_declarations:
-      open->list_entry = followed;
-      open->list_kind = target;
-      open->list_link = il_kind_table[target].link_offset;
-      open->needed_only = walk.marking && field->action == ifa_declarations;
-      remap_list(pointer, target);
-      break;
-    case ifa_data: break;
+  case ifa_link:
+  case ifa_back: remap(pointer, target); break;
+  case ifa_text:
+  case ifa_counted_text: walk_text(field, entry, pointer); break;
+  case ifa_pointer:
+    remap(pointer, target);
+    if (may_be_followed(followed)) enter(followed, target);
+    break;
+  case ifa_list:
+  case ifa_declarations:
+    open->list_entry = followed;
+    open->list_kind = target;
+    open->list_link = il_kind_table[target].link_offset;
+    open->needed_only = walk.marking && field->action == ifa_declarations;
+    remap_list(pointer, target);
+    break;
+  case ifa_data: break;
   }
 }
 
@@ -370,7 +372,8 @@ void remap_last_ptr_of_orphaned_file_scope_entry_array(
 
 void process_local_types(a_scope *scope, void (*callback)(a_type *type))
 {
-  for (a_type *type = scope->types; type != nullptr; type = type->next) callback(type);
+  for (a_type *type = scope->types; type != nullptr; type = type->next)
+    callback(type);
   for (a_scope *sub = scope->subscopes; sub != nullptr; sub = sub->next) {
     process_local_types(sub, callback);
   }

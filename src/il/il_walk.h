@@ -7,12 +7,12 @@
 // --- Generic walk --------------------------------------------------------------------------------
 
 struct an_il_walk_callbacks {
-  void (*entry_callback)(void *entry, an_il_entry_kind kind);         // at each entry
+  void (*entry_callback)(void *entry, an_il_entry_kind kind); // at each entry
   void (*string_callback)(const char *text, an_il_entry_kind kind, size_t length);
-  void *(*pointer_remap)(void *pointer, an_il_entry_kind kind);       // result is stored in the field
-  void *(*list_remap)(void *pointer, an_il_entry_kind kind);          // for a list's first entry
-  bool (*entry_filter)(void *entry, an_il_entry_kind kind);           // true: leave the subtree out
-  void (*end_callback)(void *entry, an_il_entry_kind kind);           // behind a subtree
+  void *(*pointer_remap)(void *pointer, an_il_entry_kind kind); // result is stored in the field
+  void *(*list_remap)(void *pointer, an_il_entry_kind kind);    // for a list's first entry
+  bool (*entry_filter)(void *entry, an_il_entry_kind kind);     // true: leave the subtree out
+  void (*end_callback)(void *entry, an_il_entry_kind kind);     // behind a subtree
 };
 
 // The file scope, then all source files and the other roots of il_header.
@@ -28,8 +28,8 @@ void remap_last_ptr_of_orphaned_file_scope_entry_array(
     void *(*pointer_remap)(void *pointer, an_il_entry_kind kind));
 // Each type declared in a scope of the function or below it.
 void process_local_types(a_scope *scope, void (*callback)(a_type *type));
-// The walk of marking: entry_filter decides alone (no visited bits), file-scope entries are followed from
-// functions too, and of a scope's declarations only those with `needed` are taken.
+// The walk of marking: entry_filter decides alone (no visited bits), file-scope entries are
+// followed from functions too, and of a scope's declarations only those with `needed` are taken.
 void walk_for_marking(void *entry, an_il_entry_kind kind,
                       bool (*entry_filter)(void *entry, an_il_entry_kind kind));
 // One line for each field, on standard output: debugging.
@@ -46,13 +46,13 @@ struct an_expr_or_stmt_traversal_block {
   void (*constant_callback)(a_constant *constant, an_expr_or_stmt_traversal_block *block);
   void (*routine_callback)(a_routine *routine, an_expr_or_stmt_traversal_block *block);
   void (*init_callback)(a_dynamic_init *init, an_expr_or_stmt_traversal_block *block);
-  bool stop;                   // ends the whole traversal
-  bool skip_subtree;           // set by a callback, cleared by the traversal
+  bool stop;         // ends the whole traversal
+  bool skip_subtree; // set by a callback, cleared by the traversal
   bool follow_lvalue_casts;
   bool follow_class_casts;
   bool follow_dynamic_inits;
   bool follow_default_args;
-  bool result;                 // for the callbacks' use
+  bool result; // for the callbacks' use
   void *data;
 };
 
@@ -82,9 +82,10 @@ void set_class_keep_definition_in_il(a_type *class_type);
 bool class_definition_needed(const a_type *class_type);
 void mark_to_keep_in_il(void *entry, an_il_entry_kind kind);
 void walk_subtrees_of_local_entities(a_scope *scope);
-extern bool end_of_file_scope_needed_flags_phase;  // written by the driver and here
+extern bool end_of_file_scope_needed_flags_phase; // written by the driver and here
 
-// What the file scope defines for others, and all that this reaches (recursively through namespaces).
+// What the file scope defines for others, and all that this reaches (recursively through
+// namespaces).
 void set_needed_flags_at_end_of_file_scope(a_scope *scope);
 void eliminate_unneeded_il_entries(a_scope *scope);
 void eliminate_bodies_of_unneeded_functions();

@@ -1,6 +1,8 @@
-// lower_c99.cpp - lowering of C regions: scopes, statements, the node walk and its table of operators.
-// Rule:    the pass rewrites only what the generated C can't say: compound literals, variable-length arrays,
-//          designators, operators on bool, statement expressions, names with universal character names.
+// lower_c99.cpp - lowering of C regions: scopes, statements, the node walk and its table of
+// operators.
+// Rule:    the pass rewrites only what the generated C can't say: compound literals, variable-
+//          length arrays, designators, operators on bool, statement expressions, names with
+//          universal character names.
 // Entry:   lower_c99_il_memory_region.
 #include "lower/lower_c99.h"
 
@@ -98,8 +100,8 @@ static void drop_void_cast_of_comma(an_expr_node *expr)
   }
 }
 
-// An implicit conversion between pointers to arrays: C makes it by itself, and the bound may belong to a
-// prototype that can't be named here.
+// An implicit conversion between pointers to arrays: C makes it by itself, and the bound may belong
+// to a prototype that can't be named here.
 static bool is_idle_vla_conversion(const an_expr_node *expr)
 {
   return operation_of(expr).is_implicit_cast && is_pointer_type(expr->type) &&
@@ -112,7 +114,8 @@ void lower_c99_cast(an_expr_node *expr)
     lower_bool_cast(expr);
   } else if (op_of(expr) == eok_cast) {
     // A conversion to bool may be written as a plain cast.
-    bool is_bool_conversion = type_is_bool(expr->type) && !type_is_bool(first_operand_of(expr)->type);
+    bool is_bool_conversion =
+        type_is_bool(expr->type) && !type_is_bool(first_operand_of(expr)->type);
     if (is_bool_conversion) {
       operation_of(expr).op = eok_cast_to_bool;
       lower_bool_cast(expr);
@@ -128,29 +131,29 @@ void lower_c99_operator(an_expr_node *expr)
 {
   an_expr_operator_kind op = op_of(expr);
   switch (op) {
-    case eok_address_of:
-    case eok_array_to_pointer:
-      set_address_taken_for_variable_or_routine_expr(first_operand_of(expr));
-      break;
-    case eok_plus: overwrite_node(expr, first_operand_of(expr)); break;
-    case eok_cast_to_bool:
-    case eok_cast: lower_c99_cast(expr); break;
-    case eok_pre_incr:
-    case eok_pre_decr:
-    case eok_post_incr:
-    case eok_post_decr:
-      if (type_is_bool(first_operand_of(expr)->type)) lower_bool_incr_decr(expr);
-      break;
-    case eok_min:
-    case eok_max: lower_min_max(expr); break;
-    case eok_comma: drop_void_cast_of_comma(expr); break;
-    case eok_call: lower_call_of_known_routine(expr); break;
-    default:
-      if (op >= eok_add_assign && op <= eok_bit_xor_assign &&
-          type_is_bool(first_operand_of(expr)->type)) {
-        rewrite_compound_assignment(expr);
-      }
-      break;
+  case eok_address_of:
+  case eok_array_to_pointer:
+    set_address_taken_for_variable_or_routine_expr(first_operand_of(expr));
+    break;
+  case eok_plus: overwrite_node(expr, first_operand_of(expr)); break;
+  case eok_cast_to_bool:
+  case eok_cast: lower_c99_cast(expr); break;
+  case eok_pre_incr:
+  case eok_pre_decr:
+  case eok_post_incr:
+  case eok_post_decr:
+    if (type_is_bool(first_operand_of(expr)->type)) lower_bool_incr_decr(expr);
+    break;
+  case eok_min:
+  case eok_max: lower_min_max(expr); break;
+  case eok_comma: drop_void_cast_of_comma(expr); break;
+  case eok_call: lower_call_of_known_routine(expr); break;
+  default:
+    if (op >= eok_add_assign && op <= eok_bit_xor_assign &&
+        type_is_bool(first_operand_of(expr)->type)) {
+      rewrite_compound_assignment(expr);
+    }
+    break;
   }
 }
 
@@ -164,10 +167,10 @@ static void lower_c99_operation(an_expr_node *expr)
     }
   }
   switch (op_of(expr)) {
-    case eok_question: lower_question_operator(expr, false); return;
-    case eok_land:
-    case eok_lor: lower_logical_operator(expr); return;
-    default: break;
+  case eok_question: lower_question_operator(expr, false); return;
+  case eok_land:
+  case eok_lor: lower_logical_operator(expr); return;
+  default: break;
   }
   unsigned mask = expr_boolean_controlling_expr_mask(expr);
   unsigned bit = 1;
@@ -185,7 +188,8 @@ static void lower_c99_operation(an_expr_node *expr)
 
 // --- Compound literals ---------------------------------------------------------------------------
 
-// The constant becomes the initializer of a static temporary, or of one that a statement in front sets.
+// The constant becomes the initializer of a static temporary, or of one that a statement in front
+// sets.
 static void initialize_literal_with_constant(a_variable *variable, a_dynamic_init *init,
                                              a_constant *constant)
 {
@@ -227,7 +231,8 @@ static void lower_compound_literal(an_expr_node *expr)
   set_expr_insert_location(expr, &location);
   a_constant *constant = nullptr;
   bool is_new = false;
-  lower_dynamic_init(init, &descr, nullptr, nullptr, lif_none, false, &location, &constant, &is_new);
+  lower_dynamic_init(init, &descr, nullptr, nullptr, lif_none, false, &location, &constant,
+                     &is_new);
   if (is_variably_modified) {
     a_statement *declaration = alloc_statement(stmk_type_or_var_decl);
     decl_of(declaration).variable = variable;
@@ -246,43 +251,43 @@ void lower_c99_expr(an_expr_node *expr)
 {
   entry_flags_of(expr).lowered = true;
   switch (expr->kind) {
-    case enk_operation: lower_c99_operation(expr); break;
-    case enk_temp_init: lower_compound_literal(expr); break;
-    case enk_sizeof: lower_runtime_sizeof(expr); break;
-    case enk_statement_expr: {
-      a_saved_context saved;
-      save_and_push_context(&saved, nullptr, nullptr);
-      lower_c99_statement(statement_of(expr));
-      if (in_gnu_mode()) lower_gnu_statement_expr(expr);
-      restore_saved_context(&saved);
-      break;
-    }
-    case enk_temp_ref: lower_reuse_value_expr(expr); break;
-    case enk_builtin_operation: lower_builtin_operation(expr); break;
-    case enk_lifetime_wrapper: {
-      an_expr_node *inner = lifetime_wrapper_of(expr).expr;
-      lower_c99_expr(inner);
-      overwrite_node(expr, inner);
-      break;
-    }
-    case enk_error:
-    case enk_constant:
-    case enk_variable:
-    case enk_field:
-    case enk_new_delete:
-    case enk_lambda:
-    case enk_throw:
-    case enk_condition:
-    case enk_typeid:
-    case enk_sizeof_pack:
-    case enk_address_of_ellipsis:
-    case enk_lowered_eh_construct:
-    case enk_wrapper_call:
-    case enk_routine:
-    case enk_variable_marker:
-    case enk_type_operand:
-    case enk_param_ref: break;
-    case enk_last: unexpected_kind("expression node");
+  case enk_operation: lower_c99_operation(expr); break;
+  case enk_temp_init: lower_compound_literal(expr); break;
+  case enk_sizeof: lower_runtime_sizeof(expr); break;
+  case enk_statement_expr: {
+    a_saved_context saved;
+    save_and_push_context(&saved, nullptr, nullptr);
+    lower_c99_statement(statement_of(expr));
+    if (in_gnu_mode()) lower_gnu_statement_expr(expr);
+    restore_saved_context(&saved);
+    break;
+  }
+  case enk_temp_ref: lower_reuse_value_expr(expr); break;
+  case enk_builtin_operation: lower_builtin_operation(expr); break;
+  case enk_lifetime_wrapper: {
+    an_expr_node *inner = lifetime_wrapper_of(expr).expr;
+    lower_c99_expr(inner);
+    overwrite_node(expr, inner);
+    break;
+  }
+  case enk_error:
+  case enk_constant:
+  case enk_variable:
+  case enk_field:
+  case enk_new_delete:
+  case enk_lambda:
+  case enk_throw:
+  case enk_condition:
+  case enk_typeid:
+  case enk_sizeof_pack:
+  case enk_address_of_ellipsis:
+  case enk_lowered_eh_construct:
+  case enk_wrapper_call:
+  case enk_routine:
+  case enk_variable_marker:
+  case enk_type_operand:
+  case enk_param_ref: break;
+  case enk_last: unexpected_kind("expression node");
   }
 }
 
@@ -311,8 +316,8 @@ void lower_c99_boolean_controlling_expr(an_expr_node *expr, bool full)
 
 // --- Statements ----------------------------------------------------------------------------------
 
-// A condition or increment of a loop is evaluated again and again, and so must be what it hoists and the
-// literals that it initializes: they go into a block that belongs to the loop.
+// A condition or increment of a loop is evaluated again and again, and so must be what it hoists
+// and the literals that it initializes: they go into a block that belongs to the loop.
 static void lower_repeated_expr(a_statement *loop, an_expr_node *expr, bool is_condition)
 {
   a_statement *block = loop_serialization_init(loop, is_condition);
@@ -333,8 +338,9 @@ static void lower_branch(a_statement *branch)
   if (branch != nullptr) lower_c99_statement(branch);
 }
 
-// The initialization stays in the loop only as one plain expression.  Anything else, and the declarations of
-// the loop's own scope, go into a block around the loop; `statement` becomes the loop inside it.
+// The initialization stays in the loop only as one plain expression.  Anything else, and the
+// declarations of the loop's own scope, go into a block around the loop; `statement` becomes the
+// loop inside it.
 static void lower_for_initialization(a_statement *&statement)
 {
   a_for_supplement *supplement = for_supplement_of(statement);
@@ -401,43 +407,44 @@ static void lower_stmk_init(a_statement *statement)
   a_dynamic_init *init = dynamic_init_of(statement);
   lower_dynamic_init_designated_initializers(init);
   switch (init->kind) {
-    case dik_expression:
-    case dik_call_returning_class: lower_c99_full_expr(expr_of(init)); break;
-    case dik_constant: lower_c99_constant(constant_of(init)); break;
-    case dik_constant_via_temp: {
-      an_insert_location location;
-      set_insert_location(statement, &location);
-      an_init_pos_descr descr;
-      set_var_init_pos_descr(init->variable, &descr);
-      a_constant *constant = nullptr;
-      bool is_new = false;
-      lower_dynamic_init(init, &descr, nullptr, nullptr, lif_full_expression, false, &location,
-                         &constant, &is_new);
-      if (constant == nullptr) {
-        turn_statement_into_noop(curr_gnu_statement);
-      } else {
-        set_dynamic_init_kind(init, dik_constant);
-        constant_of(init) = constant;
-      }
-      break;
+  case dik_expression:
+  case dik_call_returning_class: lower_c99_full_expr(expr_of(init)); break;
+  case dik_constant: lower_c99_constant(constant_of(init)); break;
+  case dik_constant_via_temp: {
+    an_insert_location location;
+    set_insert_location(statement, &location);
+    an_init_pos_descr descr;
+    set_var_init_pos_descr(init->variable, &descr);
+    a_constant *constant = nullptr;
+    bool is_new = false;
+    lower_dynamic_init(init, &descr, nullptr, nullptr, lif_full_expression, false, &location,
+                       &constant, &is_new);
+    if (constant == nullptr) {
+      turn_statement_into_noop(curr_gnu_statement);
+    } else {
+      set_dynamic_init_kind(init, dik_constant);
+      constant_of(init) = constant;
     }
-    case dik_none:
-    case dik_zero:
-    case dik_constructor:
-    case dik_bitwise_copy: break;
-    case dik_last: unexpected_kind("dynamic initialization");
+    break;
+  }
+  case dik_none:
+  case dik_zero:
+  case dik_constructor:
+  case dik_bitwise_copy: break;
+  case dik_last: unexpected_kind("dynamic initialization");
   }
 }
 
-// A label declared with __label__ gets a name of its own and belongs to the function from here on, so that
-// hoisting may take its block elsewhere and the generated C needs no such declaration.
+// A label declared with __label__ gets a name of its own and belongs to the function from here on,
+// so that hoisting may take its block elsewhere and the generated C needs no such declaration.
 static void lower_label(a_statement *statement)
 {
   a_label *label = label_of(statement);
   if (!in_gnu_mode() || !label->is_block_local) return;
   a_scope *block_scope = label->source_corresp.parent_scope;
   a_label **link = block_scope == nullptr ? nullptr : &block_scope->labels;
-  while (link != nullptr && *link != nullptr && *link != label) link = &(*link)->next;
+  while (link != nullptr && *link != nullptr && *link != label)
+    link = &(*link)->next;
   if (link != nullptr && *link == label) *link = label->next;
   label->source_corresp.parent_scope = nullptr;
   label->source_corresp.name = nullptr;
@@ -458,35 +465,36 @@ static bool lowers_its_own_expr(a_statement_kind kind)
   return kind == stmk_while || kind == stmk_do || kind == stmk_for;
 }
 
-// The parts of the statement, whose own expression is lowered.  It may have moved into a block by then.
+// The parts of the statement, whose own expression is lowered.  It may have moved into a block by
+// then.
 static void lower_parts_of_statement(a_statement *statement)
 {
   switch (statement->kind) {
-    case stmk_if:
-      lower_branch(then_statement_of(statement));
-      lower_branch(else_statement_of(statement));
-      break;
-    case stmk_while:
-    case stmk_do: lower_while_statement(statement); break;
-    case stmk_for: lower_for_statement(statement); break;
-    case stmk_label: lower_label(statement); break;
-    case stmk_block: lower_block(statement); break;
-    case stmk_case: lower_case_values(statement); break;
-    case stmk_switch: lower_branch(body_of(statement)); break;
-    case stmk_init: lower_stmk_init(statement); break;
-    case stmk_return:
-      if (dynamic_init_of(statement) != nullptr) lower_stmk_init(statement);
-      break;
-    case stmk_asm: lower_asm_statement(statement); break;
-    case stmk_vla_decl: create_dimension_variable(statement); break;
-    case stmk_expr:
-    case stmk_goto:
-    case stmk_try:
-    case stmk_decl_entities:
-    case stmk_type_or_var_decl:
-    case stmk_computed_goto:
-    case stmk_vla_dealloc: break;
-    case stmk_last: unexpected_kind("statement");
+  case stmk_if:
+    lower_branch(then_statement_of(statement));
+    lower_branch(else_statement_of(statement));
+    break;
+  case stmk_while:
+  case stmk_do: lower_while_statement(statement); break;
+  case stmk_for: lower_for_statement(statement); break;
+  case stmk_label: lower_label(statement); break;
+  case stmk_block: lower_block(statement); break;
+  case stmk_case: lower_case_values(statement); break;
+  case stmk_switch: lower_branch(body_of(statement)); break;
+  case stmk_init: lower_stmk_init(statement); break;
+  case stmk_return:
+    if (dynamic_init_of(statement) != nullptr) lower_stmk_init(statement);
+    break;
+  case stmk_asm: lower_asm_statement(statement); break;
+  case stmk_vla_decl: create_dimension_variable(statement); break;
+  case stmk_expr:
+  case stmk_goto:
+  case stmk_try:
+  case stmk_decl_entities:
+  case stmk_type_or_var_decl:
+  case stmk_computed_goto:
+  case stmk_vla_dealloc: break;
+  case stmk_last: unexpected_kind("statement");
   }
 }
 
@@ -524,8 +532,7 @@ static bool is_defined_by_zeroing(const a_variable *variable)
 {
   if (!force_variable_definition_via_zeroing) return false;
   if (variable->storage_class != sc_unspecified || variable->init_kind != initk_none) return false;
-  return variable->no_common ||
-         (il_header.zero_uninitialized_definitions && !variable->is_common);
+  return variable->no_common || (il_header.zero_uninitialized_definitions && !variable->is_common);
 }
 
 static void lower_c99_variable(a_variable *variable)
@@ -543,7 +550,8 @@ static void lower_c99_variable(a_variable *variable)
 
 static void lower_variable_list(a_variable *list)
 {
-  for (; list != nullptr; list = list->next) lower_c99_variable(list);
+  for (; list != nullptr; list = list->next)
+    lower_c99_variable(list);
 }
 
 static void rewrite_ucns_in_types(a_scope *scope)
@@ -585,7 +593,8 @@ static void lower_c99_scope(a_scope *scope)
       rewrite_ucns_in_name(&routine->source_corresp);
     }
   }
-  for (a_scope *sub = scope->subscopes; sub != nullptr; sub = sub->next) lower_c99_scope(sub);
+  for (a_scope *sub = scope->subscopes; sub != nullptr; sub = sub->next)
+    lower_c99_scope(sub);
   for (a_local_static_variable_init *init = scope->local_static_inits; init != nullptr;
        init = init->next) {
     if (init->init_kind != initk_static) continue;
@@ -599,7 +608,8 @@ static void lower_c99_scope(a_scope *scope)
 
 void lower_c99_il_memory_region(int region)
 {
-  a_scope *scope = region == file_scope_region_number ? il_header.primary_scope : region_scope_table[region];
+  a_scope *scope =
+      region == file_scope_region_number ? il_header.primary_scope : region_scope_table[region];
   if (scope == nullptr) return;
   a_scope *saved_function_scope = innermost_function_scope;
   an_object_lifetime *saved_lifetime = curr_object_lifetime;

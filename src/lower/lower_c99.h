@@ -30,7 +30,8 @@ extern bool full_expr_has_statement_expression;
 void lower_sequence_point_expr(an_expr_node *expr);
 void lower_gnu_statement_expr(an_expr_node *expr);
 void convert_struct_rvalue_to_comma_expr_if_needed(an_expr_node *expr);
-// What the condition (or the increment) hoists goes into a block of the loop; curr_gnu_statement becomes it.
+// What the condition (or the increment) hoists goes into a block of the loop; curr_gnu_statement
+// becomes it.
 a_statement *loop_serialization_init(a_statement *statement, bool is_condition);
 // Drops the block if nothing was hoisted into it.
 void loop_serialization_end(a_statement *statement, bool is_condition);

@@ -61,7 +61,8 @@ void restore_saved_context(a_saved_context *saved)
     temp_init_statements = saved->temp_init_statements;
   } else if (saved->temp_init_statements != nullptr) {
     a_statement *last = saved->temp_init_statements;
-    while (last->next != nullptr) last = last->next;
+    while (last->next != nullptr)
+      last = last->next;
     last->next = temp_init_statements;
     temp_init_statements = saved->temp_init_statements;
   }
@@ -113,17 +114,17 @@ void mark_stmk_inits_as_following_exec_statement(a_statement *statement)
 static void link_statement(a_statement *statement, an_insert_location *location)
 {
   switch (location->kind) {
-    case ilk_after_statement:
-      statement->next = location->entry.statement->next;
-      location->entry.statement->next = statement;
-      break;
-    case ilk_block_start: {
-      a_statement *&first = first_statement_of(location->entry.statement);
-      statement->next = first;
-      first = statement;
-      break;
-    }
-    default: statement->next = nullptr; break;
+  case ilk_after_statement:
+    statement->next = location->entry.statement->next;
+    location->entry.statement->next = statement;
+    break;
+  case ilk_block_start: {
+    a_statement *&first = first_statement_of(location->entry.statement);
+    statement->next = first;
+    first = statement;
+    break;
+  }
+  default: statement->next = nullptr; break;
   }
   if (statement->kind != stmk_init) mark_stmk_inits_as_following_exec_statement(statement->next);
   set_insert_location(statement, location);
@@ -150,13 +151,13 @@ static void insert_after_node(an_expr_node *expr, an_insert_location *location)
 void insert_expr(an_expr_node *expr, an_insert_location *location)
 {
   switch (location->kind) {
-    case ilk_before_expr: insert_before_node(expr, location); break;
-    case ilk_after_expr: insert_after_node(expr, location); break;
-    case ilk_expr_creation:
-      location->entry.expr = expr;
-      location->kind = ilk_after_expr;
-      break;
-    default: insert_expr_statement(expr, location); break;
+  case ilk_before_expr: insert_before_node(expr, location); break;
+  case ilk_after_expr: insert_after_node(expr, location); break;
+  case ilk_expr_creation:
+    location->entry.expr = expr;
+    location->kind = ilk_after_expr;
+    break;
+  default: insert_expr_statement(expr, location); break;
   }
 }
 
@@ -231,7 +232,8 @@ a_statement *turn_branch_into_block(a_statement *statement)
 void add_to_end_of_temp_init_statements_list(a_statement *statement)
 {
   a_statement **link = &temp_init_statements;
-  while (*link != nullptr) link = &(*link)->next;
+  while (*link != nullptr)
+    link = &(*link)->next;
   statement->next = nullptr;
   *link = statement;
 }
@@ -273,7 +275,8 @@ a_statement *insert_temp_label(an_insert_location *location)
 static void link_temporary(a_variable **head, a_variable *variable)
 {
   a_variable **link = head;
-  while (*link != nullptr && (*link)->source_corresp.name == nullptr) link = &(*link)->next;
+  while (*link != nullptr && (*link)->source_corresp.name == nullptr)
+    link = &(*link)->next;
   if (*link == nullptr) {
     // At the end, which the scope's tails must learn.
     add_variable_to_scope(variable, curr_context->scope);
@@ -314,7 +317,8 @@ a_variable *make_temporary_in_scope(a_type *type, a_scope *scope, bool is_static
   if (scope == nullptr) scope = curr_context->scope;
   bool at_file_scope = scope->kind == sck_file;
   bool is_global = is_static || at_file_scope;
-  a_variable *variable = make_variable(type_for_temporary(type), is_global ? sc_static : sc_auto, true);
+  a_variable *variable =
+      make_variable(type_for_temporary(type), is_global ? sc_static : sc_auto, true);
   variable->is_temporary = true;
   variable->source_corresp.needed = true;
   entry_flags_of(variable).keep_in_il = false;
@@ -335,7 +339,8 @@ a_variable *make_file_scope_temporary(a_type *type)
 
 a_variable *make_unnamed_local_static_variable(a_type *type, bool local)
 {
-  return local ? make_temporary_in_scope(type, nullptr, true, true) : make_file_scope_temporary(type);
+  return local ? make_temporary_in_scope(type, nullptr, true, true)
+               : make_file_scope_temporary(type);
 }
 
 void add_to_reusable_temporaries_list(a_variable *variable)

@@ -1,7 +1,8 @@
 // lower_designators.cpp - designated initializers become positional ones.
-// Rule:    a later initializer overrides an earlier one of the same place, position by position unless it
-//          stood between braces of its own; what an overridden one would have done still runs, first.
-//          The one designator that stays is that of a union's member other than the first.
+// Rule:    a later initializer overrides an earlier one of the same place, position by position
+//          unless it stood between braces of its own; what an overridden one would have done still
+//          runs, first. The one designator that stays is that of a union's member other than the
+//          first.
 // Entry:   lower_designated_initializers, lower_dynamic_init_designated_initializers.
 #include "driver/flags.h"
 #include "lower/lower_c99.h"
@@ -11,17 +12,17 @@
 
 namespace {
 
-// The elements of an array or struct in order of position; a ck_init_repeat stands for several.  The cursor
-// makes runs and ascending designators cost constant time each.
+// The elements of an array or struct in order of position; a ck_init_repeat stands for several.
+// The cursor makes runs and ascending designators cost constant time each.
 struct a_positional_list {
   a_constant *head;
   a_constant *tail;
-  uint64_t length;              // positions
-  a_constant *before_cursor;    // element in front of the cursor's, null at the head
-  uint64_t cursor_position;     // first position of the cursor's element
+  uint64_t length;           // positions
+  a_constant *before_cursor; // element in front of the cursor's, null at the head
+  uint64_t cursor_position;  // first position of the cursor's element
 };
 
-}  // namespace
+} // namespace
 
 static uint64_t positions_of(const a_constant *element)
 {
@@ -140,20 +141,20 @@ static void rewrite_nested_designators(a_constant *constant, a_type *type);
 static bool contains_designators(const a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_aggregate:
-      if (aggregate_of(constant).has_designators) return true;
-      for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
-           element = element->next) {
-        if (element->kind == ck_designator || contains_designators(element)) return true;
-      }
-      return false;
-    case ck_init_repeat: return contains_designators(init_repeat_of(constant).repeated);
-    case ck_dynamic_init: {
-      const a_dynamic_init *init = dynamic_init_of(constant);
-      bool has_constant = init->kind == dik_constant || init->kind == dik_constant_via_temp;
-      return has_constant && contains_designators(constant_of(init));
+  case ck_aggregate:
+    if (aggregate_of(constant).has_designators) return true;
+    for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
+         element = element->next) {
+      if (element->kind == ck_designator || contains_designators(element)) return true;
     }
-    default: return false;
+    return false;
+  case ck_init_repeat: return contains_designators(init_repeat_of(constant).repeated);
+  case ck_dynamic_init: {
+    const a_dynamic_init *init = dynamic_init_of(constant);
+    bool has_constant = init->kind == dik_constant || init->kind == dik_constant_via_temp;
+    return has_constant && contains_designators(constant_of(init));
+  }
+  default: return false;
   }
 }
 
@@ -210,9 +211,10 @@ static void place_element(a_positional_list *list, uint64_t position, a_constant
   replace_link(list, previous, old_element, result);
 }
 
-// A run of equal elements from the position on.  Over older elements, and with parts that differ in the last
-// one, they are placed one by one.
-static void place_repeat(a_positional_list *list, uint64_t position, a_constant *repeat, a_type *type)
+// A run of equal elements from the position on.  Over older elements, and with parts that differ in
+// the last one, they are placed one by one.
+static void place_repeat(a_positional_list *list, uint64_t position, a_constant *repeat,
+                         a_type *type)
 {
   uint64_t count = init_repeat_of(repeat).count;
   a_constant *value = init_repeat_of(repeat).repeated;
@@ -331,7 +333,7 @@ struct a_union_value {
   a_constant *overridden;
 };
 
-}  // namespace
+} // namespace
 
 static void take_union_value(a_union_value *state, a_type *union_type, a_constant *base)
 {
@@ -390,20 +392,21 @@ static void flatten_union(a_constant *aggregate, a_type *union_type, a_constant 
   aggregate_of(aggregate).has_designators = state.value != nullptr && state.member != first_member;
 }
 
-// Makes the list of the aggregate positional, over the elements of `base` (which is used up) if given.
+// Makes the list of the aggregate positional, over the elements of `base` (which is used up) if
+// given.
 static void flatten_designators(a_constant *aggregate, a_type *type, a_constant *base)
 {
   type = skip_typerefs(type);
   switch (type->kind) {
-    case tk_array: flatten_array(aggregate, as_array(type).element_type, base); break;
-    case tk_class:
-    case tk_struct: flatten_struct(aggregate, type, base); break;
-    case tk_union: flatten_union(aggregate, type, base); break;
-    default: {  // braces around a scalar
-      a_constant *element = aggregate_of(aggregate).first_element;
-      if (element != nullptr) rewrite_nested_designators(element, type);
-      break;
-    }
+  case tk_array: flatten_array(aggregate, as_array(type).element_type, base); break;
+  case tk_class:
+  case tk_struct: flatten_struct(aggregate, type, base); break;
+  case tk_union: flatten_union(aggregate, type, base); break;
+  default: { // braces around a scalar
+    a_constant *element = aggregate_of(aggregate).first_element;
+    if (element != nullptr) rewrite_nested_designators(element, type);
+    break;
+  }
   }
 }
 
@@ -411,12 +414,12 @@ static void rewrite_nested_designators(a_constant *constant, a_type *type)
 {
   if (!contains_designators(constant)) return;
   switch (constant->kind) {
-    case ck_aggregate: flatten_designators(constant, type, nullptr); break;
-    case ck_init_repeat: rewrite_nested_designators(init_repeat_of(constant).repeated, type); break;
-    case ck_dynamic_init:
-      lower_dynamic_init_designated_initializers(dynamic_init_of(constant));
-      break;
-    default: break;
+  case ck_aggregate: flatten_designators(constant, type, nullptr); break;
+  case ck_init_repeat: rewrite_nested_designators(init_repeat_of(constant).repeated, type); break;
+  case ck_dynamic_init:
+    lower_dynamic_init_designated_initializers(dynamic_init_of(constant));
+    break;
+  default: break;
   }
 }
 
@@ -464,19 +467,19 @@ bool aggregate_is_partial(const a_constant *constant, a_type *type)
   if (constant->kind != ck_aggregate) return false;
   const a_constant *first = aggregate_of(constant).first_element;
   switch (type->kind) {
-    case tk_array: return array_is_partial(constant, type);
-    case tk_union: {
-      if (first == nullptr) return true;
-      a_field *member = first_initializable_field(type);
-      if (first->kind == ck_designator) {
-        member = designator_of(first).field;
-        first = first->next;
-      }
-      return first == nullptr || member == nullptr || element_is_partial(first, member->type);
+  case tk_array: return array_is_partial(constant, type);
+  case tk_union: {
+    if (first == nullptr) return true;
+    a_field *member = first_initializable_field(type);
+    if (first->kind == ck_designator) {
+      member = designator_of(first).field;
+      first = first->next;
     }
-    case tk_class:
-    case tk_struct: return struct_is_partial(constant, type);
-    default: return false;
+    return first == nullptr || member == nullptr || element_is_partial(first, member->type);
+  }
+  case tk_class:
+  case tk_struct: return struct_is_partial(constant, type);
+  default: return false;
   }
 }
 

@@ -1,7 +1,8 @@
-// lower_expr.cpp - rewriting of expressions that C and C++ share: conditions, bool, reusable values, the
-// post-pass that makes lowered lvalues printable.
-// Entry:   normalize_boolean_controlling_expr_if_needed, lower_bool_cast, rewrite_compound_assignment,
-//          lower_question_operator, perform_post_pass_on_lowered_expression.
+// lower_expr.cpp - rewriting of expressions that C and C++ share: conditions, bool, reusable
+// values, the post-pass that makes lowered lvalues printable.
+// Entry:   normalize_boolean_controlling_expr_if_needed, lower_bool_cast,
+//          rewrite_compound_assignment, lower_question_operator,
+//          perform_post_pass_on_lowered_expression.
 #include "consts/folding.h"
 #include "driver/flags.h"
 #include "driver/target.h"
@@ -20,8 +21,8 @@ static void make_int_constant(an_expr_node *expr, long long value)
   overwrite_node(expr, constant);
 }
 
-// A test of the value against zero.  The comparison is C's own test of a condition, so that complex values
-// and vectors, which have no printable zero, stay as they are.
+// A test of the value against zero.  The comparison is C's own test of a condition, so that complex
+// values and vectors, which have no printable zero, stay as they are.
 static void make_comparison_with_zero(an_expr_node *expr)
 {
   a_type *type = skip_typerefs(expr->type);
@@ -60,16 +61,17 @@ static bool is_truth_value(const an_expr_node *expr)
 // The value of a comma is that of its last operand.
 static an_expr_node *bottom_of_commas(an_expr_node *expr)
 {
-  while (is_operation(expr, eok_comma)) expr = second_operand_of(expr);
+  while (is_operation(expr, eok_comma))
+    expr = second_operand_of(expr);
   return expr;
 }
 
 void normalize_boolean_controlling_expr_if_needed(an_expr_node *expr)
 {
-  while (expr->kind == enk_lifetime_wrapper) expr = lifetime_wrapper_of(expr).expr;
+  while (expr->kind == enk_lifetime_wrapper)
+    expr = lifetime_wrapper_of(expr).expr;
   strip_bool_cast(expr);
-  if (expr->kind == enk_constant &&
-      constant_bool_value_known_at_compile_time(constant_of(expr))) {
+  if (expr->kind == enk_constant && constant_bool_value_known_at_compile_time(constant_of(expr))) {
     make_int_constant(expr, is_false_constant(constant_of(expr)) ? 0 : 1);
     return;
   }
@@ -97,11 +99,11 @@ unsigned expr_boolean_controlling_expr_mask(const an_expr_node *expr)
 {
   if (expr->kind != enk_operation) return 0;
   switch (op_of(expr)) {
-    case eok_question:
-    case eok_not: return 1;
-    case eok_land:
-    case eok_lor: return 3;
-    default: return 0;
+  case eok_question:
+  case eok_not: return 1;
+  case eok_land:
+  case eok_lor: return 3;
+  default: return 0;
   }
 }
 
@@ -114,7 +116,7 @@ void lower_bool_cast(an_expr_node *expr)
   a_type *source = skip_typerefs(operand->type);
   a_type *bool_result = expr->type;
   if (source->kind == tk_complex || source->kind == tk_imaginary) {
-    operation_of(expr).op = eok_cast;  // C's own conversion of a complex value
+    operation_of(expr).op = eok_cast; // C's own conversion of a complex value
     return;
   }
   if (operand->kind == enk_constant &&
@@ -142,7 +144,8 @@ static void add_to_setup(an_expr_node **setup, an_expr_node *expr)
   *setup = *setup == nullptr ? expr : make_comma_node(*setup, expr);
 }
 
-// A pointer that may be read more than once; what makes it so is added to *setup, which has to run first.
+// A pointer that may be read more than once; what makes it so is added to *setup, which has to run
+// first.
 static an_expr_node *make_pointer_repeatable(an_expr_node *pointer, an_expr_node **setup)
 {
   if (is_invariant_expr(pointer)) return pointer;
@@ -224,19 +227,19 @@ void lower_bool_incr_decr(an_expr_node *expr)
 static an_expr_operator_kind plain_operator_of(an_expr_operator_kind op)
 {
   switch (op) {
-    case eok_add_assign: return eok_add;
-    case eok_subtract_assign: return eok_subtract;
-    case eok_multiply_assign: return eok_multiply;
-    case eok_divide_assign: return eok_divide;
-    case eok_remainder_assign: return eok_remainder;
-    case eok_shift_left_assign: return eok_shift_left;
-    case eok_shift_right_assign: return eok_shift_right;
-    case eok_bit_and_assign: return eok_bit_and;
-    case eok_bit_or_assign: return eok_bit_or;
-    case eok_bit_xor_assign: return eok_bit_xor;
-    case eok_pointer_add_assign: return eok_pointer_add;
-    case eok_pointer_subtract_assign: return eok_pointer_subtract;
-    default: unexpected_kind("compound assignment");
+  case eok_add_assign: return eok_add;
+  case eok_subtract_assign: return eok_subtract;
+  case eok_multiply_assign: return eok_multiply;
+  case eok_divide_assign: return eok_divide;
+  case eok_remainder_assign: return eok_remainder;
+  case eok_shift_left_assign: return eok_shift_left;
+  case eok_shift_right_assign: return eok_shift_right;
+  case eok_bit_and_assign: return eok_bit_and;
+  case eok_bit_or_assign: return eok_bit_or;
+  case eok_bit_xor_assign: return eok_bit_xor;
+  case eok_pointer_add_assign: return eok_pointer_add;
+  case eok_pointer_subtract_assign: return eok_pointer_subtract;
+  default: unexpected_kind("compound assignment");
   }
 }
 
@@ -443,7 +446,8 @@ void lower_builtin_operation(an_expr_node *expr)
   if (argument->next != nullptr) argument = argument->next;
   lower_operand(argument);
   argument->next = nullptr;
-  an_expr_node *address = make_operator_node(eok_address_of, make_pointer_type(argument->type), argument);
+  an_expr_node *address =
+      make_operator_node(eok_address_of, make_pointer_type(argument->type), argument);
   an_expr_node *offset = add_cast(address, expr->type);
   offset->expr_range = expr->expr_range;
   overwrite_node(expr, offset);
@@ -510,11 +514,11 @@ bool fold_address_pair(an_expr_node *expr)
 {
   if (expr->kind != enk_operation) return false;
   switch (op_of(expr)) {
-    case eok_address_of: return fold_address_of(expr);
-    case eok_indirection: return fold_indirection(expr);
-    case eok_dot_field: return fold_dot_field(expr);
-    case eok_arrow_field: return fold_arrow_field(expr);
-    default: return false;
+  case eok_address_of: return fold_address_of(expr);
+  case eok_indirection: return fold_indirection(expr);
+  case eok_dot_field: return fold_dot_field(expr);
+  case eok_arrow_field: return fold_arrow_field(expr);
+  default: return false;
   }
 }
 
@@ -522,14 +526,14 @@ bool fold_address_pair(an_expr_node *expr)
 static bool needs_object_as_operand(const an_expr_node *expr)
 {
   switch (op_of(expr)) {
-    case eok_address_of:
-    case eok_array_to_pointer:
-    case eok_dot_field:
-    case eok_lvalue_cast:
-    case eok_cast_to_lvalue:
-    case eok_real:
-    case eok_imag: return true;
-    default: return operator_takes_lvalue_operand(op_of(expr));
+  case eok_address_of:
+  case eok_array_to_pointer:
+  case eok_dot_field:
+  case eok_lvalue_cast:
+  case eok_cast_to_lvalue:
+  case eok_real:
+  case eok_imag: return true;
+  default: return operator_takes_lvalue_operand(op_of(expr));
   }
 }
 
@@ -549,8 +553,8 @@ static void push_into_comma(an_expr_node *expr, an_expr_node *comma)
   expr->result_not_used = not_used;
 }
 
-// (c ? x : y).f becomes c ? x.f : y.f.  Further operands must not be evaluated twice in the text, so that
-// only operators without side effects in them come here.
+// (c ? x : y).f becomes c ? x.f : y.f.  Further operands must not be evaluated twice in the text,
+// so that only operators without side effects in them come here.
 static void push_into_question(an_expr_node *expr, an_expr_node *question)
 {
   an_expr_node *condition = first_operand_of(question);

@@ -1,7 +1,7 @@
 // lower_gnu.cpp - GNU statement expressions become statements in front of the one that holds them.
-// Rule:    what must be evaluated before a statement expression, or only under a condition, is moved out
-//          with it.  What a loop's condition or increment moves out becomes part of the loop's body, once
-//          in the text: it may hold labels.
+// Rule:    what must be evaluated before a statement expression, or only under a condition, is
+//          moved out with it.  What a loop's condition or increment moves out becomes part of the
+//          loop's body, once in the text: it may hold labels.
 // Entry:   lower_sequence_point_expr, lower_gnu_statement_expr, settle_loop_serialization.
 #include "driver/flags.h"
 #include "errors/error.h"
@@ -42,7 +42,8 @@ static a_statement *make_assignment_to(a_variable *variable, an_expr_node *value
   return statement;
 }
 
-// The operand's value moves to a temporary; the statement that fills it is returned, not yet lowered.
+// The operand's value moves to a temporary; the statement that fills it is returned, not yet
+// lowered.
 static a_statement *hoist_operand_to_temp(an_expr_node *operand, a_variable **variable)
 {
   *variable = make_lowered_temporary(rvalue_type(operand->type));
@@ -52,7 +53,8 @@ static a_statement *hoist_operand_to_temp(an_expr_node *operand, a_variable **va
   return statement;
 }
 
-static a_statement *place_if(an_expr_node *condition, a_statement *then_part, a_statement *else_part)
+static a_statement *place_if(an_expr_node *condition, a_statement *then_part,
+                             a_statement *else_part)
 {
   a_statement *statement = alloc_statement(stmk_if);
   set_positions(statement);
@@ -63,7 +65,8 @@ static a_statement *place_if(an_expr_node *condition, a_statement *then_part, a_
   return statement;
 }
 
-// Set for the full expression that is being lowered: its operators need not be searched when it has none.
+// Set for the full expression that is being lowered: its operators need not be searched when it has
+// none.
 bool full_expr_has_statement_expression;
 
 // --- Sequence points -----------------------------------------------------------------------------
@@ -126,20 +129,20 @@ void lower_sequence_point_expr(an_expr_node *expr)
 {
   if (!full_expr_has_statement_expression) return;
   switch (op_of(expr)) {
-    case eok_land:
-    case eok_lor:
-      if (has_statement_expression(second_operand_of(expr))) move_out_logical_operator(expr);
-      break;
-    case eok_comma:
-      if (has_statement_expression(second_operand_of(expr))) move_out_comma(expr);
-      break;
-    case eok_question:
-      if (has_statement_expression(second_operand_of(expr)) ||
-          has_statement_expression(third_operand_of(expr))) {
-        move_out_question(expr);
-      }
-      break;
-    default: break;
+  case eok_land:
+  case eok_lor:
+    if (has_statement_expression(second_operand_of(expr))) move_out_logical_operator(expr);
+    break;
+  case eok_comma:
+    if (has_statement_expression(second_operand_of(expr))) move_out_comma(expr);
+    break;
+  case eok_question:
+    if (has_statement_expression(second_operand_of(expr)) ||
+        has_statement_expression(third_operand_of(expr))) {
+      move_out_question(expr);
+    }
+    break;
+  default: break;
   }
 }
 
@@ -250,7 +253,8 @@ static void append_to_body(a_statement *loop, a_statement *statement)
   append_to_block(block, statement);
 }
 
-// { hoisted statements; if (!condition) goto end; body }: the loop itself has no condition any more.
+// { hoisted statements; if (!condition) goto end; body }: the loop itself has no condition any
+// more.
 static void move_condition_into_body(a_statement *loop, a_statement *hoisted)
 {
   a_statement *body = body_of(loop);
@@ -338,8 +342,8 @@ void convert_struct_rvalue_to_comma_expr_if_needed(an_expr_node *expr)
   first_operand_of(member) = object;
   member->is_lvalue = true;
   an_expr_node *index = array->next;
-  an_expr_node *save = make_binary_node(eok_assign, rvalue_type(value->type),
-                                        var_lvalue_expr(variable), value);
+  an_expr_node *save =
+      make_binary_node(eok_assign, rvalue_type(value->type), var_lvalue_expr(variable), value);
   an_expr_node *comma = make_comma_node(save, array);
   comma->next = index;
   first_operand_of(expr) = comma;

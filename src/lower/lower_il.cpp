@@ -71,7 +71,8 @@ static const char *name_without_backslashes(const char *name)
   if (name == nullptr || strchr(name, '\\') == nullptr) return name;
   size_t length = strlen(name);
   char *copy = alloc_lowered_name_string(length + 1);
-  for (size_t i = 0; i <= length; i++) copy[i] = name[i] == '\\' ? '_' : name[i];
+  for (size_t i = 0; i <= length; i++)
+    copy[i] = name[i] == '\\' ? '_' : name[i];
   return copy;
 }
 
@@ -80,7 +81,8 @@ void rewrite_ucns_in_name(a_source_correspondence *corresp)
   if (!il_header.canonical_ids_used) return;
   bool is_same = corresp->name == corresp->internal_name;
   corresp->name = name_without_backslashes(corresp->name);
-  corresp->internal_name = is_same ? corresp->name : name_without_backslashes(corresp->internal_name);
+  corresp->internal_name =
+      is_same ? corresp->name : name_without_backslashes(corresp->internal_name);
 }
 
 char *alloc_lowered_name_string(size_t length)

@@ -1,4 +1,5 @@
-// lower_il.h - the framework of lowering: contexts, insertion of code, temporaries, rewriting of expressions.
+// lower_il.h - the framework of lowering: contexts, insertion of code, temporaries, rewriting of
+// expressions.
 // Owns:    the state of the pass below, writers lower_*.cpp.
 // Rule:    a node or statement that is rewritten keeps its address, since its parents hold it.
 // Entry:   lower_il_memory_region for one region: C++ by this framework, C by lower_c99.h.
@@ -22,13 +23,13 @@ struct a_block_temps_save {
 // One frame of the walk; lives on the caller's stack.
 struct a_context {
   a_context *parent;
-  a_scope *scope;                       // being lowered
+  a_scope *scope; // being lowered
   an_object_lifetime *object_lifetime;
-  bool has_own_lifetime;                // curr_object_lifetime moves to it
+  bool has_own_lifetime; // curr_object_lifetime moves to it
   bool in_function_try;
   an_object_lifetime *pending_expr_lifetime;
-  a_dynamic_init *latest_init;          // the latest with a destruction
-  a_dynamic_init *cleanup_state;        // the one that the running code has last announced
+  a_dynamic_init *latest_init;   // the latest with a destruction
+  a_dynamic_init *cleanup_state; // the one that the running code has last announced
   an_object_lifetime *saved_lifetime;
   a_temporary_list_entry *reusable_temps;
   a_block_temps_save *saved_temps;
@@ -37,10 +38,10 @@ struct a_context {
 enum an_insert_location_kind : unsigned char {
   ilk_after_statement,
   ilk_block_start,
-  ilk_statement_creation,   // takes the first statement
-  ilk_before_expr,          // through a comma
+  ilk_statement_creation, // takes the first statement
+  ilk_before_expr,        // through a comma
   ilk_after_expr,
-  ilk_expr_creation         // takes the first expression, then is ilk_after_expr
+  ilk_expr_creation // takes the first expression, then is ilk_after_expr
 };
 
 struct an_insert_location {
@@ -55,10 +56,10 @@ struct an_insert_location {
 
 extern bool lowering_file_scope;
 extern a_context *curr_context;
-extern a_source_position code_pos_for_lowering;   // of generated statements
-extern a_statement *temp_init_statements;         // wait for the next statement boundary
+extern a_source_position code_pos_for_lowering; // of generated statements
+extern a_statement *temp_init_statements;       // wait for the next statement boundary
 extern a_variable *return_value_pointer_variable;
-extern a_statement *curr_gnu_statement;           // GNU: the statement being lowered
+extern a_statement *curr_gnu_statement; // GNU: the statement being lowered
 extern bool typeinfo_uncoupled_when_vtable_is_optional;
 extern bool lowering_normalizes_boolean_controlling_expressions;
 
@@ -126,13 +127,14 @@ void release_reusable_temporaries();
 a_variable *assign_expr_to_temp(an_expr_node *expr);
 // The same; returns a further use of the value.
 an_expr_node *assign_expr_to_temp_and_make_expr_for_reuse(an_expr_node *expr);
-// A second use of the value of `expr`, which is saved in a temporary unless it is invariant.  The first use
-// has to be evaluated before it: C's operands have no order.
+// A second use of the value of `expr`, which is saved in a temporary unless it is invariant.  The
+// first use has to be evaluated before it: C's operands have no order.
 an_expr_node *make_reusable_copy(an_expr_node *expr, bool side_effects);
 
 // --- Expressions ---------------------------------------------------------------------------------
 
-// A constant 0 or 1 of type int, or a comparison with zero, in place of any other controlling expression.
+// A constant 0 or 1 of type int, or a comparison with zero, in place of any other controlling
+// expression.
 void normalize_boolean_controlling_expr_if_needed(an_expr_node *expr);
 // The same on a copy, which is returned.
 an_expr_node *boolean_controlling_expr(an_expr_node *expr);
@@ -161,7 +163,8 @@ bool is_or_was_ptr_to_member_function_type(a_type *type);
 // With canonical_ids_used: each backslash of the names becomes an underscore.
 void rewrite_ucns_in_name(a_source_correspondence *corresp);
 char *alloc_lowered_name_string(size_t length);
-a_field *make_lowered_field(const char *name, a_type *type, a_type *class_type, a_field *last_field);
+a_field *make_lowered_field(const char *name, a_type *type, a_type *class_type,
+                            a_field *last_field);
 a_type *make_lowered_class_type(a_type_kind kind);
 a_variable *make_lowered_variable(const char *name, bool name_is_allocated, a_type *type,
                                   a_storage_class storage_class);

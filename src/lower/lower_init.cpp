@@ -1,6 +1,7 @@
-// lower_init.cpp - initializations as code, for what C has: constants, expressions, aggregates of both.
-// Rule:    an aggregate with parts that need code keeps its constant parts as a constant, with zeros in the
-//          places of the others, and assigns these, in their order, behind it.
+// lower_init.cpp - initializations as code, for what C has: constants, expressions, aggregates of
+// both.
+// Rule:    an aggregate with parts that need code keeps its constant parts as a constant, with
+//          zeros in the places of the others, and assigns these, in their order, behind it.
 // Entry:   lower_dynamic_init, zero_automatic_temporary.
 #include "lower/lower_init.h"
 
@@ -59,9 +60,11 @@ an_expr_node *make_lvalue_of_init_entity_node(const an_init_pos_descr *descr)
                              : var_lvalue_expr(descr->variable);
   for (an_init_pos_modifier *step = descr->modifiers; step != nullptr; step = step->next) {
     switch (step->kind) {
-      case ipm_field: object = field_lvalue_selection_expr(object, step->variant.field); break;
-      case ipm_base_class: object = base_class_selection_expr(object, step->variant.base_class); break;
-      case ipm_element: object = element_lvalue(object, step->variant.index, step->type); break;
+    case ipm_field: object = field_lvalue_selection_expr(object, step->variant.field); break;
+    case ipm_base_class:
+      object = base_class_selection_expr(object, step->variant.base_class);
+      break;
+    case ipm_element: object = element_lvalue(object, step->variant.index, step->type); break;
     }
   }
   return object;
@@ -73,8 +76,9 @@ an_expr_node *make_lvalue_of_init_entity_node(const an_init_pos_descr *descr)
 static an_expr_node *without_const(an_expr_node *object)
 {
   if (!is_const_qualified(object->type)) return object;
-  bool is_bit_field = (is_operation(object, eok_dot_field) || is_operation(object, eok_arrow_field)) &&
-                      field_of(second_operand_of(object))->is_bit_field;
+  bool is_bit_field =
+      (is_operation(object, eok_dot_field) || is_operation(object, eok_arrow_field)) &&
+      field_of(second_operand_of(object))->is_bit_field;
   if (is_bit_field) return object;
   a_type *type = make_unqualified_type(object->type);
   an_expr_node *address = add_address_of_to_node(object);
@@ -116,7 +120,7 @@ a_constant *zero_constant_for_type(a_type *type)
   return aggregate;
 }
 
-static a_routine *memset_routine;  // of the current translation unit
+static a_routine *memset_routine; // of the current translation unit
 
 // A declaration of our own, unless the source has one that a call can use.
 static a_routine *find_or_make_memset()
@@ -185,8 +189,9 @@ static void zero_object(const an_init_pos_descr *descr, an_insert_location *loca
   an_expr_node *object = make_lvalue_of_init_entity_node(descr);
   a_type *type = skip_typerefs(object->type);
   if (type->kind == tk_array || kind_has_class_part(type->kind)) {
-    insert_expr_statement(zero_memory_call(add_address_of_to_node(object), make_unqualified_type(object->type)),
-                          location);
+    insert_expr_statement(
+        zero_memory_call(add_address_of_to_node(object), make_unqualified_type(object->type)),
+        location);
   } else {
     a_type *value_type = rvalue_type(object->type);
     assign_init_value(descr, node_for_zero_of_type(value_type), location);
@@ -199,15 +204,15 @@ static void zero_object(const an_init_pos_descr *descr, an_insert_location *loca
 static bool has_dynamic_part(const a_constant *constant)
 {
   switch (constant->kind) {
-    case ck_dynamic_init: return true;
-    case ck_init_repeat: return has_dynamic_part(init_repeat_of(constant).repeated);
-    case ck_aggregate:
-      for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
-           element = element->next) {
-        if (has_dynamic_part(element)) return true;
-      }
-      return false;
-    default: return false;
+  case ck_dynamic_init: return true;
+  case ck_init_repeat: return has_dynamic_part(init_repeat_of(constant).repeated);
+  case ck_aggregate:
+    for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
+         element = element->next) {
+      if (has_dynamic_part(element)) return true;
+    }
+    return false;
+  default: return false;
   }
 }
 
@@ -256,7 +261,8 @@ static void lower_repeated_element(a_constant *repeat, an_init_pos_descr *descr,
   uint64_t first = step->variant.index;
   uint64_t count = init_repeat_of(repeat).count;
   lower_aggregate_element(value, descr, flags, location);
-  // `value` is constant from here on, with the first element assigned; the others are copies of that.
+  // `value` is constant from here on, with the first element assigned; the others are copies of
+  // that.
   an_expr_node *source_position = make_lvalue_of_init_entity_node(descr);
   for (uint64_t i = 1; i < count; i++) {
     step->variant.index = first + i;
@@ -359,36 +365,36 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
   *out_constant = nullptr;
   *out_new_constant = false;
   switch (init->kind) {
-    case dik_none: break;
-    case dik_zero: zero_object(descr, location); break;
-    case dik_constant:
-      lower_c99_constant(constant_of(init));
-      if (variable_takes_constant(descr) || not_last) {
-        *out_constant = constant_of(init);
-      } else {
-        assign_init_value(descr, alloc_node_for_allocated_constant(constant_of(init)), location);
-      }
-      break;
-    case dik_expression:
-    case dik_call_returning_class:
-      lower_init_expr(expr_of(init), flags);
-      assign_init_value(descr, expr_of(init), location);
-      break;
-    case dik_constant_via_temp: {
-      // The constant parts come first: the variable's initializer, or an assignment by the caller.
-      a_constant *aggregate = constant_of(init);
-      *out_new_constant = has_dynamic_part(aggregate);
-      lower_aggregate_parts(aggregate, descr, flags, location);
-      *out_constant = aggregate;
-      break;
+  case dik_none: break;
+  case dik_zero: zero_object(descr, location); break;
+  case dik_constant:
+    lower_c99_constant(constant_of(init));
+    if (variable_takes_constant(descr) || not_last) {
+      *out_constant = constant_of(init);
+    } else {
+      assign_init_value(descr, alloc_node_for_allocated_constant(constant_of(init)), location);
     }
-    case dik_bitwise_copy: {
-      an_expr_node *source = make_lvalue_of_init_entity_node(copy_source);
-      assign_init_value(descr, rvalue_expr_for_lvalue(source), location);
-      break;
-    }
-    case dik_constructor:
-    case dik_last: unexpected_kind("dynamic initialization in C");
+    break;
+  case dik_expression:
+  case dik_call_returning_class:
+    lower_init_expr(expr_of(init), flags);
+    assign_init_value(descr, expr_of(init), location);
+    break;
+  case dik_constant_via_temp: {
+    // The constant parts come first: the variable's initializer, or an assignment by the caller.
+    a_constant *aggregate = constant_of(init);
+    *out_new_constant = has_dynamic_part(aggregate);
+    lower_aggregate_parts(aggregate, descr, flags, location);
+    *out_constant = aggregate;
+    break;
+  }
+  case dik_bitwise_copy: {
+    an_expr_node *source = make_lvalue_of_init_entity_node(copy_source);
+    assign_init_value(descr, rvalue_expr_for_lvalue(source), location);
+    break;
+  }
+  case dik_constructor:
+  case dik_last: unexpected_kind("dynamic initialization in C");
   }
 }
 

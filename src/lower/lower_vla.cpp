@@ -1,4 +1,5 @@
-// lower_vla.cpp - variable-length arrays: the dimensions are evaluated once, where the source declares them.
+// lower_vla.cpp - variable-length arrays: the dimensions are evaluated once, where the source
+// declares them.
 // Entry:   create_dimension_variable, lower_vla_dimensions_in_type, lower_runtime_sizeof.
 #include "driver/flags.h"
 #include "driver/target.h"
@@ -88,8 +89,10 @@ void create_element_count_variable_for_vla(a_statement *statement)
     product = product == nullptr ? size : make_binary_node(eok_multiply, count_type, product, size);
   }
   if (host_count != 1 || product == nullptr) {
-    an_expr_node *factor = node_for_host_large_integer((long long)host_count, targ_ptrdiff_t_int_kind);
-    product = product == nullptr ? factor : make_binary_node(eok_multiply, count_type, product, factor);
+    an_expr_node *factor =
+        node_for_host_large_integer((long long)host_count, targ_ptrdiff_t_int_kind);
+    product =
+        product == nullptr ? factor : make_binary_node(eok_multiply, count_type, product, factor);
   }
   a_statement *declaration = copy_statement(statement);
   statement->next = declaration;
@@ -100,7 +103,8 @@ void create_element_count_variable_for_vla(a_statement *statement)
   statement->expr = assignment;
 }
 
-// What isn't evaluated is replaced by its type: lowering could change what an array's size is asked of.
+// What isn't evaluated is replaced by its type: lowering could change what an array's size is asked
+// of.
 void lower_runtime_sizeof(an_expr_node *expr)
 {
   an_expr_sizeof &operand = sizeof_of(expr);

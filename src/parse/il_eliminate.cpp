@@ -1,5 +1,7 @@
-// il_eliminate.cpp - removal of IL entries that the output doesn't need; the last step before the back end.
-// Rule:    what is not marked keep_in_il leaves its list; the tails that the scope stack keeps follow.
+// il_eliminate.cpp - removal of IL entries that the output doesn't need; the last step before the
+// back end.
+// Rule:    what is not marked keep_in_il leaves its list; the tails that the scope stack keeps
+//          follow.
 // Entry:   eliminate_unneeded_il_entries, eliminate_bodies_of_unneeded_functions.
 #include "driver/flags.h"
 #include "il/il_walk.h"
@@ -12,8 +14,7 @@ static bool is_kept(const void *entry)
 }
 
 // Unlinks the entries without the mark; returns the last one that stays.
-template <class an_entry>
-static an_entry *drop_unmarked(an_entry **head)
+template <class an_entry> static an_entry *drop_unmarked(an_entry **head)
 {
   an_entry *last = nullptr;
   an_entry **link = head;
@@ -30,10 +31,10 @@ static an_entry *drop_unmarked(an_entry **head)
   return last;
 }
 
-template <class an_entry>
-static an_entry *last_of(an_entry *list)
+template <class an_entry> static an_entry *last_of(an_entry *list)
 {
-  while (list != nullptr && list->next != nullptr) list = list->next;
+  while (list != nullptr && list->next != nullptr)
+    list = list->next;
   return list;
 }
 
@@ -58,8 +59,7 @@ void eliminate_unneeded_il_entries(a_scope *scope)
   a_variable *last_variable = drop_unmarked(&scope->variables);
   drop_unmarked(&scope->local_variables);
   a_routine *last_routine = drop_unmarked(&scope->routines);
-  a_type *last_type =
-      keep_unneeded_types ? last_of(scope->types) : drop_unmarked(&scope->types);
+  a_type *last_type = keep_unneeded_types ? last_of(scope->types) : drop_unmarked(&scope->types);
   a_constant *last_constant = drop_unmarked(&scope->constants);
   for (a_namespace *space = scope->namespaces; space != nullptr; space = space->next) {
     if (!space->is_alias) eliminate_unneeded_il_entries(space->variant.scope);

@@ -1,6 +1,6 @@
 // il_links.cpp - links between the IL, the symbols and the scope stack.
-// Owns:    set_source_corresp, parent links, references from a function's region to file-scope entries,
-//          the free lists of object lifetimes.
+// Owns:    set_source_corresp, parent links, references from a function's region to file-scope
+//          entries, the free lists of object lifetimes.
 // Rule:    a file-scope entry whose parent lies in a function's region has a null parent_scope; the
 //          function scope holds an a_local_scope_ref in its place.
 // Entry:   set_source_corresp, set_parent_scope, f_get_parent_scope_of, make_local_expr_node_ref.
@@ -207,7 +207,8 @@ void clear_local_scope_ref_if_present(a_source_correspondence *corresp)
   a_scope *root = root_scope_of_enclosing_routine(corresp);
   if (root == nullptr) return;
   a_local_scope_ref **link = &root->local_scope_refs;
-  while (*link != nullptr && (*link)->entity != corresp) link = &(*link)->next;
+  while (*link != nullptr && (*link)->entity != corresp)
+    link = &(*link)->next;
   if (*link != nullptr) *link = (*link)->next;
 }
 

@@ -1,5 +1,5 @@
-// il_lists.cpp - the lists of IL scopes: every append takes constant time through the tails that the
-// scope stack keeps, or one search when the scope isn't on the stack.
+// il_lists.cpp - the lists of IL scopes: every append takes constant time through the tails that
+// the scope stack keeps, or one search when the scope isn't on the stack.
 // Owns:    the table of scheduled routine moves.
 // Entry:   add_to_types_list and its kin, remove_from_variables_list, move_to_end_of_types_list.
 #include <cstdlib>
@@ -16,8 +16,8 @@ bool perform_type_list_ordering = true;
 // Where a declaration goes: the scope, the tails of its lists, and its entry if it is on the stack.
 struct a_list_place {
   a_scope *scope;
-  a_scope_pointers_block *block;  // null: the tails must be searched
-  a_scope_stack_entry *entry;     // null: not on the stack
+  a_scope_pointers_block *block; // null: the tails must be searched
+  a_scope_stack_entry *entry;    // null: not on the stack
 };
 
 static a_list_place place_of_file_scope()
@@ -57,14 +57,14 @@ static a_list_place place_for_entity(const a_source_correspondence *corresp, int
 }
 
 // Appends through the tail when one is known, else behind the last entry found by a search.
-template <class an_entry>
-static an_entry *append(an_entry **head, an_entry **tail, an_entry *entry)
+template <class an_entry> static an_entry *append(an_entry **head, an_entry **tail, an_entry *entry)
 {
   an_entry *previous = tail != nullptr ? *tail : nullptr;
   if (*head == nullptr) previous = nullptr;
   if (previous == nullptr && *head != nullptr) {
     previous = *head;
-    while (previous->next != nullptr) previous = previous->next;
+    while (previous->next != nullptr)
+      previous = previous->next;
   }
   if (previous == nullptr) {
     *head = entry;
@@ -120,9 +120,8 @@ void add_to_variables_list(a_variable *variable, int depth)
 {
   a_list_place place = place_for_entity(&variable->source_corresp, depth);
   set_parent_unless_member(&variable->source_corresp, iek_variable, place);
-  bool is_automatic =
-      !is_file_scope_entry(variable) &&
-      (variable->storage_class == sc_auto || variable->storage_class == sc_register);
+  bool is_automatic = !is_file_scope_entry(variable) && (variable->storage_class == sc_auto ||
+                                                         variable->storage_class == sc_register);
   if (is_automatic) {
     append(&place.scope->local_variables, ENTRY_TAIL(place, variables_tail), variable);
   } else {
@@ -238,7 +237,7 @@ void add_to_local_static_inits_list(a_local_static_variable_init *init, a_scope 
   append(&scope->local_static_inits, (a_local_static_variable_init **)nullptr, init);
 }
 
-static a_macro *last_macro;  // tail of il_header.macros
+static a_macro *last_macro; // tail of il_header.macros
 
 void add_to_macros_list(a_macro *macro)
 {
@@ -266,7 +265,8 @@ static void remove_entry(an_entry **head, an_entry **tail, an_entry *entry)
 
 static a_scope_pointers_block *block_of_active_scope(a_scope *scope)
 {
-  bool is_known = scope->kind == sck_file || scope->kind == sck_namespace || scope->stack_depth >= 0;
+  bool is_known =
+      scope->kind == sck_file || scope->kind == sck_namespace || scope->stack_depth >= 0;
   return is_known ? get_pointers_block_for_scope(scope) : nullptr;
 }
 
@@ -315,7 +315,8 @@ void move_to_end_of_types_list(a_type *type)
 static a_type *class_needed_before(a_type *type)
 {
   type = skip_typerefs(type);
-  while (type->kind == tk_array) type = skip_typerefs(as_array(type).element_type);
+  while (type->kind == tk_array)
+    type = skip_typerefs(as_array(type).element_type);
   return kind_has_class_part(type->kind) ? type : nullptr;
 }
 
@@ -338,8 +339,8 @@ static void append_in_order(an_ordering_state *state, a_type *type)
   state->tail = type;
 }
 
-// Marks: an entry's `visited` bit differs from the list's start while it waits.  The nesting of members by
-// value is limited by the language: a class can't contain itself.
+// Marks: an entry's `visited` bit differs from the list's start while it waits.  The nesting of
+// members by value is limited by the language: a class can't contain itself.
 static void place_type(an_ordering_state *state, a_type *type, bool waiting)
 {
   if (entry_flags_of(type).visited != waiting) return;
@@ -380,14 +381,18 @@ void fix_type_list_ordering_problems(a_scope *scope)
   if (!perform_type_list_ordering || !is_out_of_order(scope)) return;
   // place_type relinks, so the old order is kept through a copy of the links.
   unsigned count = 0;
-  for (a_type *type = scope->types; type != nullptr; type = type->next) count++;
+  for (a_type *type = scope->types; type != nullptr; type = type->next)
+    count++;
   a_type **types = (a_type **)alloc_general(count * sizeof(a_type *));
   unsigned i = 0;
-  for (a_type *type = scope->types; type != nullptr; type = type->next) types[i++] = type;
+  for (a_type *type = scope->types; type != nullptr; type = type->next)
+    types[i++] = type;
   an_ordering_state state = {scope, nullptr, nullptr};
-  for (i = 0; i < count; i++) place_type(&state, types[i], false);
+  for (i = 0; i < count; i++)
+    place_type(&state, types[i], false);
   state.tail->next = nullptr;
-  for (i = 0; i < count; i++) entry_flags_of(types[i]).visited = false;
+  for (i = 0; i < count; i++)
+    entry_flags_of(types[i]).visited = false;
   free_general(types, count * sizeof(a_type *));
   scope->types = state.head;
   a_scope_pointers_block *block = block_of_active_scope(scope);
@@ -398,7 +403,7 @@ void fix_type_list_ordering_problems(a_scope *scope)
 
 struct a_routine_move {
   a_routine *routine;
-  a_routine *behind;   // the routine that was last when the request was made
+  a_routine *behind; // the routine that was last when the request was made
   unsigned sequence;
 };
 static constexpr int max_routine_moves = 100;

@@ -3,7 +3,7 @@
 #include "unit_fixture.h"
 
 class il_alloc : public a_unit_test {
- protected:
+protected:
   // Opens the scope of a function; its region is current.
   a_scope *open_function(a_routine **out_routine = nullptr)
   {
@@ -118,7 +118,7 @@ TEST_F(il_alloc, routines_move_to_the_end_in_the_order_of_the_requests)
   }
   schedule_move_to_current_end_of_routines_list(routine[0]);
   schedule_move_to_current_end_of_routines_list(routine[2]);
-  schedule_move_to_current_end_of_routines_list(routine[5]);  // is last already
+  schedule_move_to_current_end_of_routines_list(routine[5]); // is last already
   a_routine *late = alloc_routine();
   add_to_routines_list(late, 0);
   schedule_move_to_current_end_of_routines_list(routine[1]);
@@ -179,5 +179,6 @@ TEST_F(il_alloc, size_table_has_every_kind)
   EXPECT_EQ(sizeof_il_entry[iek_variable], sizeof(a_variable));
   EXPECT_EQ(sizeof_il_entry[iek_name_text], 1);
   EXPECT_EQ(sizeof_il_entry[iek_last], 9999);
-  for (int kind = 1; kind < iek_last; kind++) EXPECT_GT(sizeof_il_entry[kind], 0) << kind;
+  for (int kind = 1; kind < iek_last; kind++)
+    EXPECT_GT(sizeof_il_entry[kind], 0) << kind;
 }

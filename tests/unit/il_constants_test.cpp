@@ -4,7 +4,7 @@
 #include "unit_fixture.h"
 
 class il_constants : public a_unit_test {
- protected:
+protected:
   void SetUp() override
   {
     a_unit_test::SetUp();
@@ -129,11 +129,12 @@ TEST_F(il_constants, string_explodes_to_what_the_array_holds)
 {
   a_constant text = string_constant("ab");
   a_constant *string = alloc_unshared_constant(&text);
-  a_constant *characters = explode_string_initializer(string, make_array_type(integer_type(ik_char), 2));
+  a_constant *characters =
+      explode_string_initializer(string, make_array_type(integer_type(ik_char), 2));
   a_constant *first = aggregate_of(characters).first_element;
   ASSERT_NE(first, nullptr);
   EXPECT_EQ(cmplit_integer_constant(first, 'a'), 0);
-  EXPECT_EQ(aggregate_of(characters).last_element, first->next);  // the null has no place
+  EXPECT_EQ(aggregate_of(characters).last_element, first->next); // the null has no place
 }
 
 TEST_F(il_constants, overridden_call_still_runs)

@@ -22,7 +22,7 @@ static void *shift_pointer(void *pointer, an_il_entry_kind)
 }
 
 class il_walk : public a_unit_test {
- protected:
+protected:
   void SetUp() override
   {
     a_unit_test::SetUp();
@@ -59,7 +59,10 @@ class il_walk : public a_unit_test {
     routine->is_defined = true;
     return routine;
   }
-  a_variable *local(a_type *type) { return make_variable(type, sc_auto, false); }
+  a_variable *local(a_type *type)
+  {
+    return make_variable(type, sc_auto, false);
+  }
 };
 
 TEST_F(il_walk, every_entry_is_met_once_by_each_walk)
@@ -84,7 +87,7 @@ TEST_F(il_walk, remap_changes_each_pointer_and_nothing_else)
   a_variable *variable = alloc_variable(sc_static);
   variable->type = integer_type(ik_int);
   variable->init_kind = initk_none;
-  variable->initializer.constant = (a_constant *)0x5000;  // doesn't hold
+  variable->initializer.constant = (a_constant *)0x5000; // doesn't hold
   a_variable before = *variable;
   remap_pointers_in_il_entry(variable, iek_variable, shift_pointer, nullptr);
   EXPECT_EQ((char *)variable->type, (char *)before.type + 0x1000);
@@ -100,7 +103,8 @@ TEST_F(il_walk, deep_expression_needs_no_machine_stack)
   a_variable *variable = file_variable("v", sc_unspecified, integer_type(ik_int));
   an_expr_node *expr = var_rvalue_expr(variable);
   for (int i = 0; i < 300000; i++) {
-    expr = make_binary_node(eok_add, integer_type(ik_int), expr, node_for_integer_constant(1, ik_int));
+    expr =
+        make_binary_node(eok_add, integer_type(ik_int), expr, node_for_integer_constant(1, ik_int));
   }
   an_il_walk_callbacks callbacks = {};
   callbacks.entry_callback = count_visit;
@@ -154,8 +158,8 @@ TEST_F(il_walk, mutual_references_of_unneeded_entities_keep_nothing)
 TEST_F(il_walk, expressions_tell_side_effects_and_equality)
 {
   a_variable *plain = file_variable("p", sc_unspecified, integer_type(ik_int));
-  a_variable *shaky = file_variable(
-      "s", sc_unspecified, f_make_qualified_type(integer_type(ik_int), tq_volatile));
+  a_variable *shaky =
+      file_variable("s", sc_unspecified, f_make_qualified_type(integer_type(ik_int), tq_volatile));
   a_type *int_type = integer_type(ik_int);
   auto sum = [&]() {
     return make_binary_node(eok_add, int_type, var_rvalue_expr(plain),
