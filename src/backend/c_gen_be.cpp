@@ -1,6 +1,6 @@
 // c_gen_be.cpp - the generated C file: its name, its order, the files of instantiations.
-// Rule:  everything is declared before its use: types in two passes, then routines, variables, initializers,
-//        bodies.
+// Rule:  everything is declared before its use: types in two passes, then routines, variables,
+//        initializers, bodies.
 // Entry: back_end.
 #include <cctype>
 #include "backend/c_gen_be.h"
@@ -23,7 +23,8 @@ static void write_source_file_tree(const a_source_file *file, unsigned depth)
 {
   for (; file != nullptr; file = file->next_sibling) {
     char text[160];
-    for (unsigned i = 0; i < depth; i++) put_no_wrap("  ");
+    for (unsigned i = 0; i < depth; i++)
+      put_no_wrap("  ");
     put_no_wrap(format_file_name(file->file_name));
     snprintf(text, sizeof text, " (from line number %lu, sequence numbers %lu-%lu%s)\n",
              file->first_line_number, (unsigned long)file->first_seq_number,
@@ -121,7 +122,8 @@ static void write_variables(a_scope *scope)
   const an_asm_entry *asm_entry = scope->asm_entries;
   declare_variables(scope->variables, &asm_entry);
   declare_variables(scope->local_variables, &asm_entry);
-  for (; asm_entry != nullptr; asm_entry = asm_entry->next) write_file_scope_asm(asm_entry);
+  for (; asm_entry != nullptr; asm_entry = asm_entry->next)
+    write_file_scope_asm(asm_entry);
   initialize_variables(scope->variables);
   initialize_variables(scope->local_variables);
 }
@@ -145,10 +147,11 @@ static bool contradicts_library(const a_routine *routine)
     return true;
   if (!routine_supplement_of(type)->is_prototyped) return false;
   int number = 0;
-  for (a_param_type *param = param_types_of(type); param != nullptr; param = param->next, number++) {
+  for (a_param_type *param = param_types_of(type); param != nullptr;
+       param = param->next, number++) {
     a_type *param_type = skip_typerefs(param->type);
-    if (number == 2 && (param_type->kind != tk_integer ||
-                        as_integer(param_type).int_kind != targ_size_t_int_kind))
+    if (number == 2 &&
+        (param_type->kind != tk_integer || as_integer(param_type).int_kind != targ_size_t_int_kind))
       return true;
   }
   return number != 3;
@@ -159,7 +162,8 @@ static bool has_own_memory_routines(const a_scope *scope)
   for (const a_routine *routine = scope->routines; routine != nullptr; routine = routine->next) {
     const char *name = routine->source_corresp.name;
     if (name == nullptr || name[0] != 'm') continue;
-    if ((strcmp(name, "memcpy") == 0 || strcmp(name, "memset") == 0) && contradicts_library(routine))
+    if ((strcmp(name, "memcpy") == 0 || strcmp(name, "memset") == 0) &&
+        contradicts_library(routine))
       return true;
   }
   return false;

@@ -1,7 +1,7 @@
 // c_gen_be.h - the writer of the generated C file.
 #pragma once
 
-// Writes the IL of the primary translation unit, lowered, as one C source text; with an instantiation
-// directory one file more per instantiation.  Runs once, after fe_wrapup, when there were no errors.
-// A failure to write is a catastrophe.
+// Writes the IL of the primary translation unit, lowered, as one C source text; with an
+// instantiation directory one file more per instantiation.  Runs once, after fe_wrapup, when there
+// were no errors. A failure to write is a catastrophe.
 void back_end();

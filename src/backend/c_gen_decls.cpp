@@ -341,7 +341,8 @@ static unsigned char written_stdc_states[3];
 
 void reset_stdc_states()
 {
-  for (unsigned char &state : written_stdc_states) state = sps_default;
+  for (unsigned char &state : written_stdc_states)
+    state = sps_default;
 }
 
 static void write_stdc_pragmas(const a_routine *routine)
@@ -378,8 +379,6 @@ static void write_string_arrays_of_scope(a_scope *scope)
   for (a_scope *inner = scope->subscopes; inner != nullptr; inner = inner->next)
     write_string_arrays_of_scope(inner);
 }
-
-
 
 void write_routine(a_routine *routine, bool definition)
 {

@@ -43,7 +43,7 @@ void write_function_espec(a_routine *routine)
     put_no_wrap(" /*");
     put_no_wrap(language);
   } else {
-    put_no_wrap(!c_linkage          ? "[0]Non-restricted [1]Non-checked /* C++ function */"
+    put_no_wrap(!c_linkage           ? "[0]Non-restricted [1]Non-checked /* C++ function */"
                 : extern_c_can_throw ? "[0]Non-restricted [1]Non-checked /* C++ function */"
                                      : "[0]Restricted [1]Non-checked /* extern \"C\" function */");
   }

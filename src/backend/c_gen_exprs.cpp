@@ -1,5 +1,6 @@
 // c_gen_exprs.cpp - expressions of the generated C.
-// Rule:  an operator form that is an operand stands in parentheses, so no precedence has to be known.
+// Rule:  an operator form that is an operand stands in parentheses, so no precedence has to be
+//        known.
 // Entry: write_expression and its kin.
 #include "backend/c_gen_private.h"
 #include "driver/target.h"
@@ -108,11 +109,18 @@ static void write_compound_literal(const an_expr_node *expr)
 
 static void write_eh_construct(const an_expr_node *expr)
 {
-  static const char *const words[lek_last] = {
-      "caught_object_address", "thrown_object_address", "cleanup_state",
-      "(unreachable) cleanup_state", "function_prologue", "function_epilogue",
-      "catch_epilogue", "try_epilogue", "exception_caught",
-      "exception_started", "initialization_completed", "internal_try("};
+  static const char *const words[lek_last] = {"caught_object_address",
+                                              "thrown_object_address",
+                                              "cleanup_state",
+                                              "(unreachable) cleanup_state",
+                                              "function_prologue",
+                                              "function_epilogue",
+                                              "catch_epilogue",
+                                              "try_epilogue",
+                                              "exception_caught",
+                                              "exception_started",
+                                              "initialization_completed",
+                                              "internal_try("};
   const an_expr_eh_construct &construct = eh_construct_of(expr);
   put_str(words[construct.kind]);
   switch (construct.kind) {
@@ -242,8 +250,7 @@ static void write_binary(const char *word, const an_expr_node *expr)
 static void write_order_comparison(const char *word, const an_expr_node *expr)
 {
   an_expr_node *left = first_operand_of(expr), *right = second_operand_of(expr);
-  bool of_functions =
-      is_pointer_type(left->type) && is_function_type(type_pointed_to(left->type));
+  bool of_functions = is_pointer_type(left->type) && is_function_type(type_pointed_to(left->type));
   if (!of_functions) {
     write_binary(word, expr);
     return;
@@ -307,7 +314,8 @@ static bool is_addressable(const an_expr_node *expr)
 
 static bool is_register_variable(const an_expr_node *expr)
 {
-  while (is_operation(expr, eok_dot_field)) expr = first_operand_of(expr);
+  while (is_operation(expr, eok_dot_field))
+    expr = first_operand_of(expr);
   return expr->kind == enk_variable && !variable_of(expr)->asm_name_is_text;
 }
 
@@ -362,16 +370,16 @@ static void write_struct_assign(const an_expr_node *expr)
 {
   an_expr_node *left = first_operand_of(expr), *right = second_operand_of(expr);
   a_type *type = skip_typerefs(left->type);
-  if (kind_has_class_part(type->kind) && as_class(type).has_const_field &&
-      !is_addressable(right)) {
+  if (kind_has_class_part(type->kind) && as_class(type).has_const_field && !is_addressable(right)) {
     write_const_struct_assign(expr);
     return;
   }
-  bool by_copy = (expr->result_not_used ||
-                  (kind_has_class_part(type->kind) && as_class(type).has_const_field)) && is_addressable(left) && is_addressable(right) &&
-                 !is_register_variable(left) && !is_register_variable(right) &&
-                 ((get_type_qualifiers(left->type) | get_type_qualifiers(right->type)) &
-                  tq_volatile) == 0;
+  bool by_copy =
+      (expr->result_not_used ||
+       (kind_has_class_part(type->kind) && as_class(type).has_const_field)) &&
+      is_addressable(left) && is_addressable(right) && !is_register_variable(left) &&
+      !is_register_variable(right) &&
+      ((get_type_qualifiers(left->type) | get_type_qualifiers(right->type)) & tq_volatile) == 0;
   if (!by_copy) {
     write_assign(expr);
     return;
@@ -386,7 +394,8 @@ static void write_struct_assign(const an_expr_node *expr)
 static void write_call(const an_expr_node *expr)
 {
   an_expr_node *callee = first_operand_of(expr);
-  bool by_name = is_operation(callee, eok_address_of) && first_operand_of(callee)->kind == enk_routine;
+  bool by_name =
+      is_operation(callee, eok_address_of) && first_operand_of(callee)->kind == enk_routine;
   write_operand(by_name ? first_operand_of(callee) : callee);
   put_char('(');
   write_argument_list(callee->next);
@@ -396,7 +405,8 @@ static void write_call(const an_expr_node *expr)
 // The list operand of the varargs forms is an lvalue, whichever way it is given.
 static void write_varargs_list(an_expr_node *list)
 {
-  while (is_operation(list, eok_address_of)) list = first_operand_of(list);
+  while (is_operation(list, eok_address_of))
+    list = first_operand_of(list);
   write_operand(list);
 }
 
@@ -594,9 +604,7 @@ void write_expression(an_expr_node *expr, bool parenthesize)
   case enk_field: write_name(field_of(expr)); return;
   case enk_temp_init: write_compound_literal(expr); return;
   case enk_throw: put_str("throw"); return;
-  case enk_lifetime_wrapper:
-    write_expression(lifetime_wrapper_of(expr).expr, parenthesize);
-    return;
+  case enk_lifetime_wrapper: write_expression(lifetime_wrapper_of(expr).expr, parenthesize); return;
   case enk_sizeof: write_sizeof(expr); return;
   case enk_address_of_ellipsis: put_str("&..."); return;
   case enk_statement_expr: write_statement_expression(expr); return;
@@ -605,6 +613,6 @@ void write_expression(an_expr_node *expr, bool parenthesize)
   case enk_type_operand: write_type(type_operand_of(expr)); return;
   case enk_builtin_operation: write_builtin_operation(expr); return;
   case enk_param_ref: form_param_ref(expr, &control); return;
-  default: return;  // nothing else remains behind lowering
+  default: return; // nothing else remains behind lowering
   }
 }

@@ -1,6 +1,7 @@
 // c_gen_init.cpp - initializers of the generated C, and what of them becomes statements.
-// Rule:  an initializer in a declaration holds constants only.  An automatic aggregate is copied from a
-//        constant template where its declaration stood, and its parts that are no constants are assigned.
+// Rule:  an initializer in a declaration holds constants only.  An automatic aggregate is copied
+//        from a constant template where its declaration stood, and its parts that are no constants
+//        are assigned.
 // Entry: write_initializer, write_local_initialization, write_string_arrays.
 #include "backend/c_gen_private.h"
 
@@ -10,12 +11,12 @@ static constexpr uint64_t min_range_count = 4;
 namespace {
 // A step from an object to a part of it.
 struct a_path_step {
-  const a_path_step *outer;  // null: this is the variable itself
+  const a_path_step *outer; // null: this is the variable itself
   a_variable *variable;
-  a_field *field;            // null: index holds
+  a_field *field; // null: index holds
   uint64_t index;
 };
-}  // namespace
+} // namespace
 
 static const char *memcpy_name()
 {
@@ -129,10 +130,9 @@ static bool is_all_zero(const a_constant *constant)
 {
   switch (constant->kind) {
   case ck_integer: return cmplit_integer_constant(constant, 0) == 0;
-  case ck_float:
-    return fp_is_zero_constant(&float_of(constant)) && !float_of(constant).sign;
+  case ck_float: return fp_is_zero_constant(&float_of(constant)) && !float_of(constant).sign;
   case ck_dynamic_init:
-  case ck_designator: return true;  // the former is assigned later, the latter has no value
+  case ck_designator: return true; // the former is assigned later, the latter has no value
   case ck_aggregate:
     for (const a_constant *element = aggregate_of(constant).first_element; element != nullptr;
          element = element->next)
@@ -476,7 +476,8 @@ static void write_repeat_copies(const a_path_step *array, uint64_t first, uint64
   put_str(");}");
 }
 
-static void write_dynamic_elements(const a_path_step *path, const a_constant *aggregate, a_type *type)
+static void write_dynamic_elements(const a_path_step *path, const a_constant *aggregate,
+                                   a_type *type)
 {
   a_type *element_type = as_array(type).element_type;
   uint64_t index = 0;
@@ -501,7 +502,8 @@ static void write_dynamic_elements(const a_path_step *path, const a_constant *ag
   }
 }
 
-static void write_dynamic_members(const a_path_step *path, const a_constant *aggregate, a_type *type)
+static void write_dynamic_members(const a_path_step *path, const a_constant *aggregate,
+                                  a_type *type)
 {
   a_field *field = first_initializable_field(type);
   for (const a_constant *element = aggregate_of(aggregate).first_element; element != nullptr;

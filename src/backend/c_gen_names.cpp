@@ -1,7 +1,7 @@
 // c_gen_names.cpp - names of entities in the generated C, and the control block of the printer.
 // Owns:  the numbers of nameless entities; control.
-// Rule:  a name that only its scope kept apart in the source is made unique, so that neither hoisting nor
-//        shadowing can change what it means.
+// Rule:  a name that only its scope kept apart in the source is made unique, so that neither
+//        hoisting nor shadowing can change what it means.
 // Entry: write_entity_name, set_up_control_block, rename_local_entity.
 #include <cctype>
 #include <cstdlib>
@@ -14,11 +14,11 @@ static unsigned long next_nameless_number;
 
 // Words of the C compiler behind us.  Sorted.
 static const char *const reserved_words[] = {
-    "asm",    "auto",     "break",  "case",     "char",     "const",  "continue", "default",
-    "do",     "double",   "else",   "enum",     "extern",   "float",  "for",      "fortran",
-    "goto",   "if",       "inline", "int",      "long",     "pascal", "register", "restrict",
-    "return", "short",    "signed", "sizeof",   "static",   "struct", "switch",   "typedef",
-    "typeof", "union",    "unix",   "unsigned", "void",     "volatile", "while"};
+    "asm",    "auto",   "break",  "case",     "char",   "const",    "continue", "default",
+    "do",     "double", "else",   "enum",     "extern", "float",    "for",      "fortran",
+    "goto",   "if",     "inline", "int",      "long",   "pascal",   "register", "restrict",
+    "return", "short",  "signed", "sizeof",   "static", "struct",   "switch",   "typedef",
+    "typeof", "union",  "unix",   "unsigned", "void",   "volatile", "while"};
 
 static int compare_words(const void *a, const void *b)
 {
@@ -74,7 +74,7 @@ static unsigned discriminator_of(const a_source_correspondence *corresp, an_il_e
   if (kind != iek_variable) return 0;
   const a_variable *variable = static_cast<const a_variable *>(entity);
   if (!variable->is_parameter) return variable->name_collision_discriminator;
-  if (C_dialect != 2) return 0;  // C refuses two parameters of one name
+  if (C_dialect != 2) return 0; // C refuses two parameters of one name
   unsigned behind = 0;
   bool shared = false;
   for (const a_variable *other = variable->next; other != nullptr; other = other->next, behind++) {
@@ -84,9 +84,10 @@ static unsigned discriminator_of(const a_source_correspondence *corresp, an_il_e
   return shared ? behind : 0;
 }
 
-// "__", the discriminator and "_" if there is one, line and column of the declaration, the name.  The
-// name is kept: a local variable is written many times.
-static void set_unique_name(a_source_correspondence *corresp, an_il_entry_kind kind, const char *name)
+// "__", the discriminator and "_" if there is one, line and column of the declaration, the name.
+// The name is kept: a local variable is written many times.
+static void set_unique_name(a_source_correspondence *corresp, an_il_entry_kind kind,
+                            const char *name)
 {
   size_t size = strlen(name) + 48;
   char *text = static_cast<char *>(alloc_in_region(file_scope_region_number, size));

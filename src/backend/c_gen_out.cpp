@@ -1,7 +1,8 @@
-// c_gen_out.cpp - the output of the C writer: text with line width, positions, comments, protection.
+// c_gen_out.cpp - the output of the C writer: text with line width, positions, comments,
+// protection.
 // Owns:  the current stream and its column and line; the indent.
-// Rule:  text is gathered in one buffer a stream, which is written in large pieces; nothing but this file
-//        knows how a line is broken.
+// Rule:  text is gathered in one buffer a stream, which is written in large pieces; nothing but
+//        this file knows how a line is broken.
 // Entry: put_text, write_position, open_protection.
 #include <cerrno>
 #include <cctype>
@@ -10,9 +11,9 @@
 #include "lex/source_input.h"
 #include "mem/mem_manage.h"
 
-static constexpr unsigned max_column = 79;           // of a plain piece
+static constexpr unsigned max_column = 79; // of a plain piece
 static constexpr size_t output_buffer_size = 1 << 20;
-static constexpr unsigned long max_blank_lines = 5;  // a gap up to this is bridged by newlines
+static constexpr unsigned long max_blank_lines = 5; // a gap up to this is bridged by newlines
 
 an_output_stream *out;
 unsigned comment_depth;
@@ -204,7 +205,8 @@ static void append_indent()
   if (out->column == 0) append(blanks, count);
 }
 
-// The file and line of a position; most positions lie on the line of the one before or close behind.
+// The file and line of a position; most positions lie on the line of the one before or close
+// behind.
 static a_source_file *place_of(a_source_position position, a_line_number *line)
 {
   if (last_place.file == nullptr || position.seq != last_place.seq) {
@@ -222,7 +224,8 @@ static bool advance_to_line(const a_source_file *file, unsigned long line)
   if (!out->line_known || out->source_file != file || line < out->line ||
       line - out->line > max_blank_lines)
     return false;
-  while (out->line < line) append_newline();
+  while (out->line < line)
+    append_newline();
   return true;
 }
 

@@ -1,4 +1,5 @@
-// c_gen_private.h - what the files of the C writer share: state, output primitives, the writers of each kind.
+// c_gen_private.h - what the files of the C writer share: state, output primitives, the writers of
+// each kind.
 #pragma once
 #include <cstdio>
 #include <cstring>
@@ -18,27 +19,27 @@ struct an_output_stream {
   size_t used;
   size_t allocated;
   unsigned column;
-  bool line_known;     // what the reader of the text takes the position to be
+  bool line_known; // what the reader of the text takes the position to be
   const a_source_file *source_file;
   unsigned long line;
 };
 
 // The writer's state; c_gen_out.cpp writes the first four.
-extern an_output_stream *out;                 // current stream
+extern an_output_stream *out; // current stream
 extern unsigned comment_depth;
-extern unsigned no_wrap_depth;                // above 0: lines are not broken
-extern unsigned indent;                       // blanks behind a position change
-extern const a_source_file *primary_file;     // where a break goes if the position is not known
+extern unsigned no_wrap_depth;            // above 0: lines are not broken
+extern unsigned indent;                   // blanks behind a position change
+extern const a_source_file *primary_file; // where a break goes if the position is not known
 extern unsigned long primary_line;
-extern a_scope *current_scope;                // whose entities are being written
+extern a_scope *current_scope; // whose entities are being written
 extern an_il_to_str_output_control_block control;
-extern bool memory_routines_are_redefined;    // the unit has its own static memcpy or memset
+extern bool memory_routines_are_redefined; // the unit has its own static memcpy or memset
 
 // A stream that was used before keeps its buffer.
 void open_output_stream(an_output_stream *stream, FILE *file);
 void flush_output_stream(an_output_stream *stream);
 
-void put_text(const char *text, size_t length);   // breaks the line in front if it gets too long
+void put_text(const char *text, size_t length); // breaks the line in front if it gets too long
 void put_str(const char *text);
 void put_char(char c);
 void put_no_wrap(const char *text);
@@ -48,10 +49,10 @@ void put_signed(long long number);
 void put_blank_after_word();
 void open_comment();
 void close_comment();
-void end_line();                                  // of an open line
+void end_line(); // of an open line
 void write_position(a_source_position position);
 void write_line_directive(const a_source_file *file, unsigned long line);
-void forget_position();                           // the line is not known from here on
+void forget_position(); // the line is not known from here on
 // A line of its own at indent 0, such as "#if 0".
 void write_directive_line(const char *text);
 // "#if 0" and "#endif" around an entity that is not needed; open tells whether it was written.
@@ -82,8 +83,8 @@ inline void write_name(a_label *label)
 // A type or enumerator of a function gets a name that is unique at file level; once.
 void rename_local_entity(a_source_correspondence *corresp, const a_routine *routine);
 void write_type(a_type *type);
-void write_cast(a_type *type);             // "(", the type, ")"
-void write_pointer_cast(a_type *type);     // a cast to a pointer to the type
+void write_cast(a_type *type);         // "(", the type, ")"
+void write_pointer_cast(a_type *type); // a cast to a pointer to the type
 // The type as it is without the qualifiers that would forbid an assignment.
 a_type *assignable_type(a_type *type);
 // The C compiler's own type for argument lists: by name, and anywhere below a type.
@@ -95,8 +96,8 @@ bool class_is_written(const a_type *type);
 bool typedef_is_written(const a_type *type);
 // Definitions that an object of the type needs.
 void write_needed_classes(a_type *type);
-// All types that the file declares at its level, in their order: the file scope's, those of prototypes and
-// those of functions.
+// All types that the file declares at its level, in their order: the file scope's, those of
+// prototypes and those of functions.
 void write_all_types(int pass);
 void reset_type_marks();
 // A declarator: first part, name, second part.  A null field, variable or routine writes none.

@@ -19,8 +19,8 @@ static void write_indented(a_statement *statement)
 
 static bool label_is_used(const a_label *label)
 {
-  return label->source_corresp.needed || label->source_corresp.referenced ||
-         label->address_taken || label->is_compiler_generated;
+  return label->source_corresp.needed || label->source_corresp.referenced || label->address_taken ||
+         label->is_compiler_generated;
 }
 
 static void write_label(a_statement *statement)
@@ -130,8 +130,8 @@ static void write_do(a_statement *statement)
   put_char(';');
 }
 
-// The first part of a for header: an expression, or the initialization of a scalar.  False: the statement
-// has to stand in front of the loop.
+// The first part of a for header: an expression, or the initialization of a scalar.  False: the
+// statement has to stand in front of the loop.
 static bool fits_for_header(const a_statement *statement)
 {
   if (statement == nullptr) return true;
@@ -400,7 +400,8 @@ void write_block_body(a_statement *block)
       continue;
     write_statement(statement);
   }
-  while (inner_blocks-- > 0) put_char('}');
+  while (inner_blocks-- > 0)
+    put_char('}');
   current_scope = saved_scope;
 }
 

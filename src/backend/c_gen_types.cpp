@@ -1,7 +1,8 @@
 // c_gen_types.cpp - types of the generated C: two passes over tags, enums, classes and typedefs.
 // Owns:  the marks of what is written (name_used_in_output of a type).
-// Rule:  pass 1 declares all tags and defines the enums, pass 2 defines classes and typedefs in list order,
-//        a class that an object needs before it.  A typedef that is not written is spelled out at its uses.
+// Rule:  pass 1 declares all tags and defines the enums, pass 2 defines classes and typedefs in
+//        list order, a class that an object needs before it.  A typedef that is not written is
+//        spelled out at its uses.
 // Entry: write_all_types, write_type_pass.
 #include "backend/c_gen_private.h"
 #include "consts/const_ints.h"
@@ -81,11 +82,11 @@ namespace {
 // What the member writer carries from one member to the next.
 struct a_member_state {
   a_type *class_type;
-  uint64_t end;             // of the previous member, in bytes
+  uint64_t end; // of the previous member, in bytes
   bool any_member;
   bool last_is_flexible;
 };
-}  // namespace
+} // namespace
 
 // The end of a member, in bytes.
 static uint64_t end_of_field(const a_field *field)
@@ -101,11 +102,11 @@ static void write_padding(const char *name, uint64_t position, bool with_positio
   char text[64];
   int length = snprintf(text, sizeof text, "char %s", name);
   if (with_position)
-    length += snprintf(text + length, sizeof text - size_t(length), "%llu",
-                       (unsigned long long)position);
+    length +=
+        snprintf(text + length, sizeof text - size_t(length), "%llu", (unsigned long long)position);
   if (gap > 1)
-    length += snprintf(text + length, sizeof text - size_t(length), "[%llu]",
-                       (unsigned long long)gap);
+    length +=
+        snprintf(text + length, sizeof text - size_t(length), "[%llu]", (unsigned long long)gap);
   snprintf(text + length, sizeof text - size_t(length), ";");
   put_str(text);
 }
@@ -134,7 +135,8 @@ static void write_gap_before(const a_field *field, a_member_state *state)
 // The type whose units hold the field: the C compiler then places it where the layout did.
 static a_type *unit_type_of(const a_field *field)
 {
-  a_type *type = skip_typerefs(field->declared_type != nullptr ? field->declared_type : field->type);
+  a_type *type =
+      skip_typerefs(field->declared_type != nullptr ? field->declared_type : field->type);
   bool has_other_unit = field->allocation_type != nullptr && type->kind == tk_integer &&
                         !as_integer(type).is_bool && field->allocation_type->size != type->size;
   return has_other_unit ? field->allocation_type : type;
@@ -230,7 +232,8 @@ static void write_member(a_field *field, a_member_state *state)
   uint64_t end = end_of_field(field);
   if (end > state->end) state->end = end;
   a_type *type = skip_typerefs(field->type);
-  state->last_is_flexible = type->kind == tk_array && !field->is_bit_field && size_of_type(type) == 0;
+  state->last_is_flexible =
+      type->kind == tk_array && !field->is_bit_field && size_of_type(type) == 0;
 }
 
 static void write_tail_padding(a_type *type, const a_member_state &state)

@@ -1,6 +1,8 @@
 // const_ints.cpp - arithmetic on target integer values.
-// Uses: digit arrays (digits.h); the host's integer types only for single digits and final conversions.
-// Rule:  every operation works in place on its first operand and writes `overflow` whenever it has one.
+// Uses: digit arrays (digits.h); the host's integer types only for single digits and final
+//       conversions.
+// Rule:  every operation works in place on its first operand and writes `overflow` whenever it has
+//        one.
 // See:   const_ints_kinds.cpp for kinds, limits, constants and text.
 #include "consts/const_ints.h"
 #include "consts/digits.h"
@@ -20,7 +22,8 @@ static bool value_is_zero(const an_integer_value *value)
 static unsigned long long host_bits_of(const an_integer_value *value)
 {
   unsigned long long bits = 0;
-  for (int i = 0; i < digit_count; i++) bits = bits << 16 | value->digit[i];
+  for (int i = 0; i < digit_count; i++)
+    bits = bits << 16 | value->digit[i];
   return bits;
 }
 
@@ -139,22 +142,26 @@ void subtract_mixed_signed_integer_values(an_integer_value *a, bool a_is_signed,
 
 void complement_integer_value(an_integer_value *a)
 {
-  for (uint16_t &digit : a->digit) digit = uint16_t(~digit);
+  for (uint16_t &digit : a->digit)
+    digit = uint16_t(~digit);
 }
 
 void or_integer_values(an_integer_value *a, const an_integer_value *b)
 {
-  for (int i = 0; i < digit_count; i++) a->digit[i] |= b->digit[i];
+  for (int i = 0; i < digit_count; i++)
+    a->digit[i] |= b->digit[i];
 }
 
 void and_integer_values(an_integer_value *a, const an_integer_value *b)
 {
-  for (int i = 0; i < digit_count; i++) a->digit[i] &= b->digit[i];
+  for (int i = 0; i < digit_count; i++)
+    a->digit[i] &= b->digit[i];
 }
 
 void xor_integer_values(an_integer_value *a, const an_integer_value *b)
 {
-  for (int i = 0; i < digit_count; i++) a->digit[i] ^= b->digit[i];
+  for (int i = 0; i < digit_count; i++)
+    a->digit[i] ^= b->digit[i];
 }
 
 void incr_integer_value(an_integer_value *a)
@@ -196,7 +203,8 @@ void multiply_integer_values(an_integer_value *a, const an_integer_value *b, boo
   bool negative = take_magnitude(a, is_signed) != take_magnitude(&factor, is_signed);
   uint16_t product[2 * digit_count];
   multiply_digits(a->digit, digit_count, factor.digit, digit_count, product);
-  for (int i = 0; i < digit_count; i++) a->digit[i] = product[digit_count + i];
+  for (int i = 0; i < digit_count; i++)
+    a->digit[i] = product[digit_count + i];
   *overflow = !digits_are_zero(product, digit_count);
   if (is_signed && give_sign(a, negative)) *overflow = true;
 }
@@ -206,8 +214,7 @@ void divide_integer_values(an_integer_value *a, const an_integer_value *b, bool 
 {
   an_integer_value divisor = *b, quotient, remainder;
   bool negative = take_magnitude(a, is_signed) != take_magnitude(&divisor, is_signed);
-  divide_digits(a->digit, digit_count, divisor.digit, digit_count, quotient.digit,
-                remainder.digit);
+  divide_digits(a->digit, digit_count, divisor.digit, digit_count, quotient.digit, remainder.digit);
   *a = quotient;
   *overflow = is_signed && give_sign(a, negative);
 }
@@ -219,8 +226,7 @@ void remainder_integer_values(an_integer_value *a, const an_integer_value *b, bo
   bool dividend_negative = take_magnitude(a, is_signed);
   take_magnitude(&divisor, is_signed);
   // A divisor of -1 needs no case of its own: the remainder is taken of magnitudes.
-  divide_digits(a->digit, digit_count, divisor.digit, digit_count, quotient.digit,
-                remainder.digit);
+  divide_digits(a->digit, digit_count, divisor.digit, digit_count, quotient.digit, remainder.digit);
   *a = remainder;
   if (is_signed) give_sign(a, dividend_negative);
   *overflow = false;

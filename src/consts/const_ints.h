@@ -1,17 +1,17 @@
 // const_ints.h - integers of the target: values, kinds, limits, text.
-// A value is 64 bits of two's complement and carries no signedness; a narrower value is held sign- or
-// zero-extended.  No operation issues diagnostics or allocates; `overflow` is always written.
+// A value is 64 bits of two's complement and carries no signedness; a narrower value is held sign-
+// or zero-extended.  No operation issues diagnostics or allocates; `overflow` is always written.
 #pragma once
 #include <cstdint>
 #include "il/il_enums.h"
 #include "il/il_fwd.h"
 
 struct an_integer_value {
-  uint16_t digit[4];  // digit[0] is the most significant
+  uint16_t digit[4]; // digit[0] is the most significant
 };
 
-// Tables by kind.  Entry ik_char of the first is written by set_plain_char_int_kind only; the limits are
-// filled by const_ints_init, when the target's precisions are final.
+// Tables by kind.  Entry ik_char of the first is written by set_plain_char_int_kind only; the
+// limits are filled by const_ints_init, when the target's precisions are final.
 extern bool int_kind_is_signed[ik_none + 1];
 extern const an_integer_kind unsigned_int_kind_of[ik_none + 1];
 extern an_integer_value max_integer_value_of_kind[ik_none];

@@ -1,4 +1,5 @@
-// const_ints_kinds.cpp - integer kinds of the target with their limits, integer constants, decimal text.
+// const_ints_kinds.cpp - integer kinds of the target with their limits, integer constants, decimal
+// text.
 // Owns:  the tables by kind; the static text buffers.
 // Uses:  sizes and precisions of the target (target.h), integer arithmetic (const_ints.cpp).
 // Entry: const_ints_init.
@@ -11,23 +12,34 @@
 #include "il/il_entities.h"
 #include "il/types.h"
 
-bool int_kind_is_signed[ik_none + 1] = {
-    false, true, false, true, false, true, false, true, false, true, false, true, false, false};
+bool int_kind_is_signed[ik_none + 1] = {false, true,  false, true,  false, true,  false,
+                                        true,  false, true,  false, true,  false, false};
 
 const an_integer_kind unsigned_int_kind_of[ik_none + 1] = {
-    ik_unsigned_char,  ik_unsigned_char,      ik_unsigned_char,      ik_unsigned_short,
-    ik_unsigned_short, ik_unsigned_int,       ik_unsigned_int,       ik_unsigned_long,
-    ik_unsigned_long,  ik_unsigned_int40,     ik_unsigned_int40,     ik_unsigned_long_long,
+    ik_unsigned_char,      ik_unsigned_char,
+    ik_unsigned_char,      ik_unsigned_short,
+    ik_unsigned_short,     ik_unsigned_int,
+    ik_unsigned_int,       ik_unsigned_long,
+    ik_unsigned_long,      ik_unsigned_int40,
+    ik_unsigned_int40,     ik_unsigned_long_long,
     ik_unsigned_long_long, ik_none};
 
 an_integer_value max_integer_value_of_kind[ik_none];
 an_integer_value min_integer_value_of_kind[ik_none];
 
-static const char *const int_kind_names[ik_none] = {
-    "char",         "signed char",   "unsigned char", "short",
-    "unsigned short", "int",         "unsigned int",  "long",
-    "unsigned long", "__int40_t",    "unsigned __int40_t", "long long",
-    "unsigned long long"};
+static const char *const int_kind_names[ik_none] = {"char",
+                                                    "signed char",
+                                                    "unsigned char",
+                                                    "short",
+                                                    "unsigned short",
+                                                    "int",
+                                                    "unsigned int",
+                                                    "long",
+                                                    "unsigned long",
+                                                    "__int40_t",
+                                                    "unsigned __int40_t",
+                                                    "long long",
+                                                    "unsigned long long"};
 
 const char *int_kind_name_full(an_integer_kind kind)
 {
@@ -251,7 +263,8 @@ void conv_integer_value_to_float(const an_integer_value *value, bool is_signed, 
 // Reads the exponent of decimal floating text, held to a limit that no value reaches.
 static long text_exponent(const char *text)
 {
-  while (isdigit(static_cast<unsigned char>(*text)) || *text == '.') text++;
+  while (isdigit(static_cast<unsigned char>(*text)) || *text == '.')
+    text++;
   if (*text != 'e' && *text != 'E') return 0;
   long exponent = strtol(text + 1, nullptr, 10);
   constexpr long limit = 1000000;
@@ -270,7 +283,8 @@ void conv_float_string_to_integer_value(const char *text, an_integer_value *valu
   if (*overflow) return;
   const char *digits_end = text;
   long integer_digits = 0;
-  while (isdigit(static_cast<unsigned char>(*digits_end))) digits_end++, integer_digits++;
+  while (isdigit(static_cast<unsigned char>(*digits_end)))
+    digits_end++, integer_digits++;
   integer_digits += text_exponent(text);
   for (; integer_digits > 0 && (isdigit(static_cast<unsigned char>(*text)) || *text == '.');
        text++) {
@@ -287,7 +301,7 @@ void conv_float_string_to_integer_value(const char *text, an_integer_value *valu
     integer_digits--;
   }
   bool ignored;
-  if (value_of_integer_value(value, true, &ignored) == 0) return;  // zero, whatever the exponent
+  if (value_of_integer_value(value, true, &ignored) == 0) return; // zero, whatever the exponent
   for (; integer_digits > 0 && !*overflow; integer_digits--)
     multiply_integer_values(value, &base, is_signed, overflow);
 }

@@ -1,4 +1,5 @@
-// digits.cpp - multiplication and division of 16-bit digit arrays for integers and floating mantissas.
+// digits.cpp - multiplication and division of 16-bit digit arrays for integers and floating
+// mantissas.
 // Uses: nothing but 32-bit host arithmetic on single digits.
 #include "consts/digits.h"
 #include "mem/check.h"
@@ -24,7 +25,8 @@ int compare_digits(const uint16_t *a, const uint16_t *b, int count)
 void multiply_digits(const uint16_t *a, int a_count, const uint16_t *b, int b_count,
                      uint16_t *product)
 {
-  for (int i = 0; i < a_count + b_count; i++) product[i] = 0;
+  for (int i = 0; i < a_count + b_count; i++)
+    product[i] = 0;
   for (int i = a_count - 1; i >= 0; i--) {
     uint32_t carry = 0;
     for (int j = b_count - 1; j >= 0; j--) {
@@ -61,8 +63,8 @@ static uint16_t scale_digits(uint16_t *digits, int count, uint32_t factor)
   return uint16_t(carry);
 }
 
-// Estimates one quotient digit from the top three digits of the rest and the top two of the divisor; at
-// most one too large.
+// Estimates one quotient digit from the top three digits of the rest and the top two of the
+// divisor; at most one too large.
 static uint32_t estimate_digit(const uint16_t *rest, const uint16_t *divisor)
 {
   uint32_t top = uint32_t(rest[0]) << 16 | rest[1];
@@ -106,11 +108,14 @@ static void divide_long(const uint16_t *dividend, int count, const uint16_t *div
   uint16_t rest[max_dividend_digits + 1];
   uint16_t scaled[max_divisor_digits];
   uint32_t factor = digit_base / (uint32_t(divisor[0]) + 1);
-  for (int i = 0; i < count; i++) rest[i + 1] = dividend[i];
-  for (int i = 0; i < n; i++) scaled[i] = divisor[i];
+  for (int i = 0; i < count; i++)
+    rest[i + 1] = dividend[i];
+  for (int i = 0; i < n; i++)
+    scaled[i] = divisor[i];
   rest[0] = scale_digits(rest + 1, count, factor);
   scale_digits(scaled, n, factor);
-  for (int i = 0; i < n - 1 && i < count; i++) quotient[i] = 0;
+  for (int i = 0; i < n - 1 && i < count; i++)
+    quotient[i] = 0;
   for (int i = 0; i + n <= count; i++) {
     uint32_t digit = estimate_digit(rest + i, scaled);
     if (subtract_product(rest + i, scaled, n, digit)) {
@@ -128,10 +133,12 @@ void divide_digits(const uint16_t *dividend, int count, const uint16_t *divisor,
 {
   check(count <= max_dividend_digits && divisor_count <= max_divisor_digits);
   int leading = 0;
-  while (leading < divisor_count && divisor[leading] == 0) leading++;
+  while (leading < divisor_count && divisor[leading] == 0)
+    leading++;
   check(leading < divisor_count);
   int n = divisor_count - leading;
-  for (int i = 0; i < divisor_count; i++) remainder[i] = 0;
+  for (int i = 0; i < divisor_count; i++)
+    remainder[i] = 0;
   if (n == 1) {
     remainder[divisor_count - 1] =
         divide_by_digit(dividend, count, divisor[divisor_count - 1], quotient);

@@ -1,7 +1,9 @@
-// float_pt.cpp - one operation per source-level need, rounded to the target format of the float kind.
+// float_pt.cpp - one operation per source-level need, rounded to the target format of the float
+// kind.
 // Owns:  the static text of fp_to_string.
 // Uses:  the wide package (float_pt_wide.h).
-// Rule:  a result that fails or is out of the kind's range sets `error`; the caller decides what that means.
+// Rule:  a result that fails or is out of the kind's range sets `error`; the caller decides what
+//        that means.
 #include "consts/float_pt.h"
 #include "consts/float_pt_wide.h"
 #include <cstring>
@@ -134,7 +136,8 @@ unsigned fp_hash(const simul_fval *value)
 {
   const unsigned char *byte = reinterpret_cast<const unsigned char *>(value);
   unsigned sum = 0;
-  for (unsigned i = 0; i < sizeof *value; i++) sum += byte[i];
+  for (unsigned i = 0; i < sizeof *value; i++)
+    sum += byte[i];
   return sum;
 }
 
@@ -195,7 +198,7 @@ void fp_host_large_unsigned_to_float(a_float_kind kind, unsigned long long numbe
 void fp_to_host_large_integer(a_float_kind kind, const simul_fval *value, long long *number,
                               bool *error, bool *second)
 {
-  static const simul_fval limit = {{0x8000}, 64, 0, 0};       // 2 to the 63
+  static const simul_fval limit = {{0x8000}, 64, 0, 0}; // 2 to the 63
   static const simul_fval neg_limit = {{0x8000}, 64, 1, 0};
   simul_fval rounded;
   fp_change_kind(value, kind, &rounded, kind, error, second);
@@ -206,7 +209,7 @@ void fp_to_host_large_integer(a_float_kind kind, const simul_fval *value, long l
 void fp_to_host_large_unsigned(a_float_kind kind, const simul_fval *value,
                                unsigned long long *number, bool *error, bool *second)
 {
-  static const simul_fval limit = {{1}, 80, 0, 0};            // 2 to the 64
+  static const simul_fval limit = {{1}, 80, 0, 0}; // 2 to the 64
   simul_fval rounded;
   fp_change_kind(value, kind, &rounded, kind, error, second);
   *number = f_ftou(&rounded);

@@ -1,7 +1,8 @@
 // float_pt.h - floating point of the target, in software.
-// The f_ routines compute on one wide format; the fp_ routines do one source-level operation each and
-// round its result to the format of the float kind, so that every constant is a value of the target.
-// Nothing here uses the host's floating point, issues diagnostics, or allocates from the general heap.
+// The f_ routines compute on one wide format; the fp_ routines do one source-level operation each
+// and round its result to the format of the float kind, so that every constant is a value of the
+// target. Nothing here uses the host's floating point, issues diagnostics, or allocates from the
+// general heap.
 #pragma once
 #include <cstdint>
 #include "consts/const_ints.h"
@@ -23,7 +24,7 @@ struct trg_fval {
 
 // Bits of fp_error.
 enum : int { fpe_invalid = 1, fpe_divide_by_zero = 2, fpe_overflow = 4, fpe_underflow = 8 };
-extern int fp_error;  // writers: the f_ routines; meaningful between a clear and the next read
+extern int fp_error; // writers: the f_ routines; meaningful between a clear and the next read
 
 extern const simul_fval pos_zero, neg_zero, pos_infin, neg_infin, a_nan;
 extern const simul_fval one_q, one_half, three_q, one, neg_one, one_p_five, two, neg_two, four, ten,
@@ -31,8 +32,9 @@ extern const simul_fval one_q, one_half, three_q, one, neg_one, one_p_five, two,
 
 void float_pt_init();
 
-// The front layer.  `error`: the operation failed or its result is out of the kind's range; the result is
-// then the infinity, zero or NaN that IEEE arithmetic gives.  `second` is 0 except in fp_negate, where it is 1.
+// The front layer.  `error`: the operation failed or its result is out of the kind's range; the
+// result is then the infinity, zero or NaN that IEEE arithmetic gives.  `second` is 0 except in
+// fp_negate, where it is 1.
 void fp_add(a_float_kind kind, const simul_fval *a, const simul_fval *b, simul_fval *result,
             bool *error, bool *second);
 void fp_subtract(a_float_kind kind, const simul_fval *a, const simul_fval *b, simul_fval *result,
@@ -61,9 +63,11 @@ void fp_string_to_float(a_float_kind kind, const char *text, simul_fval *result,
 // `inexact`: the kind has no value equal to the text.
 void fp_hex_string_to_float(a_float_kind kind, const char *text, simul_fval *result, bool *error,
                             bool *inexact);
-// Exact hexadecimal text ("0x1.8p+1", "inf", "-inf", "nan") in a static buffer; flags given are cleared.
+// Exact hexadecimal text ("0x1.8p+1", "inf", "-inf", "nan") in a static buffer; flags given are
+// cleared.
 const char *fp_to_string(a_float_kind kind, const simul_fval *value, bool *is_nan = nullptr,
-                         bool *is_positive_infinity = nullptr, bool *is_negative_infinity = nullptr);
+                         bool *is_positive_infinity = nullptr,
+                         bool *is_negative_infinity = nullptr);
 const char *fp_to_hex_string(a_float_kind kind, const simul_fval *value);
 
 // Integers.

@@ -1,8 +1,8 @@
 // float_pt_arith.cpp - the wide package: sums, products, quotients, comparisons, integers.
 // Owns:  fp_error and the constants of the wide format.
-// Rule:  bits that leave the six digits are not rounded but kept as one sticky bit (rounding to odd).  The
-//        wide format has at least 81 significant bits, so the later rounding to a target format sees on
-//        which side of a tie the exact result lies, and rounds once, correctly.
+// Rule:  bits that leave the six digits are not rounded but kept as one sticky bit (rounding to
+//        odd).  The wide format has at least 81 significant bits, so the later rounding to a target
+//        format sees on which side of a tie the exact result lies, and rounds once, correctly.
 #include <cstdio>
 #include <cstdlib>
 #include "consts/digits.h"
@@ -30,7 +30,8 @@ const simul_fval sixteen = {{16}, 16, 0, 0};
 int f_finish(bool negative, int exponent, const uint16_t *digits, int count, simul_fval *result)
 {
   int leading = 0;
-  while (leading < count && digits[leading] == 0) leading++;
+  while (leading < count && digits[leading] == 0)
+    leading++;
   if (leading == count) {
     *result = signed_zero(negative);
     return 0;
@@ -48,7 +49,8 @@ int f_finish(bool negative, int exponent, const uint16_t *digits, int count, sim
   }
   int kept = count - leading < wide_digits ? count - leading : wide_digits;
   simul_fval value = {{0}, int16_t(exponent), negative, 0};
-  for (int i = 0; i < kept; i++) value.mantissa[i] = digits[leading + i];
+  for (int i = 0; i < kept; i++)
+    value.mantissa[i] = digits[leading + i];
   if (!digits_are_zero(digits + leading + kept, count - leading - kept))
     value.mantissa[wide_digits - 1] |= 1;
   *result = value;
@@ -62,7 +64,8 @@ void f_left_justify(simul_fval *value)
     exit(1);
   }
   while (value->mantissa[0] == 0) {
-    for (int i = 0; i + 1 < wide_digits; i++) value->mantissa[i] = value->mantissa[i + 1];
+    for (int i = 0; i + 1 < wide_digits; i++)
+      value->mantissa[i] = value->mantissa[i + 1];
     value->mantissa[wide_digits - 1] = 0;
     value->exponent -= 16;
   }
@@ -235,10 +238,12 @@ int f_div(const simul_fval *a, const simul_fval *b, simul_fval *result)
   if (divide_special(a, b, result, &failure)) return failure;
   uint16_t dividend[count] = {0}, remainder[wide_digits];
   uint16_t quotient[count + 1];
-  for (int i = 0; i < wide_digits; i++) dividend[i] = a->mantissa[i];
+  for (int i = 0; i < wide_digits; i++)
+    dividend[i] = a->mantissa[i];
   divide_digits(dividend, count, b->mantissa, wide_digits, quotient, remainder);
   quotient[count] = !digits_are_zero(remainder, wide_digits);
-  // As an integer the quotient is a / b times 65536 to the `extra`: its point stands `extra` from the end.
+  // As an integer the quotient is a / b times 65536 to the `extra`: its point stands `extra` from
+  // the end.
   int exponent = a->exponent - b->exponent + 16 * (count - extra);
   return f_finish(a->sign != b->sign, exponent, quotient, count + 1, result);
 }
@@ -303,7 +308,8 @@ int f_ldexp(const simul_fval *a, int exponent, simul_fval *result)
   }
   constexpr int limit = 200000;
   exponent = exponent > limit ? limit : exponent < -limit ? -limit : exponent;
-  // Shifting right within seven digits makes the new exponent a multiple of 16 without losing a bit.
+  // Shifting right within seven digits makes the new exponent a multiple of 16 without losing a
+  // bit.
   int sum = value.exponent + exponent;
   int shift = -sum & 15;
   uint16_t digits[wide_digits + 1];
@@ -332,7 +338,8 @@ int f_frexp(const simul_fval *a, int *exponent, simul_fval *result)
 static unsigned long long top_bits(const simul_fval *value)
 {
   unsigned long long bits = 0;
-  for (int i = 0; i < 4; i++) bits = bits << 16 | value->mantissa[i];
+  for (int i = 0; i < 4; i++)
+    bits = bits << 16 | value->mantissa[i];
   return bits;
 }
 
@@ -355,7 +362,8 @@ long long f_ftoi(const simul_fval *a)
 
 unsigned long long f_ftou(const simul_fval *a)
 {
-  if (a->sign || wide_is_zero(a) || wide_is_nan(a)) return static_cast<unsigned long long>(f_ftoi(a));
+  if (a->sign || wide_is_zero(a) || wide_is_nan(a))
+    return static_cast<unsigned long long>(f_ftoi(a));
   if (wide_is_infinity(a)) return ~0ULL;
   simul_fval value = *a;
   f_left_justify(&value);
@@ -372,7 +380,8 @@ void f_utof(unsigned long long number, simul_fval *result)
   int shift = __builtin_clzll(number);
   number <<= shift;
   simul_fval value = {{0}, int16_t(64 - shift), 0, 0};
-  for (int i = 0; i < 4; i++) value.mantissa[i] = uint16_t(number >> (48 - 16 * i));
+  for (int i = 0; i < 4; i++)
+    value.mantissa[i] = uint16_t(number >> (48 - 16 * i));
   f_align_radix_pt(&value);
   *result = value;
 }

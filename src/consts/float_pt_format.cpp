@@ -4,17 +4,17 @@
 
 namespace {
 struct an_ieee_format {
-  int mantissa_bits;  // with the hidden bit
-  int bias;           // of a fraction in one half to one
-  int max_exponent;   // largest biased exponent of a number
+  int mantissa_bits; // with the hidden bit
+  int bias;          // of a fraction in one half to one
+  int max_exponent;  // largest biased exponent of a number
 };
 
 // A number on its way into a target format.
 struct a_rounded_number {
-  uint64_t mantissa;  // with the hidden bit, unless denormal
-  int exponent;       // biased; 0 for a denormal
+  uint64_t mantissa; // with the hidden bit, unless denormal
+  int exponent;      // biased; 0 for a denormal
 };
-}  // namespace
+} // namespace
 
 static constexpr an_ieee_format single_format = {24, 126, 254};
 static constexpr an_ieee_format double_format = {53, 1022, 2046};
@@ -25,7 +25,8 @@ static a_rounded_number round_to_format(const simul_fval *wide, const an_ieee_fo
   simul_fval value = *wide;
   f_left_justify(&value);
   uint64_t high = 0, low = 0;
-  for (int i = 0; i < 4; i++) high = high << 16 | value.mantissa[i];
+  for (int i = 0; i < 4; i++)
+    high = high << 16 | value.mantissa[i];
   low = uint64_t(value.mantissa[4]) << 16 | value.mantissa[5];
   int exponent = value.exponent + format.bias;
   int dropped = 64 - format.mantissa_bits;
@@ -33,7 +34,7 @@ static a_rounded_number round_to_format(const simul_fval *wide, const an_ieee_fo
     dropped += 1 - exponent;
     exponent = 0;
   }
-  if (dropped > 64) return {0, 0};  // less than half of the smallest denormal
+  if (dropped > 64) return {0, 0}; // less than half of the smallest denormal
   uint64_t kept = dropped == 64 ? 0 : high >> dropped;
   uint64_t half = 1ULL << (dropped - 1);
   bool round = (high & half) != 0;
@@ -49,7 +50,8 @@ static a_rounded_number round_to_format(const simul_fval *wide, const an_ieee_fo
   return {kept, exponent};
 }
 
-// The fields of the target's bit pattern; sets fp_error for a value that rounds to zero or infinity.
+// The fields of the target's bit pattern; sets fp_error for a value that rounds to zero or
+// infinity.
 static a_rounded_number target_fields(const simul_fval *value, const an_ieee_format &format)
 {
   int all_ones = format.max_exponent + 1;
@@ -79,8 +81,8 @@ int ieee_cvt_stod(const simul_fval *value, trg_fval *target)
 int ieee_cvt_stof(const simul_fval *value, trg_fval *target)
 {
   a_rounded_number fields = target_fields(value, single_format);
-  target->word[0] = uint32_t(value->sign) << 31 | uint32_t(fields.exponent) << 23 |
-                    uint32_t(fields.mantissa);
+  target->word[0] =
+      uint32_t(value->sign) << 31 | uint32_t(fields.exponent) << 23 | uint32_t(fields.mantissa);
   target->word[1] = 0;
   return 0;
 }
@@ -116,12 +118,13 @@ static void value_of_fields(bool negative, int exponent, uint64_t mantissa,
     return;
   }
   if (exponent == 0)
-    exponent = 1;  // a denormal: no hidden bit, and the exponent of the smallest normal number
+    exponent = 1; // a denormal: no hidden bit, and the exponent of the smallest normal number
   else
     mantissa |= 1ULL << (format.mantissa_bits - 1);
   simul_fval number = {{0}, int16_t(exponent - format.bias), negative, 0};
   mantissa <<= 64 - format.mantissa_bits;
-  for (int i = 0; i < 4; i++) number.mantissa[i] = uint16_t(mantissa >> (48 - 16 * i));
+  for (int i = 0; i < 4; i++)
+    number.mantissa[i] = uint16_t(mantissa >> (48 - 16 * i));
   f_left_justify(&number);
   f_align_radix_pt(&number);
   *value = number;

@@ -1,13 +1,14 @@
 // float_pt_text.cpp - text to wide values and back.
-// Rule:  decimal text is converted with exact integers, so the result is correctly rounded whatever the
-//        number of digits; the hexadecimal text written is exact.
+// Rule:  decimal text is converted with exact integers, so the result is correctly rounded whatever
+//        the number of digits; the hexadecimal text written is exact.
 // Entry: f_atof, f_ftoa.
 #include <cstdio>
 #include <cstring>
 #include "consts/float_pt_wide.h"
 
 namespace {
-// A natural number of up to max_limbs limbs, least significant first; limbs from `count` on are unset.
+// A natural number of up to max_limbs limbs, least significant first; limbs from `count` on are
+// unset.
 constexpr int max_limbs = 176;
 struct a_big_number {
   int count;
@@ -15,17 +16,17 @@ struct a_big_number {
 };
 
 // The significant digits of a decimal number: 0.d1d2d3... times ten to `exponent`.
-constexpr int max_decimal_digits = 800;  // a tie of the widest target format has fewer than 770
+constexpr int max_decimal_digits = 800; // a tie of the widest target format has fewer than 770
 struct a_decimal_number {
   int count;
   long exponent;
-  char digit[max_decimal_digits + 1];  // one more for a digit that stands for all that were left out
+  char digit[max_decimal_digits + 1]; // one more for a digit that stands for all that were left out
 };
-}  // namespace
+} // namespace
 
 // Beyond this decimal exponent every target format is infinite, or zero.
 static constexpr long max_decimal_exponent = 600;
-static constexpr long exponent_limit = 1000000;  // written exponents are held to this
+static constexpr long exponent_limit = 1000000; // written exponents are held to this
 
 static void multiply_small(a_big_number *number, uint32_t factor, uint32_t addend)
 {
@@ -40,9 +41,11 @@ static void multiply_small(a_big_number *number, uint32_t factor, uint32_t adden
 
 static void multiply_by_power_of_ten(a_big_number *number, long power)
 {
-  for (; power >= 9; power -= 9) multiply_small(number, 1000000000, 0);
+  for (; power >= 9; power -= 9)
+    multiply_small(number, 1000000000, 0);
   uint32_t rest = 1;
-  while (power-- > 0) rest *= 10;
+  while (power-- > 0)
+    rest *= 10;
   multiply_small(number, rest, 0);
 }
 
@@ -84,14 +87,16 @@ static void subtract(a_big_number *a, const a_big_number *b)
     a->limb[i] = uint32_t(difference);
     borrow = difference < 0 ? -1 : 0;
   }
-  while (a->count > 0 && a->limb[a->count - 1] == 0) a->count--;
+  while (a->count > 0 && a->limb[a->count - 1] == 0)
+    a->count--;
 }
 
 // numerator / denominator as a wide value.  Both are positive; both are changed.
 static int divide_to_wide(a_big_number *numerator, a_big_number *denominator, bool negative,
                           simul_fval *result)
 {
-  // Scale until numerator / denominator lies in one half to two; the quotient's bits follow one by one.
+  // Scale until numerator / denominator lies in one half to two; the quotient's bits follow one by
+  // one.
   int scale = bit_length(numerator) - bit_length(denominator);
   shift_left(scale < 0 ? numerator : denominator, scale < 0 ? -scale : scale);
   simul_fval quotient = {{0}, 0, 0, 0};
@@ -131,7 +136,8 @@ static int decimal_to_wide(const a_decimal_number *decimal, bool negative, simul
   }
   a_big_number numerator, denominator;
   numerator.count = 0;
-  for (int i = 0; i < decimal->count; i++) multiply_small(&numerator, 10, decimal->digit[i]);
+  for (int i = 0; i < decimal->count; i++)
+    multiply_small(&numerator, 10, decimal->digit[i]);
   denominator.count = 1;
   denominator.limb[0] = 1;
   long power = decimal->exponent - decimal->count;
@@ -158,7 +164,7 @@ static bool read_exponent(const char *text, long *exponent)
 // Reads "digits.digits e exponent"; zeros at either end do not count as digits.
 static bool read_decimal(const char *text, a_decimal_number *decimal)
 {
-  long point = 0, dropped_zeros = 0;  // zeros that count only when another digit follows
+  long point = 0, dropped_zeros = 0; // zeros that count only when another digit follows
   bool point_seen = false, nonzero_left_out = false, any_digit = false;
   decimal->count = 0;
   for (; (*text >= '0' && *text <= '9') || (*text == '.' && !point_seen); text++) {
@@ -179,11 +185,13 @@ static bool read_decimal(const char *text, a_decimal_number *decimal)
       nonzero_left_out = true;
       continue;
     }
-    for (; dropped_zeros > 0; dropped_zeros--) decimal->digit[decimal->count++] = 0;
+    for (; dropped_zeros > 0; dropped_zeros--)
+      decimal->digit[decimal->count++] = 0;
     decimal->digit[decimal->count++] = char(digit);
   }
   if (nonzero_left_out) {
-    while (decimal->count < max_decimal_digits) decimal->digit[decimal->count++] = 0;
+    while (decimal->count < max_decimal_digits)
+      decimal->digit[decimal->count++] = 0;
     decimal->digit[decimal->count++] = 1;
   }
   decimal->exponent = point;
@@ -207,7 +215,7 @@ static int hex_digit_value(char c)
 static int hexadecimal_to_wide(const char *text, bool negative, simul_fval *result)
 {
   constexpr int kept_digits = 4 * wide_digits + 4;
-  uint16_t mantissa[wide_digits + 2] = {0};  // the last digit only takes the sticky bit
+  uint16_t mantissa[wide_digits + 2] = {0}; // the last digit only takes the sticky bit
   int count = 0;
   long exponent = 0;
   bool point_seen = false, any_digit = false;
@@ -289,7 +297,8 @@ static int write_hexadecimal(const simul_fval *value, char *text)
   // The top bit becomes the leading 1; behind it stand the other bits in groups of four.
   at = stpcpy(at, "0x1");
   int last = 16 * wide_digits - 1;
-  while (last > 0 && (fraction.mantissa[last / 16] >> (15 - last % 16) & 1) == 0) last--;
+  while (last > 0 && (fraction.mantissa[last / 16] >> (15 - last % 16) & 1) == 0)
+    last--;
   if (last > 0) *at++ = '.';
   for (int bit = 1; bit <= last; bit += 4) {
     int digit = 0;

@@ -3,7 +3,7 @@
 #include "consts/float_pt.h"
 
 inline constexpr int wide_digits = 6;
-inline constexpr int16_t special_exponent = 32767;  // infinities and NaN
+inline constexpr int16_t special_exponent = 32767; // infinities and NaN
 inline constexpr int16_t zero_exponent = -32767;
 inline constexpr int max_wide_exponent = 32766;
 
@@ -32,8 +32,8 @@ inline simul_fval signed_infinity(bool negative)
   return negative ? neg_infin : pos_infin;
 }
 
-// result := the fraction digits[0 .. count) times 2 to the exponent, a multiple of 16.  Digits that do not
-// fit set the lowest bit kept.  Non-zero when the exponent is out of range.
+// result := the fraction digits[0 .. count) times 2 to the exponent, a multiple of 16.  Digits that
+// do not fit set the lowest bit kept.  Non-zero when the exponent is out of range.
 int f_finish(bool negative, int exponent, const uint16_t *digits, int count, simul_fval *result);
 
 // Shifts until the top bit of digit 0 is set.  The value is finite and not zero.

@@ -1,5 +1,6 @@
 // folding.cpp - values of operators on constants: the common head and end, integers, logic.
-// Uses:  target integers (const_ints.h); folding_float.cpp and folding_pointer.cpp for the other kinds.
+// Uses:  target integers (const_ints.h); folding_float.cpp and folding_pointer.cpp for the other
+//        kinds.
 // Rule:  one set of rules for all contexts: an operation only records a code and a severity, and
 //        report_folding alone knows what the context makes of it.
 // Entry: binary_operation, unary_operation.
@@ -232,8 +233,7 @@ static void fold_min_max(a_folding *folding)
 {
   int order = cmp_integer_constants(folding->left, folding->right);
   bool takes_left = folding->op == eok_min ? order <= 0 : order >= 0;
-  set_result_value(folding->result,
-                   &integer_of(takes_left ? folding->left : folding->right));
+  set_result_value(folding->result, &integer_of(takes_left ? folding->left : folding->right));
 }
 
 static bool is_comparison(an_expr_operator_kind op)
@@ -315,8 +315,8 @@ static bool fold_punned_address(a_folding *folding)
     copy_constant(address, folding->result);
     folding->result->type = type;
     folding->result->expr = nullptr;
-    folding->not_folded =
-        !add_to_pointer_constant(folding->result, other, folding->op == eok_subtract, false, folding);
+    folding->not_folded = !add_to_pointer_constant(folding->result, other,
+                                                   folding->op == eok_subtract, false, folding);
   } else if (left && right && folding->op == eok_subtract &&
              (gcc_mode || (gpp_mode && gnu_version <= 39999))) {
     fold_pointer_difference(folding);
@@ -365,10 +365,10 @@ static void fold_by_kind(a_folding *folding)
     fold_logical(folding);
     return;
   }
-  a_type_kind kind = is_pointer_operator(folding->op)
-                         ? tk_pointer
-                         : binary_operation_type_kind(folding->op, folding->left->type,
-                                                      folding->right->type);
+  a_type_kind kind =
+      is_pointer_operator(folding->op)
+          ? tk_pointer
+          : binary_operation_type_kind(folding->op, folding->left->type, folding->right->type);
   switch (kind) {
   case tk_integer:
     if (folding->left->kind == ck_integer && folding->right->kind == ck_integer)

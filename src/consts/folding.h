@@ -1,6 +1,7 @@
 // folding.h - values of operators and casts on constants, with the target's arithmetic.
 // A fault becomes a code and a severity first; the context (constant or not, value required or not,
-// errors suppressed or not) then makes it a message, a stored code, or an operation that stays unfolded.
+// errors suppressed or not) then makes it a message, a stored code, or an operation that stays
+// unfolded.
 #pragma once
 #include "consts/const_ints.h"
 #include "consts/float_pt.h"
@@ -9,8 +10,8 @@
 #include "il/il_fwd.h"
 #include "lex/source_position.h"
 
-// result := left op right, of type result_type.  The operands are unchanged; `result` may not be one of
-// them.  out_not_folded: no constant exists and the caller builds the expression;
+// result := left op right, of type result_type.  The operands are unchanged; `result` may not be
+// one of them.  out_not_folded: no constant exists and the caller builds the expression;
 // out_not_folded_by_template (may be null): because an operand depends on a template parameter.
 // Issues 40, 62, 63, 64, 172, 177, 181, 224, 1101, 1371, 1407.
 void binary_operation(an_expr_operator_kind op, const a_constant *left, const a_constant *right,
@@ -42,7 +43,8 @@ bool constant_lvalue_address(an_expr_node *expr, a_constant *constant, bool repo
 bool constant_rvalue_pointer(an_expr_node *expr, a_constant *constant, bool report,
                              bool *out_is_dependent);
 
-// Folds enk_builtin_operation nodes: type traits and __builtin_offsetof.  Issues 1331, 1700, 1714, 2051.
+// Folds enk_builtin_operation nodes: type traits and __builtin_offsetof.  Issues 1331, 1700, 1714,
+// 2051.
 void fold_builtin_operation_if_possible(an_expr_node *node, a_constant *constant, unsigned flags,
                                         const a_source_position *position, bool *out_not_constant);
 
@@ -60,17 +62,18 @@ void make_huge_fp_val(a_constant *result, a_type *type);
 bool is_null_pointer_constant(const a_constant *constant);
 bool is_or_might_be_null_pointer_constant(const a_constant *constant);
 bool constant_bool_value_known_at_compile_time(const a_constant *constant);
-bool is_false_constant(const a_constant *constant);  // only where the value is known
+bool is_false_constant(const a_constant *constant); // only where the value is known
 bool constant_is_pointer_to_string_literal(const a_constant *constant);
 bool expr_is_pointer_to_string_literal(const an_expr_node *expr);
 bool variable_has_non_null_address(const a_variable *variable);
 bool routine_has_non_null_address(const a_routine *routine);
 bool variable_has_constant_address(const a_variable *variable);
 
-// Width and signedness in bits of an integer type (typerefs skipped; pointers as unsigned integers).
+// Width and signedness in bits of an integer type (typerefs skipped; pointers as unsigned
+// integers).
 void get_integer_attributes(a_type *type, unsigned *bits, bool *is_signed);
-// Tests a constant count; *code is ec_no_error when it is in range.  True when the shift has a value: a too
-// large count is given one in GNU modes.
+// Tests a constant count; *code is ec_no_error when it is in range.  True when the shift has a
+// value: a too large count is given one in GNU modes.
 bool check_shift_count(const a_constant *count, a_type *type, a_type *promoted_type,
                        an_error_code *code);
 void conv_integer_to_integer(const a_constant *source, a_constant *result, bool report,
@@ -78,7 +81,8 @@ void conv_integer_to_integer(const a_constant *source, a_constant *result, bool 
 // `code` null: no test of the range.  *code other than ec_no_error stays.
 void trunc_and_set_integer(const an_integer_value *value, a_constant *result, bool is_signed,
                            bool saturate, an_error_code *code, an_error_severity *severity);
-// Applies the conversion between related class pointers to a constant; false: it isn't constant, or *code.
+// Applies the conversion between related class pointers to a constant; false: it isn't constant, or
+// *code.
 bool fold_base_class_cast(a_constant *constant, a_type *new_type, bool check_access,
                           bool check_ambiguity, const a_source_position *position,
                           an_error_code *code);

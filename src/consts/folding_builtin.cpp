@@ -1,6 +1,7 @@
-// folding_builtin.cpp - tests on constants; built-in functions and operations with a value at translation time.
-// Entry: is_null_pointer_constant and its kin; fold_builtin_operation_if_possible, fold_pow_if_possible,
-//        fold_fptest_if_possible, fold_bit_count_operation_if_possible.
+// folding_builtin.cpp - tests on constants; built-in functions and operations with a value at
+// translation time.
+// Entry: is_null_pointer_constant and its kin; fold_builtin_operation_if_possible,
+//        fold_pow_if_possible, fold_fptest_if_possible, fold_bit_count_operation_if_possible.
 #include <cstring>
 #include "consts/folding_private.h"
 #include "driver/sys_predef.h"
@@ -255,7 +256,7 @@ struct an_offset_walk {
   bool not_constant;
   an_error_code code;
 };
-}  // namespace
+} // namespace
 
 static void walk_designator(const an_expr_node *expr, an_offset_walk *walk);
 
@@ -279,7 +280,8 @@ static void walk_index(const an_expr_node *expr, an_offset_walk *walk)
   walk->offset += (unsigned long long)bytes;
 }
 
-// Adds what the designator's steps contribute; its innermost operand, the object itself, adds nothing.
+// Adds what the designator's steps contribute; its innermost operand, the object itself, adds
+// nothing.
 static void walk_designator(const an_expr_node *expr, an_offset_walk *walk)
 {
   if (expr->kind != enk_operation) return;
@@ -312,8 +314,8 @@ static void fold_offsetof(const an_expr_node *node, a_constant *constant,
                           const a_source_position *position, bool *out_not_constant)
 {
   an_offset_walk walk = {0, false, ec_no_error};
-  for (const an_expr_node *argument = builtin_operation_of(node).first_argument; argument != nullptr;
-       argument = argument->next)
+  for (const an_expr_node *argument = builtin_operation_of(node).first_argument;
+       argument != nullptr; argument = argument->next)
     walk_designator(argument, &walk);
   if (walk.not_constant && (gcc_mode || gpp_mode)) {
     *out_not_constant = true;
@@ -342,8 +344,8 @@ static bool complete_class(a_type *type, const a_source_position *position, bool
   return false;
 }
 
-static bool trait_of_class(a_builtin_operation_kind op, a_type *type, const a_source_position *position,
-                           bool *failed)
+static bool trait_of_class(a_builtin_operation_kind op, a_type *type,
+                           const a_source_position *position, bool *failed)
 {
   if (!complete_class(type, position, failed)) return false;
   const a_class_type_part &part = as_class(skip_typerefs(type));

@@ -1,6 +1,6 @@
 // folding_convert.cpp - conversion of a constant to another type.
-// Rule:  the constant is only changed when the conversion succeeds; what can't be represented is left to an
-//        expression, or is a fault with a code and a severity.
+// Rule:  the constant is only changed when the conversion succeeds; what can't be represented is
+//        left to an expression, or is a fault with a code and a severity.
 // Entry: type_change_constant_full, type_change_constant, implicit_cast.
 // See:   C99 6.3.
 #include "consts/folding_private.h"
@@ -9,12 +9,12 @@ namespace {
 // One conversion on its way.
 struct a_conversion {
   const a_constant *source;
-  a_constant *result;  // a copy of the source that gets the new type first
+  a_constant *result; // a copy of the source that gets the new type first
   bool is_implicit;
-  bool report;         // warn of changed values
+  bool report; // warn of changed values
   a_folding folding;
 };
-}  // namespace
+} // namespace
 
 static void mark_not_folded(a_conversion *conversion)
 {
@@ -77,8 +77,8 @@ void make_saturated_integer_for_float(a_float_kind, const simul_fval *value,
                                       an_integer_value *result, a_type *type)
 {
   an_integer_kind kind = as_integer(skip_typerefs(type)).int_kind;
-  *result = f_ge(value, &pos_zero) ? max_integer_value_of_kind[kind]
-                                   : min_integer_value_of_kind[kind];
+  *result =
+      f_ge(value, &pos_zero) ? max_integer_value_of_kind[kind] : min_integer_value_of_kind[kind];
 }
 
 static void conv_float_to_integer(a_conversion *conversion, const simul_fval *value)
@@ -101,7 +101,8 @@ static void conv_float_to_integer(a_conversion *conversion, const simul_fval *va
   }
   if (fits) return;
   bool only_warn = gcc_mode && !conversion->is_implicit;
-  record_fault(&conversion->folding, ec_float_to_integer_conversion, only_warn ? es_warning : es_error);
+  record_fault(&conversion->folding, ec_float_to_integer_conversion,
+               only_warn ? es_warning : es_error);
 }
 
 static void convert_to_integer(a_conversion *conversion)
@@ -199,7 +200,7 @@ static void convert_to_float(a_conversion *conversion, a_type_kind target_kind)
   } else if (target_kind == tk_imaginary) {
     set_result_float(result, ck_imaginary, &imag);
   } else {
-    set_constant_kind(result, ck_complex);  // a pair of its own, even when the source is complex
+    set_constant_kind(result, ck_complex); // a pair of its own, even when the source is complex
     complex_of(result)->real = real;
     complex_of(result)->imag = imag;
   }
@@ -247,9 +248,7 @@ static void convert_address(a_conversion *conversion, a_type *target)
     else
       convert_address_to_integer(conversion);
     return;
-  case tk_pointer:
-    conversion->result->value_is_punned = false;
-    return;
+  case tk_pointer: conversion->result->value_is_punned = false; return;
   default: mark_not_folded(conversion); return;
   }
 }
@@ -258,11 +257,12 @@ static void convert_to_ptr_to_member(a_conversion *conversion)
 {
   const a_constant *source = conversion->source;
   a_constant *result = conversion->result;
-  if (source->kind == ck_integer) {  // a null pointer constant
+  if (source->kind == ck_integer) { // a null pointer constant
     set_constant_kind(result, ck_ptr_to_member);
     return;
   }
-  if (source->kind != ck_ptr_to_member || source->from_reinterpret_cast) mark_not_folded(conversion);
+  if (source->kind != ck_ptr_to_member || source->from_reinterpret_cast)
+    mark_not_folded(conversion);
 }
 
 // --- All types -----------------------------------------------------------------------------------
@@ -318,20 +318,20 @@ static bool is_class_pointer_conversion(const a_constant *constant, a_type *new_
          is_class_struct_union_type(type_pointed_to(new_type));
 }
 
-// The source form of the result: the expression that the constant came from, with the cast around it.
+// The source form of the result: the expression that the constant came from, with the cast around
+// it.
 static void cast_source_expression(a_constant *result, an_expr_node *expr, a_type *new_type,
                                    bool is_implicit)
 {
-  result->expr = expr == nullptr     ? nullptr
-                 : is_implicit       ? add_implicit_cast(expr, new_type)
-                                     : add_cast(expr, new_type);
+  result->expr = expr == nullptr ? nullptr
+                 : is_implicit   ? add_implicit_cast(expr, new_type)
+                                 : add_cast(expr, new_type);
 }
 
 void type_change_constant_full(a_constant *constant, a_type *new_type, bool is_implicit,
                                bool is_constant_context, bool value_required, bool,
                                bool check_access, bool check_ambiguity, bool no_class_adjustment,
-                               bool, bool *out_not_folded,
-                               an_error_code *out_suppressed_error_code,
+                               bool, bool *out_not_folded, an_error_code *out_suppressed_error_code,
                                const a_source_position *position)
 {
   bool ignored;
@@ -366,7 +366,8 @@ void type_change_constant_full(a_constant *constant, a_type *new_type, bool is_i
   an_error_code class_code = ec_no_error;
   if (!no_class_adjustment && is_class_pointer_conversion(constant, new_type)) {
     result.type = constant->type;
-    if (!fold_base_class_cast(&result, new_type, check_access, check_ambiguity, position, &class_code))
+    if (!fold_base_class_cast(&result, new_type, check_access, check_ambiguity, position,
+                              &class_code))
       conversion.folding.not_folded = true;
     if (class_code != ec_no_error) record_fault(&conversion.folding, class_code, es_error);
     result.type = new_type;

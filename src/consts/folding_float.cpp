@@ -1,7 +1,7 @@
 // folding_float.cpp - operators on real, imaginary and complex constants.
 // Uses:  the rounded operations of float_pt.h, in the float kind of the operands.
-// Rule:  with IEEE handling a division by zero, and what follows from infinities and NaN, is a value;
-//        only a result out of range is a fault.
+// Rule:  with IEEE handling a division by zero, and what follows from infinities and NaN, is a
+//        value; only a result out of range is a fault.
 #include "consts/folding_private.h"
 
 namespace {
@@ -28,10 +28,22 @@ struct a_float_computation {
     if (error && !excused) out_of_range = true;
     return result;
   }
-  simul_fval add(const simul_fval &a, const simul_fval &b) { return apply(fp_add, a, b); }
-  simul_fval subtract(const simul_fval &a, const simul_fval &b) { return apply(fp_subtract, a, b); }
-  simul_fval multiply(const simul_fval &a, const simul_fval &b) { return apply(fp_multiply, a, b); }
-  simul_fval divide(const simul_fval &a, const simul_fval &b) { return apply(fp_divide, a, b); }
+  simul_fval add(const simul_fval &a, const simul_fval &b)
+  {
+    return apply(fp_add, a, b);
+  }
+  simul_fval subtract(const simul_fval &a, const simul_fval &b)
+  {
+    return apply(fp_subtract, a, b);
+  }
+  simul_fval multiply(const simul_fval &a, const simul_fval &b)
+  {
+    return apply(fp_multiply, a, b);
+  }
+  simul_fval divide(const simul_fval &a, const simul_fval &b)
+  {
+    return apply(fp_divide, a, b);
+  }
   simul_fval negate(const simul_fval &a)
   {
     simul_fval result;
@@ -40,7 +52,7 @@ struct a_float_computation {
     return result;
   }
 };
-}  // namespace
+} // namespace
 
 void set_result_float(a_constant *result, a_constant_kind kind, const simul_fval *value)
 {
@@ -223,7 +235,7 @@ void fold_float_unary(a_folding *folding)
   switch (folding->op) {
   case eok_plus: break;
   case eok_negate: value = {step.negate(value.real), step.negate(value.imag)}; break;
-  case eok_complement:  // GNU: the conjugate
+  case eok_complement: // GNU: the conjugate
   case eok_conj: value.imag = step.negate(value.imag); break;
   case eok_real: set_result_float(folding->result, ck_float, &value.real); return;
   case eok_imag: set_result_float(folding->result, ck_float, &value.imag); return;

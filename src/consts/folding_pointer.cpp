@@ -1,7 +1,9 @@
-// folding_pointer.cpp - addresses: arithmetic, differences, comparisons, and the lvalues that have one.
-// Rule:  two addresses are only related when their base is the same entity; an integer that was cast to a
-//        pointer is an address with no base.
-// Entry: fold_pointer_operation and its kin (folding.cpp); constant_lvalue_address, constant_rvalue_pointer.
+// folding_pointer.cpp - addresses: arithmetic, differences, comparisons, and the lvalues that have
+// one.
+// Rule:  two addresses are only related when their base is the same entity; an integer that was
+//        cast to a pointer is an address with no base.
+// Entry: fold_pointer_operation and its kin (folding.cpp); constant_lvalue_address,
+//        constant_rvalue_pointer.
 #include "consts/folding_private.h"
 
 // --- Offsets -------------------------------------------------------------------------------------
@@ -75,8 +77,8 @@ static void integer_as_ptrdiff(an_integer_value *value)
 }
 
 // count elements of the pointed-to type, in bytes.
-static bool scaled_count(const a_constant *pointer, const a_constant *count, an_integer_value *scaled,
-                         a_folding *folding)
+static bool scaled_count(const a_constant *pointer, const a_constant *count,
+                         an_integer_value *scaled, a_folding *folding)
 {
   uint64_t size = 1;
   a_type *type = step_type(pointer);
@@ -351,7 +353,9 @@ bool constant_lvalue_address(an_expr_node *expr, a_constant *constant, bool repo
     set_routine_address_constant(routine_of(expr), constant, true);
     known = true;
     break;
-  case enk_constant: known = address_of_constant_node(constant_of(expr), constant, dependent); break;
+  case enk_constant:
+    known = address_of_constant_node(constant_of(expr), constant, dependent);
+    break;
   case enk_temp_init: known = address_of_temporary(expr, constant); break;
   case enk_operation: known = address_of_operation(expr, constant, report, dependent); break;
   default: break;
@@ -401,7 +405,8 @@ bool constant_rvalue_pointer(an_expr_node *expr, a_constant *constant, bool repo
   switch (expr->kind) {
   case enk_constant: {
     a_constant *value = constant_of(expr);
-    known = value->kind == ck_address || (value->kind == ck_integer && is_pointer_type(value->type));
+    known =
+        value->kind == ck_address || (value->kind == ck_integer && is_pointer_type(value->type));
     if (known) copy_constant(value, constant);
     break;
   }

@@ -9,8 +9,8 @@
 struct a_folding {
   an_expr_operator_kind op;
   const a_constant *left;
-  const a_constant *right;  // null for one operand
-  a_constant *result;       // has its type; the kind is set by the operation
+  const a_constant *right; // null for one operand
+  a_constant *result;      // has its type; the kind is set by the operation
   an_error_code code = ec_no_error;
   an_error_severity severity = es_warning;
   bool not_folded = false;
@@ -49,6 +49,7 @@ bool constant_size_of(a_type *type, uint64_t *size);
 // The result for a comparison operator of an order -1, 0, 1.
 bool order_satisfies(an_expr_operator_kind op, int order);
 
-// Reports what the operation recorded, by the rules of its context.  Returns what out_not_folded is to be.
+// Reports what the operation recorded, by the rules of its context.  Returns what out_not_folded is
+// to be.
 bool report_folding(a_folding *folding, bool is_constant_context, bool value_required,
                     an_error_code *suppressed, const a_source_position *position);

@@ -1,4 +1,5 @@
-// fp_constraints.cpp - an observer of the IL that reports floating-point operations which are not allowed.
+// fp_constraints.cpp - an observer of the IL that reports floating-point operations which are not
+// allowed.
 // Entry: FP_OPERATION_CONSTRAINTS_FACTORY.
 #include "consts/fp_constraints.h"
 #include "driver/flags.h"
@@ -21,7 +22,7 @@ private:
   static void check_type(a_type *type, a_source_position position);
   static void check_call(an_expr_node *node);
 };
-}  // namespace
+} // namespace
 
 bool FP_OPERATION_CONSTRAINTS::float_type_allowed(a_type *type)
 {
@@ -55,8 +56,8 @@ void FP_OPERATION_CONSTRAINTS::check_call(an_expr_node *node)
 void FP_OPERATION_CONSTRAINTS::expression(an_expr_node *node)
 {
   if (node->kind != enk_operation) return;
-  a_source_position position = is_null_position(node->operator_position) ? node->expr_range.start
-                                                                         : node->operator_position;
+  a_source_position position =
+      is_null_position(node->operator_position) ? node->expr_range.start : node->operator_position;
   an_expr_operator_kind op = op_of(node);
   if (op == eok_cast) {
     check_type(node->type, position);

@@ -21,18 +21,21 @@ static void visit_expression(an_expr_node *expr, an_expr_or_stmt_traversal_block
 
 static void visit_initialization(a_dynamic_init *init, an_expr_or_stmt_traversal_block *)
 {
-  for (IL_HOOKS *hooks : il_hooks) hooks->dynamic_variable_initialization(init);
+  for (IL_HOOKS *hooks : il_hooks)
+    hooks->dynamic_variable_initialization(init);
 }
 
 void IL_HOOKS_CONTAINER::body_completed(a_routine *routine, a_statement *body)
 {
   if (count == 0) return;
-  for (IL_HOOKS *hooks : *this) hooks->routine_definition(routine);
+  for (IL_HOOKS *hooks : *this)
+    hooks->routine_definition(routine);
   an_expr_or_stmt_traversal_block block;
   clear_expr_or_stmt_traversal_block(&block);
   block.expr_callback = visit_expression;
   block.init_callback = visit_initialization;
   block.follow_dynamic_inits = true;
   if (body != nullptr) traverse_statement(body, &block);
-  for (IL_HOOKS *hooks : *this) hooks->end_routine_definition(routine);
+  for (IL_HOOKS *hooks : *this)
+    hooks->end_routine_definition(routine);
 }

@@ -1,7 +1,7 @@
 // il_to_str.cpp - text of types and names.
 // Uses:  the control block's callbacks; il_header for the language.
-// Rule:  a type prints in two parts that stand around the declared name.  Between the first part and a
-//        name the caller puts a blank when the part ends in a word.
+// Rule:  a type prints in two parts that stand around the declared name.  Between the first part
+//        and a name the caller puts a blank when the part ends in a word.
 // Entry: form_type, form_type_first_part, form_type_second_part, form_name, il_to_str_init.
 // See:   il_to_str_const.cpp for constants, il_to_str_attr.cpp for attributes.
 #include <cstdio>
@@ -12,7 +12,7 @@
 #include "il/il_to_str_private.h"
 
 // form_type_first_part's flags.
-static constexpr unsigned ftf_expand_arrays = 1;  // no typedef may hide an array's bound
+static constexpr unsigned ftf_expand_arrays = 1; // no typedef may hide an array's bound
 
 void clear_il_to_str_output_control_block(an_il_to_str_output_control_block *block)
 {
@@ -60,7 +60,8 @@ a_param_type *get_param_for_param_ref(const an_expr_node *expr,
 {
   const an_expr_param_ref &ref = param_ref_of(expr);
   a_func_prototype_stack_entry *entry = block->prototype_stack;
-  for (int level = 0; level < ref.levels_up && entry != nullptr; level++) entry = entry->next;
+  for (int level = 0; level < ref.levels_up && entry != nullptr; level++)
+    entry = entry->next;
   if (entry == nullptr) return nullptr;
   a_param_type *param = routine_supplement_of(entry->routine_type)->param_types;
   for (int position = 1; position < ref.position && param != nullptr; position++)
@@ -98,8 +99,7 @@ void form_class_or_namespace_qualifier(bool is_namespace, const void *parent,
                                        an_il_to_str_output_control_block *block)
 {
   an_il_entry_kind kind = is_namespace ? iek_namespace : iek_type;
-  a_source_correspondence *corresp =
-      source_corresp_for_il_entry(const_cast<void *>(parent), kind);
+  a_source_correspondence *corresp = source_corresp_for_il_entry(const_cast<void *>(parent), kind);
   if (a_type *outer_class = parent_class_of(corresp))
     form_class_or_namespace_qualifier(false, outer_class, block);
   else if (a_namespace *outer = parent_namespace_of(corresp))
@@ -233,7 +233,10 @@ static void form_tagged_type(a_type *type, an_il_to_str_output_control_block *bl
     if (type->kind == tk_integer)
       put("enum ", block);
     else if (!is_closure_class(type, iek_type))
-      put(type->kind == tk_class ? "class " : type->kind == tk_struct ? "struct " : "union ", block);
+      put(type->kind == tk_class    ? "class "
+          : type->kind == tk_struct ? "struct "
+                                    : "union ",
+          block);
   }
   form_name(type, iek_type, block);
 }
@@ -310,8 +313,8 @@ static bool typedef_name_is_used(a_type *type, unsigned flags,
   return (flags & ftf_expand_arrays) == 0 || skip_typerefs(type)->kind != tk_array;
 }
 
-// The first type at or below `type` that prints: a usable typedef or no typeref.  Adds the qualifiers
-// of what is passed; *may_alias tells of an attribute that was walked past.
+// The first type at or below `type` that prints: a usable typedef or no typeref.  Adds the
+// qualifiers of what is passed; *may_alias tells of an attribute that was walked past.
 static a_type *printable_type(a_type *type, unsigned flags, unsigned *qualifiers, bool *may_alias,
                               an_il_to_str_output_control_block *block)
 {
@@ -370,7 +373,9 @@ static a_part_end ptr_to_member_first_part(a_type *type, unsigned qualifiers,
 static void dependent_type_first_part(a_type *type, an_il_to_str_output_control_block *block)
 {
   const a_typeref_type_part &part = as_typeref(type);
-  put(part.is_typeof ? "__typeof__(" : part.is_underlying_type ? "__underlying_type(" : "__decltype(",
+  put(part.is_typeof            ? "__typeof__("
+      : part.is_underlying_type ? "__underlying_type("
+                                : "__decltype(",
       block);
   an_expr_node *expr = decltype_arg(type);
   if (part.is_underlying_type && part.typeref_supplement != nullptr &&
@@ -464,7 +469,7 @@ static void form_array_bound(a_type *type, an_il_to_str_output_control_block *bl
     form_constant(part.bound.bound_as_constant, false, block);
   } else if (part.bound_is_expr) {
     if (block->generated_code && block->in_prototype)
-      put("*", block);  // of a prototype whose parameters can't be named here
+      put("*", block); // of a prototype whose parameters can't be named here
     else if (part.bound.bound_expr != nullptr && block->form_expression != nullptr)
       block->form_expression(part.bound.bound_expr, false, block);
     else
@@ -485,7 +490,8 @@ void form_type_second_part(a_type *type, bool is_pointer_target, unsigned flags,
   if (is_pointer_target && is_declarator_suffix(type)) put(")", block);
   switch (type->kind) {
   case tk_pointer:
-    form_type_second_part(as_pointer(type).pointed_to_type, true, flags & ~ftf_expand_arrays, block);
+    form_type_second_part(as_pointer(type).pointed_to_type, true, flags & ~ftf_expand_arrays,
+                          block);
     break;
   case tk_ptr_to_member:
     form_type_second_part(as_ptr_to_member(type).member_type, true, 0, block);
@@ -547,10 +553,10 @@ void form_type(a_type *type, an_il_to_str_output_control_block *block)
 namespace {
 // A control block that writes into the insert of a message.
 struct a_message_control_block {
-  an_il_to_str_output_control_block block;  // first: callbacks get its address
+  an_il_to_str_output_control_block block; // first: callbacks get its address
   a_diag_text *text;
 };
-}  // namespace
+} // namespace
 
 static void put_to_message(const char *text, an_il_to_str_output_control_block *block)
 {

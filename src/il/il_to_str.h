@@ -1,5 +1,6 @@
-// il_to_str.h - text of types, names, constants and attributes, for messages and for the generated C.
-// Everything that differs between the two stands in the control block; nothing here knows where text goes.
+// il_to_str.h - text of types, names, constants and attributes, for messages and for the generated
+// C. Everything that differs between the two stands in the control block; nothing here knows where
+// text goes.
 #pragma once
 #include "consts/const_ints.h"
 #include "il/il_enums.h"
@@ -7,13 +8,13 @@
 
 // One open function declarator: lets a reference to a parameter find its parameter.
 struct a_func_prototype_stack_entry {
-  a_func_prototype_stack_entry *next;  // the enclosing declarator
+  a_func_prototype_stack_entry *next; // the enclosing declarator
   a_type *routine_type;
   unsigned depth;
 };
 
 struct an_il_to_str_output_control_block {
-  void (*output_text)(const char *text, an_il_to_str_output_control_block *block);  // always set
+  void (*output_text)(const char *text, an_il_to_str_output_control_block *block); // always set
   // For a piece that may not be split from the one before; null: output_text.
   void (*output_text_no_break)(const char *text, an_il_to_str_output_control_block *block);
   void (*form_entity_name)(const void *entity, an_il_entry_kind kind,
@@ -27,24 +28,25 @@ struct an_il_to_str_output_control_block {
   void (*form_attributes)(an_attribute *attributes, int where, bool flag,
                           an_il_to_str_output_control_block *block);
   bool (*typedef_unusable)(a_type *type, an_il_to_str_output_control_block *block);
-  a_func_prototype_stack_entry *prototype_stack;  // innermost first
-  bool generated_code;          // for the generated C
-  bool old_style_c;             // K&R: no void *, no unsigned suffix
-  bool no_typedefs;             // typedef names are not used
-  bool skip_internal_typedefs;  // compiler-made typedefs are not used
-  bool c_forms;                 // source-only forms are dropped
-  bool in_prototype;            // inside a parameter list
-  bool tab_literal;             // a tab in a string stands as it is
-  bool no_string_split;         // long strings stay in one piece
-  bool no_small_int_casts;      // constants of small integer kinds get no cast
-  bool no_template_args;        // names of instances print without arguments
+  a_func_prototype_stack_entry *prototype_stack; // innermost first
+  bool generated_code;                           // for the generated C
+  bool old_style_c;                              // K&R: no void *, no unsigned suffix
+  bool no_typedefs;                              // typedef names are not used
+  bool skip_internal_typedefs;                   // compiler-made typedefs are not used
+  bool c_forms;                                  // source-only forms are dropped
+  bool in_prototype;                             // inside a parameter list
+  bool tab_literal;                              // a tab in a string stands as it is
+  bool no_string_split;                          // long strings stay in one piece
+  bool no_small_int_casts;                       // constants of small integer kinds get no cast
+  bool no_template_args;                         // names of instances print without arguments
 };
 
 void clear_il_to_str_output_control_block(an_il_to_str_output_control_block *block);
 // Clears the module's tables and installs the error engine's printing hooks.
 void il_to_str_init();
 
-// Types.  The two parts stand around the declared name; qualifiers are those collected from outside.
+// Types.  The two parts stand around the declared name; qualifiers are those collected from
+// outside.
 void form_type(a_type *type, an_il_to_str_output_control_block *block);
 void form_type_first_part(a_type *type, bool is_pointer_target, bool suppress_qualifiers_hint,
                           unsigned qualifiers, unsigned flags,

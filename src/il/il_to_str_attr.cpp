@@ -1,7 +1,8 @@
-// il_to_str_attr.cpp - text of attributes, asm names and registers; the names of built-in operations.
+// il_to_str_attr.cpp - text of attributes, asm names and registers; the names of built-in
+// operations.
 // Uses:  the table of register names (registers.def).
-// Rule:  each attribute is an " __attribute__((...))" of its own.  In generated code those that only serve
-//        messages (c_forms) are left out.
+// Rule:  each attribute is an " __attribute__((...))" of its own.  In generated code those that
+//        only serve messages (c_forms) are left out.
 #include <cstring>
 #include "driver/flags.h"
 #include "il/il.h"
@@ -17,7 +18,7 @@ struct a_register_row {
   unsigned char code;
   const char *name;
 };
-}  // namespace
+} // namespace
 
 static constexpr a_register_row register_rows[] = {
 #define REGISTER(code, name) {code, name},
@@ -79,7 +80,7 @@ struct an_attribute_writer {
     put(")))", block);
   }
 };
-}  // namespace
+} // namespace
 
 static void write_visibility(an_attribute_writer *writer, unsigned visibility)
 {

@@ -1,4 +1,5 @@
-// il_to_str_const.cpp - text of constants: integers, floats, strings, addresses, aggregates, parameters.
+// il_to_str_const.cpp - text of constants: integers, floats, strings, addresses, aggregates,
+// parameters.
 // Uses:  exact hexadecimal text of floats (float_pt.h), decimal text of integers (const_ints.h).
 // Rule:  what is written into generated code means the same value of the same type to a C compiler.
 // Entry: form_constant, form_integer_constant, form_char.
@@ -63,7 +64,8 @@ unsigned form_char(unsigned character, an_il_to_str_output_control_block *block)
 void put_quoted(const char *text, an_il_to_str_output_control_block *block)
 {
   put("\"", block);
-  for (; *text != '\0'; text++) form_char(static_cast<unsigned char>(*text), block);
+  for (; *text != '\0'; text++)
+    form_char(static_cast<unsigned char>(*text), block);
   put_no_break("\"", block);
 }
 
@@ -84,11 +86,11 @@ namespace {
 struct a_string_writer {
   an_il_to_str_output_control_block *block;
   const char *prefix;
-  unsigned used;             // of buffer
-  unsigned piece;            // output characters since the opening quote
+  unsigned used;  // of buffer
+  unsigned piece; // output characters since the opening quote
   char buffer[256];
 };
-}  // namespace
+} // namespace
 
 static void flush_string(a_string_writer *writer)
 {
@@ -182,7 +184,8 @@ static void form_integer_digits(const a_constant *constant, an_integer_kind kind
   put(text, block);
 }
 
-// The kind whose form prints the value: that of an integer type; a pointer prints as an unsigned number.
+// The kind whose form prints the value: that of an integer type; a pointer prints as an unsigned
+// number.
 static an_integer_kind kind_of_constant(const a_constant *constant)
 {
   if (constant->type == nullptr) return ik_long_long;
@@ -288,8 +291,8 @@ static void form_float_constant(const a_constant *constant, bool in_context,
   if (parenthesize) put(")", block);
 }
 
-// The imaginary part as a literal of its own: a product with the imaginary unit would turn an infinite
-// part into a NaN real part.
+// The imaginary part as a literal of its own: a product with the imaginary unit would turn an
+// infinite part into a NaN real part.
 static void form_imaginary_value(const simul_fval *value, a_float_kind kind,
                                  an_il_to_str_output_control_block *block)
 {
@@ -376,7 +379,8 @@ static void form_offset(int64_t offset, an_il_to_str_output_control_block *block
   put_number(offset < 0 ? 0 - uint64_t(offset) : uint64_t(offset), block);
 }
 
-// True if a pointer to `from` may stand for a pointer to `to`: the latter may only be const besides.
+// True if a pointer to `from` may stand for a pointer to `to`: the latter may only be const
+// besides.
 static bool pointee_matches(a_type *from, a_type *to)
 {
   unsigned from_qualifiers = get_type_qualifiers(from), to_qualifiers = get_type_qualifiers(to);
@@ -402,8 +406,8 @@ static void form_generated_address(const a_constant *constant, bool in_context,
   const a_constant_address &address = address_of(constant);
   a_type *entity_type = type_of_addressed_entity(address);
   a_type *type = constant->type == nullptr ? nullptr : skip_typerefs(constant->type);
-  a_type *target = type != nullptr && type->kind == tk_pointer ? as_pointer(type).pointed_to_type
-                                                                : nullptr;
+  a_type *target =
+      type != nullptr && type->kind == tk_pointer ? as_pointer(type).pointed_to_type : nullptr;
   bool is_array = entity_type != nullptr && skip_typerefs(entity_type)->kind == tk_array;
   bool to_element = is_array && target != nullptr &&
                     pointee_matches(as_array(skip_typerefs(entity_type)).element_type, target);

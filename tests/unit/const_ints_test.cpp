@@ -15,7 +15,8 @@ static an_integer_value value_of(uint64_t bits)
 static uint64_t bits_of(const an_integer_value &value)
 {
   uint64_t bits = 0;
-  for (uint16_t digit : value.digit) bits = bits << 16 | digit;
+  for (uint16_t digit : value.digit)
+    bits = bits << 16 | digit;
   return bits;
 }
 
@@ -75,8 +76,9 @@ TEST(const_ints, arithmetic_agrees_with_wide_host_integers)
   }
 }
 
-// With mixed signedness the bits wrap; overflow means that the exact result is not in the range in which
-// the result is read: from zero for an unsigned first operand, by the rules of a signed first one otherwise.
+// With mixed signedness the bits wrap; overflow means that the exact result is not in the range in
+// which the result is read: from zero for an unsigned first operand, by the rules of a signed first
+// one otherwise.
 TEST(const_ints, mixed_signs_report_what_does_not_fit)
 {
   std::mt19937_64 random(11);
@@ -100,8 +102,8 @@ TEST(const_ints, mixed_signs_report_what_does_not_fit)
     ASSERT_EQ(overflow, !fits(wide(x) - wide(int64_t(y)), false)) << x << ' ' << y;
     left = value_of(x);
     subtract_mixed_signed_integer_values(&left, true, &right, false, &overflow);
-    ASSERT_EQ(overflow, y != 0 && !fits(wide(int64_t(x)) - wide(y), true) &&
-                            int64_t(x - y) > int64_t(x));
+    ASSERT_EQ(overflow,
+              y != 0 && !fits(wide(int64_t(x)) - wide(y), true) && int64_t(x - y) > int64_t(x));
   }
 }
 

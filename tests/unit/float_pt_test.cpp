@@ -1,5 +1,5 @@
-// Software floating point against IEEE hardware arithmetic, bit for bit, where the host's is known to be
-// correctly rounded; exactness of the text forms.
+// Software floating point against IEEE hardware arithmetic, bit for bit, where the host's is known
+// to be correctly rounded; exactness of the text forms.
 #include "consts/float_pt.h"
 #include <cmath>
 #include <cstring>
@@ -48,10 +48,10 @@ static double random_double(std::mt19937_64 &random)
 {
   uint64_t bits = random();
   switch (random() % 5) {
-  case 0: break;                                                           // any exponent
+  case 0: break; // any exponent
   case 1: bits = (bits & ~(0x7ffULL << 52)) | (1020 + random() % 8) << 52; break;
-  case 2: bits &= ~(0x7feULL << 52); break;                                // denormal or nearly so
-  case 3: bits &= ~((1ULL << random() % 52) - 1); break;                   // ties
+  case 2: bits &= ~(0x7feULL << 52); break;              // denormal or nearly so
+  case 3: bits &= ~((1ULL << random() % 52) - 1); break; // ties
   case 4: bits |= (1ULL << random() % 52) - 1; break;
   }
   double number;
@@ -59,8 +59,7 @@ static double random_double(std::mt19937_64 &random)
   return std::isnan(number) ? 1.0 : number;
 }
 
-template <class number>
-static void compare(a_float_kind kind, number a, number b)
+template <class number> static void compare(a_float_kind kind, number a, number b)
 {
   simul_fval left = from_host(a), right = from_host(b), result;
   bool error, second;
@@ -147,9 +146,7 @@ TEST(float_pt, text_is_rounded_correctly)
     switch (random() % 3) {
     case 0: snprintf(text, sizeof text, "%.17g", a); break;
     case 1: snprintf(text, sizeof text, "%.*e", int(random() % 40), a); break;
-    case 2:
-      snprintf(text, sizeof text, "%.1100f", std::frexp(a, &exponent));
-      break;
+    case 2: snprintf(text, sizeof text, "%.1100f", std::frexp(a, &exponent)); break;
     }
     fp_string_to_float(fk_double, text, &result, &error);
     ASSERT_EQ(double_bits(result), host_bits(strtod(text, nullptr))) << text;
@@ -167,7 +164,8 @@ TEST(float_pt, ties_in_text)
     double low;
     memcpy(&low, &bits, sizeof low);
     if (!std::isfinite(low) || low == 0) continue;
-    // Twice the significand plus one, as an exact decimal, by the host's exact printf of long double.
+    // Twice the significand plus one, as an exact decimal, by the host's exact printf of long
+    // double.
     long double middle = (long double)low + ((long double)std::nextafter(low, HUGE_VAL) - low) / 2;
     char text[2400], longer[2410];
     snprintf(text, sizeof text, "%.1200Lf", middle);

@@ -29,7 +29,7 @@ protected:
     il_header.source_language = 1;
   }
 };
-}  // namespace
+} // namespace
 
 struct a_kind_case {
   an_integer_kind kind;
@@ -38,8 +38,9 @@ struct a_kind_case {
 };
 
 static const a_kind_case kind_cases[] = {
-    {ik_int, 32, true},        {ik_unsigned_int, 32, false},      {ik_int40, 40, true},
-    {ik_unsigned_int40, 40, false}, {ik_long_long, 64, true}, {ik_unsigned_long_long, 64, false}};
+    {ik_int, 32, true},       {ik_unsigned_int, 32, false},
+    {ik_int40, 40, true},     {ik_unsigned_int40, 40, false},
+    {ik_long_long, 64, true}, {ik_unsigned_long_long, 64, false}};
 
 // The value of the low bits, as a number of the kind.
 static wide wrapped(const a_kind_case &c, wide value)
@@ -96,10 +97,10 @@ TEST_F(folding, integer_operators_agree_with_the_host)
       an_expr_operator_kind op;
       wide exact;
     };
-    for (const a_row &row : {a_row{eok_add, x + y}, a_row{eok_subtract, x - y},
-                             a_row{eok_multiply, wide(uint64_t(x) * uint64_t(y))},
-                             a_row{eok_bit_and, x & y}, a_row{eok_bit_or, x | y},
-                             a_row{eok_bit_xor, x ^ y}}) {
+    for (const a_row &row :
+         {a_row{eok_add, x + y}, a_row{eok_subtract, x - y},
+          a_row{eok_multiply, wide(uint64_t(x) * uint64_t(y))}, a_row{eok_bit_and, x & y},
+          a_row{eok_bit_or, x | y}, a_row{eok_bit_xor, x ^ y}}) {
       fold(row.op, a, b, a.type, &result, &not_folded);
       ASSERT_FALSE(not_folded);
       ASSERT_TRUE(number_of(c, result) == wrapped(c, row.exact)) << row.op << ' ' << c.bits;
@@ -144,13 +145,15 @@ TEST_F(folding, faults_of_operators)
     EXPECT_FALSE(not_folded);
     EXPECT_TRUE(number_of(c, result) == wrapped(c, largest + 1));
   }
-  a_constant one_value = constant_of_kind(kind_cases[0], 1), zero = constant_of_kind(kind_cases[0], 0);
+  a_constant one_value = constant_of_kind(kind_cases[0], 1),
+             zero = constant_of_kind(kind_cases[0], 0);
   EXPECT_EQ(fold(eok_divide, one_value, zero, one_value.type, &result, &not_folded),
             ec_divide_by_zero);
   EXPECT_EQ(result.kind, ck_error);
   EXPECT_EQ(fold(eok_remainder, one_value, zero, one_value.type, &result, &not_folded),
             ec_mod_by_zero);
-  a_constant minus = constant_of_kind(kind_cases[0], -1), forty = constant_of_kind(kind_cases[0], 40);
+  a_constant minus = constant_of_kind(kind_cases[0], -1),
+             forty = constant_of_kind(kind_cases[0], 40);
   EXPECT_EQ(fold(eok_shift_left, one_value, minus, one_value.type, &result, &not_folded),
             ec_negative_shift_count);
   gcc_mode = false;
@@ -161,10 +164,12 @@ TEST_F(folding, faults_of_operators)
   EXPECT_EQ(result.kind, ck_integer);
 }
 
-// Outside a constant expression a division by zero stays an operation; in an unused arm nothing is said.
+// Outside a constant expression a division by zero stays an operation; in an unused arm nothing is
+// said.
 TEST_F(folding, the_context_decides_what_a_fault_is)
 {
-  a_constant a = constant_of_kind(kind_cases[0], 1), zero = constant_of_kind(kind_cases[0], 0), result;
+  a_constant a = constant_of_kind(kind_cases[0], 1), zero = constant_of_kind(kind_cases[0], 0),
+             result;
   a_source_position nowhere = null_source_position;
   bool not_folded;
   an_error_code code = ec_no_error;
@@ -196,10 +201,10 @@ TEST_F(folding, floats_to_integers)
     an_integer_kind kind;
     long long value;
   };
-  for (const a_row &row : {a_row{1e20, ik_int, 2147483647}, a_row{-1e20, ik_int, -2147483648LL},
-                           a_row{-1.9, ik_int, -1}, a_row{3e9, ik_unsigned_int, 3000000000LL},
-                           a_row{549755813887.5, ik_int40, 549755813887LL},
-                           a_row{1e15, ik_int40, 549755813887LL}}) {
+  for (const a_row &row :
+       {a_row{1e20, ik_int, 2147483647}, a_row{-1e20, ik_int, -2147483648LL},
+        a_row{-1.9, ik_int, -1}, a_row{3e9, ik_unsigned_int, 3000000000LL},
+        a_row{549755813887.5, ik_int40, 549755813887LL}, a_row{1e15, ik_int40, 549755813887LL}}) {
     a_constant constant = float_constant(row.number);
     bool not_folded, ignored;
     a_source_position nowhere = null_source_position;
@@ -242,8 +247,9 @@ TEST_F(folding, text_of_types)
   a_type *function = make_routine_type(void_type(), int_t);
   EXPECT_EQ(type_text(make_pointer_type(function)), "void (*)(int)");
   EXPECT_EQ(type_text(make_pointer_type(make_pointer_type(char_t))), "char **");
-  EXPECT_EQ(type_text(make_pointer_type(make_array_type(f_make_qualified_type(int_t, tq_const), 4))),
-            "const int (*)[4]");
+  EXPECT_EQ(
+      type_text(make_pointer_type(make_array_type(f_make_qualified_type(int_t, tq_const), 4))),
+      "const int (*)[4]");
   EXPECT_EQ(type_text(make_array_type(make_array_type(char_t, 3), 2)), "char [2][3]");
   EXPECT_EQ(type_text(f_make_qualified_type(make_pointer_type(char_t), tq_const)), "char *const");
   EXPECT_EQ(type_text(make_routine_type(make_pointer_type(function), char_t)),
@@ -282,6 +288,7 @@ TEST_F(folding, generated_text_of_constants)
   std::string written = constant_text(string, false);
   EXPECT_EQ(written.substr(0, 4), "\"\\?x");
   size_t breaks = 0;
-  for (size_t at = 0; (at = written.find("\" \"", at)) != std::string::npos; at++) breaks++;
+  for (size_t at = 0; (at = written.find("\" \"", at)) != std::string::npos; at++)
+    breaks++;
   EXPECT_EQ(breaks, 2u);
 }
