@@ -17,8 +17,8 @@ struct none;
 union u;
 struct tail { double d;/*  offset = 0 bytes, type alignment = 8*/ char c;
 /*  offset = 8 bytes, type alignment = 1*/char __dummy[7];};
-struct bits { signed int a: 3;/*  offset = 0 bytes, type alignment = 4*/ 
-unsigned int b: 7;/*  offset = 0 bytes, 3 bits, type alignment = 4*/ char c;
+struct bits { signed short a: 3;/*  offset = 0 bytes, type alignment = 4*/ 
+unsigned short b: 7;/*  offset = 0 bytes, 3 bits, type alignment = 4*/ char c;
 /*  offset = 2 bytes, type alignment = 1*/char __dummy;};
 struct tight { char c __attribute__((__packed__));
 /*  offset = 0 bytes, type alignment = 1*/ int i __attribute__((__packed__));
