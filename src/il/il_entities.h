@@ -237,6 +237,7 @@ struct a_routine {
   a_routine *next;
   a_type *type;
   int region_number;                   // of the body; 0: none
+  uint32_t alignment;                  // explicit; 0: none
   a_storage_class storage_class;
   a_routine_special_kind special_kind;
   a_routine_special_info special;      // by special_kind

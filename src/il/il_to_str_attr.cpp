@@ -158,8 +158,7 @@ static void write_routine_type_attributes(an_attribute_writer *writer, const a_r
   writer->plain(routine->warn_unused_result && !c_forms, "__warn_unused_result__");
   writer->plain(routine->is_noreturn, "__noreturn__");
   writer->plain(routine->is_const_attr, "__const__");
-  if (routine->type->alignment_was_declared)
-    writer->number("__aligned__", routine->type->alignment);
+  if (routine->alignment != 0) writer->number("__aligned__", routine->alignment);
 }
 
 bool form_routine_attributes(const a_routine *routine, an_il_to_str_output_control_block *block)

@@ -83,6 +83,11 @@ static void align_variable(an_attribute *attribute, a_variable *variable, uint32
   if (alignment > variable->alignment) variable->alignment = alignment;
 }
 
+static void align_routine(a_routine *routine, uint32_t alignment)
+{
+  if (alignment > routine->alignment) routine->alignment = alignment;
+}
+
 // A class takes the alignment at its layout, a typedef carries it itself.
 static void align_type(a_type *type, uint32_t alignment)
 {
@@ -106,7 +111,7 @@ static void *apply_aligned(an_attribute *attribute, void *entity, an_il_entry_ki
     case iek_field: align_field(attribute, (a_field *)entity, alignment); break;
     case iek_variable: align_variable(attribute, (a_variable *)entity, alignment); break;
     case iek_type: align_type((a_type *)entity, alignment); break;
-    case iek_routine: break;
+    case iek_routine: align_routine((a_routine *)entity, alignment); break;
     default: report_bad_attribute_target(attribute); break;
   }
   return entity;

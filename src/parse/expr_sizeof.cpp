@@ -203,6 +203,15 @@ static unsigned long long alignment_of_operand(an_unevaluated_operand *source)
   return f_alignment_of_type(source->type);
 }
 
+// GNU: a function named has the alignment that its attribute gives; other functions and void have 1.
+static unsigned long long alignment_of_routine_operand(an_unevaluated_operand *source)
+{
+  if (source->is_type || source->operand.kind != ok_expression) return 1;
+  an_expr_node *node = source->operand.value.expr;
+  bool is_aligned = node->kind == enk_routine && routine_of(node)->alignment != 0;
+  return is_aligned ? routine_of(node)->alignment : 1;
+}
+
 void scan_alignof_operator(an_operand *result)
 {
   a_source_position pos = pos_curr_token;
@@ -222,7 +231,7 @@ void scan_alignof_operator(an_operand *result)
     make_error_operand(result);
   } else if (is_function_type(source.type) || is_void_type(source.type)) {
     if (gcc_mode || gpp_mode) {
-      make_size_constant_operand(1, result);
+      make_size_constant_operand(alignment_of_routine_operand(&source), result);
     } else {
       expr_pos_error(ec_alignof_incomplete_type, source.position);
       make_error_operand(result);

@@ -11,17 +11,36 @@ import tempfile
 
 sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 import support
-from torture.excluded import EXCLUDED, EXCLUDED_BY_TEXT
+from torture.excluded import EXCLUDED, EXCLUDED_BY_COMMENT, EXCLUDED_BY_TEXT
+
+# What a case asks for beyond the default dialect: (regular expression in its text, options).
+OPTIONS_BY_TEXT = [
+    (r'\bfor\s*\(\s*(__extension__\s+)?(const\s+|unsigned\s+|signed\s+|register\s+|struct\s+)*'
+     r'[A-Za-z_]\w*(\s+|\s*\*+\s*)[A-Za-z_]\w*\s*[=;,\[]', ['--c99', '--gcc']),
+    (r'-finput-charset=utf-8', ['--multibyte_chars']),
+]
+
+
+def split_comments(text):
+    """The text without its comments, and the comments."""
+    comments = ' '.join(re.findall(r'/\*.*?\*/|//[^\n]*', text, flags=re.S))
+    return re.sub(r'/\*.*?\*/', ' ', text, flags=re.S), comments
 
 
 def reason_for_exclusion(path, text):
     for pattern, reason in EXCLUDED:
         if fnmatch.fnmatch(path, pattern):
             return reason
-    for pattern, reason in EXCLUDED_BY_TEXT:
-        if re.search(pattern, text):
-            return reason
+    code, comments = split_comments(text)
+    for patterns, where in ((EXCLUDED_BY_TEXT, code), (EXCLUDED_BY_COMMENT, comments)):
+        for pattern, reason in patterns:
+            if re.search(pattern, where):
+                return reason
     return None
+
+
+def options_for(text):
+    return [option for pattern, options in OPTIONS_BY_TEXT if re.search(pattern, text) for option in options]
 
 
 def select(folder):
@@ -33,28 +52,37 @@ def select(folder):
                     continue
                 path = os.path.join(where, name)
                 short = os.path.relpath(path, folder)
-                if '/builtins/' in short:
-                    excluded.append((short, 'library of built-in overrides, linked in pairs'))
-                    continue
+                if '/builtins/lib/' in short or short.endswith('-lib.c'):
+                    continue  # parts of cases
                 reason = reason_for_exclusion(short, open(path, errors='replace').read())
                 (excluded if reason else selected).append((short, reason) if reason else short)
     return sorted(selected), sorted(excluded)
 
 
+def sources_of(folder, short):
+    """A case of the folder of built-ins is linked with its library and a main program."""
+    source = os.path.join(folder, short)
+    if '/builtins/' not in short:
+        return [source]
+    return [source, source[:-2] + '-lib.c', os.path.join(os.path.dirname(source), 'lib', 'main.c')]
+
+
 def check(rvparse, folder, short):
     """None when the case holds, else its failure."""
-    source = os.path.join(folder, short)
     with tempfile.TemporaryDirectory() as work:
-        generated = os.path.join(work, 'case.int.c')
-        done = support.translate(rvparse, source, generated, timeout=60)
-        if support.crashed(done):
-            return 'crash: ' + first_line(done)
-        if done.returncode != 0:
-            return 'rejected: ' + first_error(done)
+        parts = []
+        for number, source in enumerate(sources_of(folder, short)):
+            parts.append(os.path.join(work, 'case%d.int.c' % number))
+            options = options_for(open(source, errors='replace').read())
+            done = support.translate(rvparse, source, parts[-1], options, timeout=60)
+            if support.crashed(done):
+                return 'crash: ' + first_line(done)
+            if done.returncode != 0:
+                return 'rejected: ' + first_error(done)
         execute = short.startswith('execute/')
         target = os.path.join(work, 'case.exe' if execute else 'case.o')
-        done = support.run(support.COMPILE + ([] if execute else ['-c']) + [generated, '-o', target] +
-                           (['-lm'] if execute else []))
+        done = support.run(support.COMPILE + ([] if execute else ['-c']) + parts + ['-o', target] +
+                           (['-lm', '-Wl,--allow-multiple-definition'] if execute else []))
         if done.returncode != 0:
             return 'generated C does not compile: ' + first_error(done)
         if execute:
