@@ -628,10 +628,10 @@ static int test_vla(a_type *type, bool *)
   return type->kind == tk_array && as_array(type).is_vla;
 }
 
+// Parameters are declarators of their own: their bounds don't count (C99 6.7.5p3).
 bool is_variably_modified_type(a_type *type)
 {
-  return il_header.vla_used
-         && traverse_type_tree(type, test_vla, two_return_types | two_param_types) != 0;
+  return il_header.vla_used && traverse_type_tree(type, test_vla, two_return_types) != 0;
 }
 
 static int test_direct_vla(a_type *type, bool *stop_descent)
@@ -655,7 +655,7 @@ static int test_nonlocal_vla(a_type *type, bool *stop_descent)
 bool is_nonlocal_variably_modified_type(a_type *type)
 {
   return is_variably_modified_type(type)
-         && traverse_type_tree(type, test_nonlocal_vla, two_return_types | two_param_types) == 0;
+         && traverse_type_tree(type, test_nonlocal_vla, two_return_types) == 0;
 }
 
 static int test_star_vla(a_type *type, bool *)

@@ -375,15 +375,34 @@ static void skip_declarator_attributes(a_declarator_scan *scan)
   *f_last_attribute_link(&scan->state->declarator_attributes) = list;
 }
 
+// Moves the tokens of the attributes at hand into `cache`.
+static void cache_attributes(a_token_cache *cache)
+{
+  unsigned depth = 0;
+  while (curr_token != tok_end_of_source) {
+    if (depth == 0 && curr_token != tok_attribute && curr_token != tok_lparen) return;
+    if (curr_token == tok_lparen) ++depth;
+    bool is_last = curr_token == tok_rparen && --depth == 0;
+    cache_curr_token(cache);
+    get_token();
+    if (is_last && curr_token != tok_attribute) return;
+  }
+}
+
 // Behind a `(` that was just taken: does a parameter list of an abstract declarator begin here?
 static bool abstract_parameter_list(const a_declarator_scan *scan)
 {
   if (!(scan->options & dop_abstract_ok) || scan->name_seen) return false;
   if (curr_token == tok_rparen) return true;
   if (curr_token == tok_ellipsis && next_token() == tok_rparen) return true;
+  if (curr_token != tok_attribute) return is_decl_start(dst_parameter | dst_abstract_declarator);
   // An attribute may open both forms; what counts stands behind it.
-  if (curr_token == tok_attribute) return false;
-  return is_decl_start(dst_parameter | dst_abstract_declarator);
+  a_token_cache cache;
+  clear_token_cache(&cache, false);
+  cache_attributes(&cache);
+  bool is_parameter = is_decl_start(dst_parameter | dst_abstract_declarator);
+  rescan_cached_tokens(&cache);
+  return is_parameter;
 }
 
 static void function_suffix(a_declarator_scan *scan)

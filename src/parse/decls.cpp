@@ -417,10 +417,11 @@ void declaration(bool in_class_free_top, bool parameter_decls, bool top_level, b
   declaration_in_context(&context, specifiers_range);
 }
 
-void local_declaration(bool is_for_init)
+void local_declaration(bool is_for_init, bool after_extension)
 {
   a_declaration_context context = {};
   context.for_init = is_for_init;
+  context.extension_seen = after_extension;
   declaration_in_context(&context, nullptr);
 }
 

@@ -35,7 +35,7 @@ enum a_decl_start_option : uint32_t {
 void declaration(bool in_class_free_top, bool parameter_decls, bool top_level, bool after_extension,
                  a_func_info_block *param_ids, a_source_range *specifiers_range);
 // A declaration in a block.  `is_for_init`: the first clause of a `for`.
-void local_declaration(bool is_for_init);
+void local_declaration(bool is_for_init, bool after_extension = false);
 // C++: a declaration as the condition of a statement; returns its variable's symbol.
 a_symbol *condition_declaration();
 void handler_declaration(a_handler *handler, a_source_position *position, bool flag);

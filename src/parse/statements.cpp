@@ -384,13 +384,13 @@ static void follow_flow_of_expression(an_expr_node *expr)
   }
 }
 
-static void expression_statement()
+static void expression_statement(bool after_extension)
 {
   a_source_position position = pos_curr_token;
   warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
   add_stop_token(tok_semicolon);
   bool is_value_position = top_stmt_entry()->in_statement_expression_top;
-  an_expr_node *expr = scan_void_expression(false, false, is_value_position);
+  an_expr_node *expr = scan_void_expression(false, after_extension, is_value_position);
   a_statement *statement = add_statement_at_stmt_pos(stmk_expr, &position);
   statement->expr = expr;
   statement->end_position = curr_construct_end_position;
@@ -407,7 +407,7 @@ static bool reports_declaration_after_statement()
   return !c99_mode && C_dialect != 2 && !gcc_mode;
 }
 
-static void block_declaration()
+static void block_declaration(bool after_extension)
 {
   a_struct_stmt_stack_entry *entry = top_stmt_entry();
   if (entry->has_executable_statement && entry->kind == ssk_block
@@ -422,7 +422,7 @@ static void block_declaration()
     a_statement *statement = add_statement_at_stmt_pos(stmk_decl_entities, &pos_curr_token);
     top_stmt_entry()->decl_statement = statement;
   }
-  local_declaration(false);
+  local_declaration(false, after_extension);
   if (in_statement_context()) top_stmt_entry()->decl_statement = nullptr;
 }
 
@@ -492,10 +492,13 @@ static void try_statement()
   misplaced_clause();
 }
 
+// GNU: `__extension__` opens both forms; what stands behind it tells them apart.
 static void declaration_or_expression()
 {
-  if (at_declaration()) block_declaration();
-  else expression_statement();
+  bool after_extension = curr_token == tok_extension;
+  while (curr_token == tok_extension) get_token();
+  if (at_declaration()) block_declaration(after_extension);
+  else expression_statement(after_extension);
 }
 
 static void dispatch_statement(bool after_label)
