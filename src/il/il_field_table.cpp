@@ -347,6 +347,83 @@ constexpr an_il_kind_description describe_kind()
   return result;
 }
 
+// --- The fields that marking follows -------------------------------------------------------------
+
+constexpr bool is_followed(const an_il_field &field)
+{
+  return field.action == ifa_pointer || field.action == ifa_list || field.action == ifa_declarations;
+}
+
+// The one discriminator of a kind's followed fields, or no_link.
+template <an_il_entry_kind kind>
+constexpr uint16_t discriminator_of_kind()
+{
+  uint16_t result = no_link;
+  for (const a_table_row &row : an_il_rows<kind>::rows) {
+    if (is_followed(row.field) && row.field.kinds != 0) result = row.field.discriminator;
+  }
+  return result;
+}
+
+constexpr bool belongs_to_group(const an_il_field &field, unsigned group, uint16_t discriminator)
+{
+  if (!is_followed(field)) return false;
+  return field.kinds == 0 || (field.discriminator == discriminator && (field.kinds >> group & 1) != 0);
+}
+
+template <an_il_entry_kind kind>
+struct a_followed_field_array {
+  static constexpr uint16_t discriminator = discriminator_of_kind<kind>();
+  static constexpr unsigned num_groups = discriminator == no_link ? 1 : 32;
+  static constexpr unsigned count = []() {
+    unsigned total = 1;
+    for (unsigned group = 0; group < num_groups; group++) {
+      for (const a_table_row &row : an_il_rows<kind>::rows) {
+        total += belongs_to_group(row.field, group, discriminator);
+      }
+    }
+    return total;
+  }();
+  static_assert([]() {
+    for (const a_table_row &row : an_il_rows<kind>::rows) {
+      bool is_conditional = is_followed(row.field) && row.field.kinds != 0;
+      if (is_conditional && row.field.discriminator != discriminator) return false;
+    }
+    return true;
+  }(), "the fields of a kind depend on one discriminator");
+
+  a_followed_field fields[count];
+  uint16_t group_begin[num_groups + 1];
+  constexpr a_followed_field_array() : fields{}, group_begin{}
+  {
+    uint16_t used = 0;
+    for (unsigned group = 0; group < num_groups; group++) {
+      for (const a_table_row &row : an_il_rows<kind>::rows) {
+        if (!belongs_to_group(row.field, group, discriminator)) continue;
+        bool is_declaration_list = row.field.action == ifa_declarations;
+        fields[used++] = {row.field.offset, row.field.action == ifa_list || is_declaration_list,
+                          is_declaration_list, row.field.target, row.field.selector};
+      }
+      group_begin[group + 1] = used;
+    }
+  }
+};
+
+template <an_il_entry_kind kind>
+constexpr a_followed_field_array<kind> followed_fields;
+
+template <an_il_entry_kind kind>
+constexpr a_followed_field_table describe_followed_fields()
+{
+  return {followed_fields<kind>.fields, followed_fields<kind>.group_begin,
+          a_followed_field_array<kind>::discriminator};
+}
+
+static constexpr uint16_t no_group[2] = {0, 0};
+static constexpr a_followed_field_table no_followed_fields = {nullptr, no_group, no_link};
+
+// --- The tables by kind --------------------------------------------------------------------------
+
 #define HEAD
 #define PTR(f, type, target)
 #define PTR_IF(f, type, target, selector)
@@ -368,13 +445,14 @@ constexpr an_il_kind_description describe_kind()
 #define IN_TEXT(d, kinds, f, length, target)
 #define IN_TEXT0(d, kinds, f, target)
 #define END
-#define TEXT_KIND(kind) {1, {nullptr, 0, no_link, false}, #kind, kind},
+#define TEXT_KIND(kind) {1, {nullptr, 0, no_link, false}, no_followed_fields, #kind, kind},
 #define ENTITY(kind, record)                                                                       \
-  {checked_size_of<kind>(), describe_kind<kind>(), #kind, kind},
+  {checked_size_of<kind>(), describe_kind<kind>(), describe_followed_fields<kind>(), #kind, kind},
 
 struct a_kind_row {
   unsigned short size;
   an_il_kind_description description;
+  a_followed_field_table followed;
   const char *name;
   an_il_entry_kind kind;
 };
@@ -411,7 +489,10 @@ static constexpr auto names = BY_KIND(const char *, iek_last, name, "iek_none", 
 static constexpr an_il_kind_description no_description = {nullptr, 0, no_link, false};
 static constexpr auto descriptions =
     BY_KIND(an_il_kind_description, iek_last, description, no_description, no_description);
+static constexpr auto followed =
+    BY_KIND(a_followed_field_table, iek_last, followed, no_followed_fields, no_followed_fields);
 
 const unsigned short *const sizeof_il_entry = sizes.element;
 const char *const *const il_entry_kind_names = names.element;
 const an_il_kind_description *const il_kind_table = descriptions.element;
+const a_followed_field_table *const followed_field_tables = followed.element;

@@ -40,6 +40,23 @@ inline constexpr uint16_t no_link = 0xffff;
 
 extern const an_il_kind_description *const il_kind_table; // by kind
 
+// What marking follows: neither ways back nor texts nor links.  The fields of a kind stand in
+// groups, one for each value of the discriminator, so that none has to be asked whether it holds.
+struct a_followed_field {
+  uint16_t offset;
+  bool is_list;
+  bool needed_only;        // the list holds declarations, of which marking takes the needed ones
+  an_il_entry_kind target; // with a selector: iek_none
+  an_il_entry_kind (*selector)(const void *entry);
+};
+
+struct a_followed_field_table {
+  const a_followed_field *fields;
+  const uint16_t *group_begin; // group g: the fields from group_begin[g] up to group_begin[g + 1]
+  uint16_t discriminator;      // offset of the byte that is the group's number; no_link: only group 0
+};
+extern const a_followed_field_table *const followed_field_tables; // by kind
+
 inline bool field_holds(const an_il_field *field, const void *entry)
 {
   if (field->kinds == 0) return true;

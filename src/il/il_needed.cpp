@@ -1,10 +1,12 @@
 // il_needed.cpp - what the output needs: marks on entities, their definitions and all that they
 // reach.
-// Owns:    the needed flags and keep_in_il, the queue of routine bodies that wait for their walk.
+// Owns:    the needed flags and keep_in_il, the queue of routine bodies that wait for their walk,
+//          the stack of entries whose fields marking has still to follow.
 // Rule:    an entity that nothing needed refers to is not needed; bodies are walked from a queue,
 //          since chains of calls may be of any length.
 // Entry:   set_needed_flags_at_end_of_file_scope, mark_as_needed, set_routine_definition_needed.
 #include "driver/flags.h"
+#include "il/il_field_table.h"
 #include "il/il_walk.h"
 
 bool (*is_hook_function_hook)(const a_routine *routine);
@@ -44,13 +46,27 @@ static void note_definition_needed(a_routine *routine)
 
 // --- The walk ------------------------------------------------------------------------------------
 
-static bool needed_filter(void *entry, an_il_entry_kind kind)
+// A kept entry whose fields have not been followed yet.
+struct an_unfollowed_entry {
+  void *entry;
+  an_il_entry_kind kind;
+};
+
+static an_unfollowed_entry *unfollowed_entries;
+static size_t size_of_unfollowed_entries;
+static size_t num_unfollowed_entries;
+
+static void grow_unfollowed_entries()
 {
-  an_il_entry_flags &flags = entry_flags_of(entry);
-  if (flags.keep_in_il) return true;
-  flags.keep_in_il = true;
-  a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
-  if (corresp != nullptr) corresp->needed = true;
+  size_t new_size = size_of_unfollowed_entries == 0 ? 1024 : size_of_unfollowed_entries * 2;
+  unfollowed_entries = (an_unfollowed_entry *)realloc_buffer(
+      (char *)unfollowed_entries, size_of_unfollowed_entries * sizeof(an_unfollowed_entry),
+      new_size * sizeof(an_unfollowed_entry));
+  size_of_unfollowed_entries = new_size;
+}
+
+static void note_needed_definition(void *entry, an_il_entry_kind kind)
+{
   if (kind == iek_routine) {
     a_routine *routine = (a_routine *)entry;
     if (routine->is_defined) note_definition_needed(routine);
@@ -59,7 +75,67 @@ static bool needed_filter(void *entry, an_il_entry_kind kind)
     supplement->definition_needed = true;
     supplement->keep_definition_in_il = true;
   }
-  return false;
+}
+
+// Keeps the entry, unless it is kept already, and puts its fields off.
+static inline void keep_entry(void *entry, an_il_entry_kind kind)
+{
+  an_il_entry_flags &flags = entry_flags_of(entry);
+  if (flags.keep_in_il) return;
+  flags.keep_in_il = true;
+  a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
+  if (corresp != nullptr) {
+    corresp->needed = true;
+    note_needed_definition(entry, kind);
+  }
+  if (num_unfollowed_entries == size_of_unfollowed_entries) grow_unfollowed_entries();
+  unfollowed_entries[num_unfollowed_entries++] = {entry, kind};
+}
+
+static bool is_needed_declaration(void *entry, an_il_entry_kind kind)
+{
+  const a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
+  return corresp == nullptr || corresp->needed;
+}
+
+static void keep_list(void *entry, an_il_entry_kind kind, bool needed_only)
+{
+  size_t link_offset = il_kind_table[kind].link_offset;
+  for (; entry != nullptr; entry = *(void **)((char *)entry + link_offset)) {
+    if (!needed_only || is_needed_declaration(entry, kind)) keep_entry(entry, kind);
+  }
+}
+
+static void follow_fields(void *entry, an_il_entry_kind kind)
+{
+  const a_followed_field_table &table = followed_field_tables[kind];
+  bool has_groups = table.discriminator != no_link;
+  unsigned group = has_groups ? ((unsigned char *)entry)[table.discriminator] : 0;
+  const a_followed_field *end = table.fields + table.group_begin[group + 1];
+  for (const a_followed_field *field = table.fields + table.group_begin[group]; field != end;
+       field++) {
+    void *followed = *(void **)((char *)entry + field->offset);
+    if (followed == nullptr) continue;
+    an_il_entry_kind target = field->selector == nullptr ? field->target : field->selector(entry);
+    if (target == iek_none) continue;
+    if (field->is_list) {
+      keep_list(followed, target, field->needed_only);
+    } else {
+      keep_entry(followed, target);
+    }
+  }
+}
+
+// Keeps the entry and all that can be reached from it: file-scope entries from functions too, but of a
+// scope's declarations only those with `needed`.
+static void keep_reachable_entries(void *entry, an_il_entry_kind kind)
+{
+  size_t base = num_unfollowed_entries;
+  keep_entry(entry, kind);
+  while (num_unfollowed_entries > base) {
+    an_unfollowed_entry next = unfollowed_entries[--num_unfollowed_entries];
+    follow_fields(next.entry, next.kind);
+  }
 }
 
 static void walk_waiting_bodies()
@@ -74,7 +150,7 @@ static void walk_waiting_bodies()
     int saved_region = curr_il_region_number;
     innermost_function_scope = scope;
     switch_il_region(routine->region_number);
-    walk_for_marking(scope, iek_scope, needed_filter);
+    keep_reachable_entries(scope, iek_scope);
     switch_il_region(saved_region);
     innermost_function_scope = saved_scope;
   }
@@ -131,7 +207,7 @@ void mark_as_needed(void *entry, an_il_entry_kind kind)
     set_per_instantiation_needed_flag(entry, kind, needed_flag_bit_number);
     return;
   }
-  walk_for_marking(entry, kind, needed_filter);
+  keep_reachable_entries(entry, kind);
   walk_waiting_bodies();
 }
 
@@ -290,11 +366,11 @@ void set_needed_flags_at_end_of_file_scope(a_scope *scope)
 void mark_to_keep_in_il(void *entry, an_il_entry_kind kind)
 {
   if (entry == il_header.primary_scope) entry_flags_of(entry).keep_in_il = false;
-  walk_for_marking(entry, kind, needed_filter);
+  keep_reachable_entries(entry, kind);
   walk_waiting_bodies();
   if (entry != il_header.primary_scope) return;
   for (a_macro *macro = il_header.macros; macro != nullptr; macro = macro->next) {
-    walk_for_marking(macro, iek_macro, needed_filter);
+    keep_reachable_entries(macro, iek_macro);
   }
 }
 
@@ -303,10 +379,10 @@ void mark_to_keep_in_il(void *entry, an_il_entry_kind kind)
 void walk_subtrees_of_local_entities(a_scope *scope)
 {
   for (a_type *type = scope->types; type != nullptr; type = type->next) {
-    if (type->source_corresp.needed) walk_for_marking(type, iek_type, needed_filter);
+    if (type->source_corresp.needed) keep_reachable_entries(type, iek_type);
   }
   for (a_variable *variable = scope->variables; variable != nullptr; variable = variable->next) {
-    if (variable->source_corresp.needed) walk_for_marking(variable, iek_variable, needed_filter);
+    if (variable->source_corresp.needed) keep_reachable_entries(variable, iek_variable);
   }
   for (a_scope *sub = scope->subscopes; sub != nullptr; sub = sub->next) {
     walk_subtrees_of_local_entities(sub);
@@ -317,6 +393,7 @@ void walk_subtrees_of_local_entities(a_scope *scope)
 void il_walk_init()
 {
   num_waiting_routines = 0;
+  num_unfollowed_entries = 0;
   draining = false;
   end_of_file_scope_needed_flags_phase = false;
 }

@@ -21,14 +21,12 @@ struct an_open_entry {
   an_il_entry_kind kind;
   an_il_entry_kind list_kind;
   uint16_t list_link;
-  bool needed_only; // the list holds declarations, of which marking takes the needed ones
 };
 
 // Replaced as a whole by each entry into the walker, so that walks can nest.
 struct a_walk_state {
   an_il_walk_callbacks callbacks;
   bool walking_file_scope;
-  bool marking;
 };
 
 } // namespace
@@ -60,105 +58,23 @@ static bool is_filtered_out(void *entry, an_il_entry_kind kind)
   return false;
 }
 
-// --- Plans of marking ----------------------------------------------------------------------------
-
-// Marking meets every node of the unit, but only wants the pointers that it follows: for each kind,
-// and for each value of the discriminator, these rows alone, copied behind each other.
-namespace {
-
-struct a_field_run {
-  const an_il_field *first;
-  const an_il_field *end;
-};
-
-constexpr unsigned max_discriminator_values = 32;
-
-struct a_marking_plan {
-  a_field_run *runs; // one, or one for each value
-  uint16_t discriminator;
-  bool has_discriminator;
-};
-
-} // namespace
-
-static a_marking_plan marking_plans[iek_last];
-static bool marking_plans_are_made;
-
-static bool is_followed_by_marking(const an_il_field *field)
-{
-  return field->action == ifa_pointer || field->action == ifa_list ||
-         field->action == ifa_declarations;
-}
-
-static a_field_run make_field_run(const an_il_kind_description &description, unsigned value)
-{
-  an_il_field *rows =
-      (an_il_field *)alloc_general((description.field_count + 1) * sizeof(an_il_field));
-  an_il_field *end = rows;
-  for (unsigned i = 0; i < description.field_count; i++) {
-    const an_il_field *field = &description.fields[i];
-    bool holds = field->kinds == 0 || (field->kinds >> value & 1) != 0;
-    if (holds && is_followed_by_marking(field)) *end++ = *field;
-  }
-  return {rows, end};
-}
-
-static void make_marking_plans()
-{
-  marking_plans_are_made = true;
-  for (unsigned kind = 1; kind < iek_last; kind++) {
-    const an_il_kind_description &description = il_kind_table[kind];
-    a_marking_plan *plan = &marking_plans[kind];
-    for (unsigned i = 0; i < description.field_count; i++) {
-      if (description.fields[i].kinds == 0) continue;
-      plan->has_discriminator = true;
-      plan->discriminator = description.fields[i].discriminator;
-    }
-    unsigned values = plan->has_discriminator ? max_discriminator_values : 1;
-    plan->runs = (a_field_run *)alloc_general(values * sizeof(a_field_run));
-    for (unsigned value = 0; value < values; value++) {
-      plan->runs[value] = make_field_run(description, value);
-    }
-  }
-}
-
-static a_field_run fields_to_walk(const void *entry, an_il_entry_kind kind)
-{
-  if (!walk.marking) {
-    const an_il_kind_description &description = il_kind_table[kind];
-    return {description.fields, description.fields + description.field_count};
-  }
-  const a_marking_plan &plan = marking_plans[kind];
-  if (!plan.has_discriminator) return plan.runs[0];
-  return plan.runs[((const unsigned char *)entry)[plan.discriminator]];
-}
-
 static void enter(void *entry, an_il_entry_kind kind)
 {
-  if (walk.marking && entry_flags_of(entry).keep_in_il) return;
   if (is_filtered_out(entry, kind)) return;
   if (walk.callbacks.entry_callback != nullptr) walk.callbacks.entry_callback(entry, kind);
-  a_field_run fields = fields_to_walk(entry, kind);
-  if (fields.first == fields.end && walk.callbacks.end_callback == nullptr) return;
+  const an_il_kind_description &description = il_kind_table[kind];
   an_open_entry *open = push_open_entry();
   open->entry = entry;
-  open->field = fields.first;
-  open->end = fields.end;
+  open->field = description.fields;
+  open->end = description.fields + description.field_count;
   open->list_entry = nullptr;
   open->kind = kind;
 }
 
-// A walk of the file scope stays out of functions, and one of a function stays inside it; only
-// marking goes where the pointers lead.
+// A walk of the file scope stays out of functions, and one of a function stays inside it.
 static bool may_be_followed(void *entry)
 {
-  return walk.marking || is_file_scope_entry(entry) == walk.walking_file_scope;
-}
-
-static bool is_needed_declaration(void *entry, an_il_entry_kind kind)
-{
-  const a_source_correspondence *corresp = source_corresp_for_il_entry(entry, kind);
-  return corresp == nullptr || corresp->needed;
+  return is_file_scope_entry(entry) == walk.walking_file_scope;
 }
 
 static void remap(void *&pointer, an_il_entry_kind kind)
@@ -192,7 +108,7 @@ static void walk_text(const an_il_field *field, void *entry, void *&pointer)
 static void walk_field(an_open_entry *open, const an_il_field *field)
 {
   void *entry = open->entry;
-  if (!walk.marking && !field_holds(field, entry)) return;
+  if (!field_holds(field, entry)) return;
   an_il_entry_kind target = target_of_field(field, entry);
   if (target == iek_none) return;
   void *&pointer = pointer_in_field(field, entry);
@@ -212,7 +128,6 @@ static void walk_field(an_open_entry *open, const an_il_field *field)
     open->list_entry = followed;
     open->list_kind = target;
     open->list_link = il_kind_table[target].link_offset;
-    open->needed_only = walk.marking && field->action == ifa_declarations;
     remap_list(pointer, target);
     break;
   case ifa_data: break;
@@ -225,7 +140,6 @@ static void walk_next_list_entry(an_open_entry *open)
   void *entry = open->list_entry;
   an_il_entry_kind kind = open->list_kind;
   open->list_entry = *(void **)((char *)entry + open->list_link);
-  if (open->needed_only && !is_needed_declaration(entry, kind)) return;
   if (may_be_followed(entry)) enter(entry, kind);
 }
 
@@ -300,7 +214,7 @@ void walk_file_scope_il(const an_il_walk_callbacks *callbacks)
 {
   a_walk_state saved = walk;
   bool saved_meaning = flag_value_meaning_visited;
-  walk = {*callbacks, true, false};
+  walk = {*callbacks, true};
   flag_value_meaning_visited = !entry_flags_of(il_header.primary_scope).visited;
   walk_root((void *&)il_header.primary_scope, iek_scope);
   walk_root_list((void *&)il_header.source_files, iek_source_file);
@@ -327,20 +241,10 @@ void walk_il_subtree(const an_il_walk_callbacks *callbacks, void *entry, an_il_e
 {
   a_walk_state saved = walk;
   bool saved_meaning = flag_value_meaning_visited;
-  walk = {*callbacks, is_file_scope_entry(entry), false};
+  walk = {*callbacks, is_file_scope_entry(entry)};
   flag_value_meaning_visited = !entry_flags_of(entry).visited;
   walk_from(entry, kind);
   flag_value_meaning_visited = saved_meaning;
-  walk = saved;
-}
-
-void walk_for_marking(void *entry, an_il_entry_kind kind,
-                      bool (*entry_filter)(void *entry, an_il_entry_kind kind))
-{
-  a_walk_state saved = walk;
-  if (!marking_plans_are_made) make_marking_plans();
-  walk = {{nullptr, nullptr, nullptr, nullptr, entry_filter, nullptr}, true, true};
-  walk_from(entry, kind);
   walk = saved;
 }
 

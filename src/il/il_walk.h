@@ -28,10 +28,6 @@ void remap_last_ptr_of_orphaned_file_scope_entry_array(
     void *(*pointer_remap)(void *pointer, an_il_entry_kind kind));
 // Each type declared in a scope of the function or below it.
 void process_local_types(a_scope *scope, void (*callback)(a_type *type));
-// The walk of marking: entry_filter decides alone (no visited bits), file-scope entries are
-// followed from functions too, and of a scope's declarations only those with `needed` are taken.
-void walk_for_marking(void *entry, an_il_entry_kind kind,
-                      bool (*entry_filter)(void *entry, an_il_entry_kind kind));
 // One line for each field, on standard output: debugging.
 void dump_il_entry(const void *entry, an_il_entry_kind kind);
 size_t size_of_il_entry(an_il_entry_kind kind);
