@@ -1,6 +1,6 @@
 // mem_manage.cpp - numbered memory regions and the free list of their blocks.
 // Owns:    the region tables, the free list.
-// Uses:    the heap; mapped pages (mapped_memory.cpp) when a precompiled header is in use.
+// Uses:    pieces and the heap; mapped pages (mapped_memory.cpp) when a precompiled header is in use.
 // Rule:    nothing in a region is freed singly.  A block's tail that its region won't need is cut
 //          off as a fragment; when all fragments of a heap piece are free again they join up, and
 //          it goes back.
@@ -30,6 +30,25 @@ bool blocks_may_be_returned;
 a_mem_manage_hooks mem_manage_hooks;
 
 static a_mem_block *free_mem_blocks; // all regions' free blocks, most recently freed first
+
+// ---- Blocks and the heap ----
+
+// Blocks of normal size are pieces, all others come from the heap singly.
+static void *alloc_block_storage(size_t size)
+{
+  void *place = size == HOST_ALLOCATION_INCREMENT ? alloc_piece() : malloc(size);
+  if (place == nullptr) out_of_memory();
+  return place;
+}
+
+static void free_block_storage(a_mem_block *block)
+{
+  if (block->total_size == HOST_ALLOCATION_INCREMENT) {
+    free_piece(block);
+  } else {
+    free(block);
+  }
+}
 
 // ---- The free list ----
 
@@ -66,7 +85,7 @@ static a_mem_block *merge_with_free_neighbours(a_mem_block *block)
     lower->end = higher->end;
     block = lower;
     if (is_whole_piece(block)) {
-      free(block);
+      free_block_storage(block);
       return nullptr;
     }
   }
@@ -77,7 +96,7 @@ static void release_block(a_mem_block *block)
 {
   if (blocks_may_be_returned) {
     if (is_whole_piece(block)) {
-      free(block);
+      free_block_storage(block);
       return;
     }
     block = merge_with_free_neighbours(block);
@@ -140,8 +159,7 @@ static a_mem_block *make_new_block(size_t wanted_size, bool use_small_size)
   size = round_up(size, HOST_ALIGNMENT_REQUIRED);
   void *place;
   if (blocks_may_be_returned) {
-    place = malloc(size);
-    if (place == nullptr) out_of_memory();
+    place = alloc_block_storage(size);
   } else {
     size = round_up(size, host_page_size());
     place = alloc_new_mem_block(size);
@@ -276,7 +294,7 @@ static void return_chain(a_mem_block *block)
 {
   while (block != nullptr) {
     a_mem_block *next = block->next;
-    free(block);
+    free_block_storage(block);
     block = next;
   }
 }
