@@ -351,7 +351,8 @@ constexpr an_il_kind_description describe_kind()
 
 constexpr bool is_followed(const an_il_field &field)
 {
-  return field.action == ifa_pointer || field.action == ifa_list || field.action == ifa_declarations;
+  return field.action == ifa_pointer || field.action == ifa_list ||
+         field.action == ifa_declarations;
 }
 
 // The one discriminator of a kind's followed fields, or no_link.
@@ -368,7 +369,8 @@ constexpr uint16_t discriminator_of_kind()
 constexpr bool belongs_to_group(const an_il_field &field, unsigned group, uint16_t discriminator)
 {
   if (!is_followed(field)) return false;
-  return field.kinds == 0 || (field.discriminator == discriminator && (field.kinds >> group & 1) != 0);
+  if (field.kinds == 0) return true;
+  return field.discriminator == discriminator && (field.kinds >> group & 1) != 0;
 }
 
 template <an_il_entry_kind kind>

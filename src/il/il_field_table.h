@@ -53,7 +53,7 @@ struct a_followed_field {
 struct a_followed_field_table {
   const a_followed_field *fields;
   const uint16_t *group_begin; // group g: the fields from group_begin[g] up to group_begin[g + 1]
-  uint16_t discriminator;      // offset of the byte that is the group's number; no_link: only group 0
+  uint16_t discriminator; // offset of the byte that is the group's number; no_link: only group 0
 };
 extern const a_followed_field_table *const followed_field_tables; // by kind
 

@@ -126,8 +126,8 @@ static void follow_fields(void *entry, an_il_entry_kind kind)
   }
 }
 
-// Keeps the entry and all that can be reached from it: file-scope entries from functions too, but of a
-// scope's declarations only those with `needed`.
+// Keeps the entry and all that can be reached from it: file-scope entries from functions too, but
+// of a scope's declarations only those with `needed`.
 static void keep_reachable_entries(void *entry, an_il_entry_kind kind)
 {
   size_t base = num_unfollowed_entries;

@@ -1,8 +1,8 @@
 // pieces.cpp - the pieces of normal size that the blocks of memory regions are cut from.
 // Owns:    the chunk in use, the list of free pieces.
-// Rule:    a small input lives in one chunk of small pages; all later chunks ask for large pages, since the
-//          faults of small ones would cost as much as a good part of the parse.  Free pieces are used
-//          again, the last one first; none goes back to the system.
+// Rule:    a small input lives in one chunk of small pages; all later chunks ask for large pages,
+//          since the faults of small ones would cost as much as a good part of the parse.  Free
+//          pieces are used again, the last one first; none goes back to the system.
 #include <cstdint>
 #include <cstdlib>
 #include <sys/mman.h>
@@ -41,13 +41,15 @@ static a_free_piece *free_pieces;
 static char *map_large_pages(size_t size)
 {
   size_t mapped_size = size + size_of_large_page;
-  void *mapped = mmap(nullptr, mapped_size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  void *mapped =
+      mmap(nullptr, mapped_size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (mapped == MAP_FAILED) return nullptr;
-  char *start = reinterpret_cast<char *>(round_up(reinterpret_cast<uintptr_t>(mapped), size_of_large_page));
+  char *start =
+      reinterpret_cast<char *>(round_up(reinterpret_cast<uintptr_t>(mapped), size_of_large_page));
   size_t before = size_t(start - static_cast<char *>(mapped));
   if (before != 0) munmap(mapped, before);
   munmap(start + size, size_of_large_page - before);
-  madvise(start, size, MADV_HUGEPAGE);  // refused where there are none: small pages serve as well
+  madvise(start, size, MADV_HUGEPAGE); // refused where there are none: small pages serve as well
   return start;
 }
 
