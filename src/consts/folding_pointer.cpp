@@ -157,6 +157,15 @@ void fold_pointer_operation(a_folding *folding)
 
 // --- Two pointers --------------------------------------------------------------------------------
 
+// Equal string literals are one object where literals are shared.
+static bool same_base(const a_constant_address &a, const a_constant_address &b)
+{
+  if (a.kind != b.kind) return false;
+  if (a.entity == b.entity) return true;
+  return a.kind == ack_constant && string_literals_shared &&
+         eq_constants(static_cast<a_constant *>(a.entity), static_cast<a_constant *>(b.entity));
+}
+
 // The offsets of two pointers with the same base; false if they have none.
 static bool related_offsets(const a_constant *a, const a_constant *b, an_integer_value *a_offset,
                             an_integer_value *b_offset)
@@ -165,8 +174,7 @@ static bool related_offsets(const a_constant *a, const a_constant *b, an_integer
     *a_offset = integer_of(a);
     *b_offset = integer_of(b);
   } else if (a->kind == ck_address && b->kind == ck_address &&
-             address_of(a).kind == address_of(b).kind &&
-             address_of(a).entity == address_of(b).entity) {
+             same_base(address_of(a), address_of(b))) {
     set_integer_value(a_offset, address_of(a).offset);
     set_integer_value(b_offset, address_of(b).offset);
   } else {
