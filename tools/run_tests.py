@@ -10,6 +10,7 @@ LIT = os.path.join(ROOT, 'tools', 'lit')
 # (script, arguments): each prints "NAME: N passed, N failed, N skipped" as its last line.
 LONG_RUNS = [
     ('tests/table_coverage.py', []),
+    ('tests/command_lines.py', []),
     ('tests/include_graph.py', []),
     ('tests/real/run.py', []),
     ('tests/torture/run.py', ['--sample', '300']),

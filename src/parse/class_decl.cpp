@@ -58,7 +58,7 @@ static a_type *new_tag(a_symbol_locator *locator, a_symbol_kind kind, a_type_kin
     add_to_types_list(type, decl_scope_level);
   }
   if (scope_stack[decl_scope_level].kind == sck_function_prototype && C_dialect != 2) {
-    pos_st_warning(ec_decl_in_prototype_scope, locator->position, symbol->header->identifier);
+    pos_sy_warning(ec_decl_in_prototype_scope, locator->position, symbol);
   }
   if (in_function_scope() && in_statement_context()) record_entity_in_decl_stmt_if_needed(symbol);
   record_symbol_declaration(rdf_declaration, symbol, &locator->position, nullptr);

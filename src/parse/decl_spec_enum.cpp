@@ -285,19 +285,18 @@ static an_integer_kind smallest_kind(an_enum_scan *scan)
   return ik_none;
 }
 
-static an_integer_kind ordinary_kind(an_enum_scan *scan)
+// The kind without packing; *fits is false when no kind holds all values.
+static an_integer_kind ordinary_kind(an_enum_scan *scan, bool *fits)
 {
   static const an_integer_kind wide[] = {ik_int, ik_unsigned_int, ik_long, ik_unsigned_long,
                                          ik_long_long, ik_unsigned_long_long};
+  *fits = true;
   if (!enum_types_can_be_larger_than_int) return ik_int;
   for (an_integer_kind kind : wide) {
     if (kind >= ik_long_long && strict_ansi_mode && !long_long_is_standard) break;
     if (range_fits(scan, kind)) return kind;
   }
-  if (!in_template_context()) {
-    pos_diagnostic(strict_ansi_mode ? es_error : es_warning, ec_insufficient_enum_range,
-                   error_position);
-  }
+  *fits = false;
   return scan->largest_kind;
 }
 
@@ -314,7 +313,12 @@ static void set_enum_kind(an_enum_scan *scan)
   an_integer_kind kind = ik_none;
   if (part.enum_is_packed) kind = smallest_kind(scan);
   bool narrow = kind != ik_none;
-  if (!narrow) kind = ordinary_kind(scan);
+  bool fits = true;
+  if (!narrow) kind = ordinary_kind(scan, &fits);
+  if (!fits && !in_template_context()) {
+    pos_diagnostic(strict_ansi_mode ? es_error : es_warning, ec_insufficient_enum_range,
+                   error_position);
+  }
   // GNU: unsigned when no value is negative.
   if (gcc_mode && !narrow && !scan->any_negative && enum_types_can_be_larger_than_int
       && range_fits(scan, unsigned_int_kind_of[kind])) {
@@ -327,15 +331,15 @@ static void set_enum_kind(an_enum_scan *scan)
 static void set_enumerator_types(an_enum_scan *scan)
 {
   a_constant *constant = as_integer(scan->type).first_enumerator;
+  bool fits;
+  an_integer_kind kind = ordinary_kind(scan, &fits);
+  if (gcc_mode && !scan->any_negative) kind = unsigned_int_kind_of[kind];
   for (; constant; constant = constant->next) {
     if (C_dialect == 2) {
       constant->type = scan->type;
     } else if (!constant_fits(constant, ik_int)) {
       // GNU: a value beyond int has the type of the enumeration.
-      constant->type = integer_type(ordinary_kind(scan));
-      if (gcc_mode && !scan->any_negative) {
-        constant->type = integer_type(unsigned_int_kind_of[ordinary_kind(scan)]);
-      }
+      constant->type = integer_type(kind);
     } else {
       constant->type = integer_type(ik_int);
     }

@@ -330,7 +330,6 @@ static bool check_callable(an_operand *function, a_routine *routine, a_source_po
   if (!check_call_function_pointer_operand(function)) return false;
   if (routine == nullptr) return true;
   if (C_dialect == 2 && !gpp_mode && routine->is_main) expr_pos_error(ec_bad_use_of_main, *pos);
-  check_use_of_deprecated_entity(&routine->source_corresp, iek_routine, pos);
   return true;
 }
 

@@ -218,11 +218,11 @@ static void make_operand_of_unknown_name(a_symbol_locator *locator, an_operand *
   make_undefined_symbol_operand(symbol, result);
 }
 
-// C99 6.7.4p3: an inline definition of a function with external linkage may not name what has internal linkage
-// or a modifiable object of static storage duration.
-static void check_c99_inline_definition(a_symbol *symbol)
+// C99 6.7.4p3: an inline definition of a function with external linkage may not name what has internal linkage.
+static void check_c99_inline_definition(a_symbol *symbol, a_storage_class storage_class)
 {
   if (!std_c99_inlining || curr_routine() == nullptr || !expr_stack->code_is_generated) return;
+  if (storage_class != sc_static || source_corresp_entry_for_symbol(symbol)->is_local) return;
   a_routine *routine = curr_routine();
   if (!routine->is_inline || routine->storage_class == sc_static) return;
   record_ref_within_inline_function(routine, symbol, &pos_curr_token, false);
@@ -235,10 +235,7 @@ static void make_operand_of_variable(a_symbol *symbol, an_operand *result)
     make_error_operand(result);
     return;
   }
-  check_use_of_deprecated_entity(&variable->source_corresp, iek_variable, &pos_curr_token);
-  bool has_static_storage = variable->storage_class == sc_static || variable->storage_class == sc_extern ||
-                            variable->storage_class == sc_unspecified;
-  if (c99_mode && !gcc_mode && has_static_storage) check_c99_inline_definition(symbol);
+  if (c99_mode && !gcc_mode) check_c99_inline_definition(symbol, variable->storage_class);
   a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
   make_lvalue_variable_operand(variable, &pos_curr_token, &end_pos_curr_token, result, ref);
   if (!is_integral_or_enum_type(variable->type)) rule_out_expr_kinds(rule_out_integral_constant, result);
@@ -253,7 +250,7 @@ static void make_operand_of_routine(a_symbol *symbol, an_operand *result)
     make_error_operand(result);
     return;
   }
-  check_c99_inline_definition(symbol);
+  check_c99_inline_definition(symbol, routine->storage_class);
   a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
   make_function_designator_operand(symbol, &pos_curr_token, &end_pos_curr_token, result, ref);
 }

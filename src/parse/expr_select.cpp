@@ -200,7 +200,6 @@ static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *
     make_error_operand(result);
     return;
   }
-  check_use_of_deprecated_entity(source_corresp_entry_for_symbol(symbol), iek_field, pos);
   record_symbol_reference(rk_plain, symbol, pos, expr_stack->code_is_generated);
   select_member(symbol, object, is_arrow, pos, result);
 }

@@ -14,6 +14,7 @@
 #include "parse/decls.h"
 #include "parse/scope_stk.h"
 #include "parse/scope_stk_parts.h"
+#include "parse/symbol_links.h"
 
 //---------------------------------------------------------------------------------------------
 // References of inline functions (C99 6.7.4p3)
@@ -187,7 +188,7 @@ static void check_tentative_definition(a_symbol *symbol, a_variable *variable)
   if (is_incomplete_array_type(variable->type)
       && !is_incomplete_type(array_element_type(variable->type))) {
     complete_tentative_array(symbol, variable);
-  } else {
+  } else if (symbol->header != header_for_error_symbol()) {
     pos_st_error(ec_var_retained_incomp_type, symbol->position, symbol->header->identifier);
   }
 }

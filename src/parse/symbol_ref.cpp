@@ -173,24 +173,6 @@ static void record_variable_use(unsigned ref_kind, a_symbol *symbol,
   if (ref_kind & (rk_modified | rk_address_taken)) symbol->value_set = true;
 }
 
-static bool has_internal_linkage(a_symbol *symbol)
-{
-  a_source_correspondence *corresp = source_corresp_entry_for_symbol(symbol);
-  if (corresp == nullptr || corresp->is_local) return false;
-  if (symbol->kind == sk_variable) return variable_of_symbol(symbol)->storage_class == sc_static;
-  return symbol->kind == sk_routine && routine_of_symbol(symbol)->storage_class == sc_static;
-}
-
-// C99 6.7.4p3.  Whether the function keeps external linkage is known at the end of the file.
-static void note_reference_in_inline_function(a_symbol *symbol, const a_source_position *position)
-{
-  a_routine *routine = curr_routine();
-  if (routine == nullptr || !routine->is_inline || routine->storage_class == sc_static) return;
-  if (has_internal_linkage(symbol)) {
-    record_ref_within_inline_function(routine, symbol, position, false);
-  }
-}
-
 void record_symbol_reference_full(unsigned ref_kind, a_symbol *symbol,
                                   const a_source_position *position, bool is_evaluated,
                                   bool update_needed)
@@ -214,9 +196,6 @@ void record_symbol_reference_full(unsigned ref_kind, a_symbol *symbol,
   if (corresp != nullptr && corresp->is_deprecated) {
     a_source_position place = *position;
     check_use_of_deprecated_entity(corresp, iek_none, &place);
-  }
-  if (std_c99_inlining && depth_innermost_function_scope >= 0 && is_evaluated) {
-    note_reference_in_inline_function(symbol, position);
   }
 }
 

@@ -1,0 +1,2 @@
+// options: -n
+struct derived : base { int n; };  // expect: error exp_identifier

@@ -1,0 +1,2 @@
+// options: -n --c99
+main() { }  // expect: warning implicit_int_on_main

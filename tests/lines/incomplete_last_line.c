@@ -1,0 +1,3 @@
+// options: -n
+// proves: a last line without an end is warned of
+int n;  // expect: warning last_line_incomplete

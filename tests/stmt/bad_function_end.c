@@ -1,0 +1,2 @@
+// options: -n
+int f(void) { return 1;  // expect: error exp_rbrace
