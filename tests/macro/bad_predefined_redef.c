@@ -1,0 +1,3 @@
+// options: -E --zok_base_dir=Inputs/bad_redef
+// status: 4
+// proves: a faulty line of the predefined macro file ends the run

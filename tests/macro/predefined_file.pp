@@ -1,0 +1,4 @@
+
+
+1 + 2 (x) ABSENT ABSENT2 1 []
+5
