@@ -234,6 +234,7 @@ void gen_pp_output_for_curr_line()
     return;
   }
   do_not_put_curr_line_in_pp_output = true;
+  start_text_was_output = true;
   if (next_seq_in_pp_output != curr_seq_number && prev_pp_output_line_was_complete
       && line_start_source_line_modif == nullptr) {
     synchronize_pp_output();

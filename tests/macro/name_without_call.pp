@@ -15,4 +15,3 @@ foo
 
 foo
 () 
-foo
