@@ -154,6 +154,8 @@ static void make_name_inert(const a_macro_call *call)
 // that the call is one.  It stands in front of the line now.
 static void attach_name_again(a_macro_call *call, const char *name)
 {
+  // What was passed of the line, such as the rest of a comment, isn't read again.
+  unsigned passed = at_end_of_source_file ? 0 : (unsigned)(curr_char_loc - curr_source_line);
   ensure_expansion_buffer_space(call->name_length + 4);
   char *text = next_free_in_expansion_buffer;
   memcpy(text, name, call->name_length);
@@ -164,7 +166,7 @@ static void attach_name_again(a_macro_call *call, const char *name)
   to[0] = 0;
   to[1] = lesc_end_of_modif;
   next_free_in_expansion_buffer = to + 2;
-  a_source_line_modif *modif = add_source_line_modif(nullptr, 0, text, to);
+  a_source_line_modif *modif = add_source_line_modif(nullptr, passed, text, to);
   modif->pos = call->position;
   modif->has_fixed_ends = true;
   note_text_in_expansion_buffer(modif);

@@ -16,3 +16,8 @@ f(foo)() f(foo ()) f(foo)
 foo
 #define unrelated
 () foo
+foo /* over
+lines */ + foo /*
+*/
+#define EMPTY2
+  , foo
