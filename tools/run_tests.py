@@ -13,8 +13,10 @@ LONG_RUNS = [
     ('tests/command_lines.py', []),
     ('tests/include_graph.py', []),
     ('tests/real/run.py', []),
+    ('tests/real/headers.py', ['--sample', '250']),
     ('tests/torture/run.py', ['--sample', '300']),
     ('tests/random/csmith.py', ['--from', '1', '--to', '30']),
+    ('tests/random/macros.py', ['--count', '600']),
 ]
 SANITIZED_RUNS = [('tests/random/fuzz.py', ['--count', '500'])]
 

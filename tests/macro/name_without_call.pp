@@ -15,3 +15,10 @@ foo
 
 foo
 () 
+foo
+
+foo
++ 
+
+foo
+  , 
