@@ -39,7 +39,7 @@ static void scan_value(a_type *type, an_init_walk *walk, a_constant *constant)
 {
   bool not_whole;
   an_expr_node *expr;
-  scan_initializer_element(type, walk->is_static, false, &not_whole, &expr, constant);
+  scan_initializer_element(type, walk->constants_required, false, &not_whole, &expr, constant);
   if (expr != nullptr) make_dynamic_element(expr, type, walk, constant);
 }
 
@@ -234,7 +234,7 @@ void scan_compound_literal_initializer(a_type **type, bool is_static, a_constant
 {
   an_init_walk walk = {};
   int saved_region = 0;
-  walk.is_static = is_static;
+  walk.is_static = walk.constants_required = is_static;
   if (is_static) switch_to_file_scope_region(&saved_region);
   scan_whole_initializer(type, &walk, constant);
   switch_back_to_original_region(saved_region);
@@ -360,7 +360,7 @@ void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is
     a_constant constant;
     a_type *type = variable->type;
     int saved_region = 0;
-    walk.is_static = is_static_object(variable);
+    walk.is_static = walk.constants_required = is_static_object(variable);
     if (walk.is_static) switch_to_file_scope_region(&saved_region);
     scan_whole_initializer(&type, &walk, &constant);
     set_completed_type(state->symbol, variable, type, pos);

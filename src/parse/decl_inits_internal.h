@@ -6,7 +6,8 @@
 
 // The whole of one initializer.
 struct an_init_walk {
-  bool is_static;           // constants are required
+  bool is_static;           // static storage duration
+  bool constants_required;  // static, or in the braces of an automatic aggregate of C89
   bool some_dynamic;        // a value was no constant
   bool error_seen;
   bool excess_reported;

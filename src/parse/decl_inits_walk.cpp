@@ -419,10 +419,10 @@ static bool member_has_value(an_init_pos_state *level, a_field *member)
 {
   a_field *place = first_initializable_field(level->type);
   a_constant *entry = aggregate_of(level->aggregate).first_element;
-  for (; entry != nullptr && place != nullptr; entry = entry->next) {
+  for (; entry != nullptr; entry = entry->next) {
     if (entry->kind == ck_designator) {
       place = designator_of(entry).field;
-    } else {
+    } else if (place != nullptr) {
       if (place == member) return true;
       place = next_initializable_field(place->next);
     }
@@ -482,6 +482,8 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   an_init_pos_state level;
   get_token();
   ++walk->brace_depth;
+  bool saved_required = walk->constants_required;
+  if (C_dialect != 2 && !allow_nonconstant_auto_aggr_init_in_c_mode) walk->constants_required = true;
   add_stop_token(tok_rbrace);
   add_stop_token(tok_comma);
   if (string_initializes_array(*type, true)) {
@@ -504,6 +506,7 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   remove_stop_token(tok_rbrace);
   walk->comma_taken = false;
   --walk->brace_depth;
+  walk->constants_required = saved_required;
   required_token(tok_rbrace, ec_exp_rbrace);
 }
 
@@ -520,7 +523,7 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   if (is_class && curr_token != tok_string_literal) {
     bool not_whole;
     an_expr_node *expr;
-    scan_initializer_element(*type, walk->is_static, is_whole_object, &not_whole, &expr, constant);
+    scan_initializer_element(*type, walk->constants_required, is_whole_object, &not_whole, &expr, constant);
     if (!not_whole) {
       if (expr != nullptr) make_dynamic_element(expr, *type, walk, constant);
       return;

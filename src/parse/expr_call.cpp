@@ -73,7 +73,10 @@ static bool old_style_argument_fits(an_operand *argument, a_type *param_type, an
 {
   if (f_types_are_compatible(argument->type, param_type, tco_ignore_top_qualifiers)) return true;
   *severity = es_warning;
-  if (interchangeable_types(rvalue_type(argument->type), param_type)) *severity = es_remark;
+  a_type *type = rvalue_type(argument->type);
+  if (interchangeable_types(type, param_type) || integral_types_the_same_except_for_signedness(type, param_type)) {
+    *severity = es_remark;
+  }
   bool null_pointer = argument->kind == ok_constant && is_zero_constant(&argument->value.constant) &&
                       is_pointer_type(param_type) && !strict_ansi_mode &&
                       size_of_type(rvalue_type(argument->type)) == targ_sizeof_pointer;

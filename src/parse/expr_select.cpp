@@ -99,15 +99,15 @@ static void report_unknown_member(a_type *class_type, a_symbol_locator *locator,
 }
 
 // Old C: any structure's member name may stand behind any object, as long as all of that name agree.
-static a_symbol *field_of_any_class(a_symbol_locator *locator, bool *ambiguous)
+static a_symbol *field_of_any_class(a_symbol_locator *locator, a_symbol **other)
 {
   a_symbol *found = nullptr;
-  *ambiguous = false;
+  *other = nullptr;
   a_symbol *chains[] = {locator->header->active_symbols, locator->header->inactive_symbols};
   for (a_symbol *symbol : chains) {
     for (; symbol != nullptr; symbol = symbol->next_same_name) {
       if (symbol->kind != sk_field || symbol == found) continue;
-      if (found != nullptr && field_of_symbol(found)->offset != field_of_symbol(symbol)->offset) *ambiguous = true;
+      if (found != nullptr && field_of_symbol(found)->offset != field_of_symbol(symbol)->offset) *other = symbol;
       if (found == nullptr) found = symbol;
     }
   }
@@ -128,20 +128,20 @@ static void report_bad_object(an_operand *object, bool is_arrow)
 static void scan_old_fashioned_selection(an_operand *object, bool is_arrow, a_symbol_locator *locator,
                                          a_source_position *pos, an_operand *result)
 {
-  bool ambiguous;
-  a_symbol *symbol = field_of_any_class(locator, &ambiguous);
-  if (symbol == nullptr || !symbol->is_class_member || (!is_arrow && !is_lvalue_operand(object))) {
+  a_symbol *other;
+  a_symbol *symbol = field_of_any_class(locator, &other);
+  if (symbol == nullptr || (!is_arrow && !is_lvalue_operand(object))) {
     if (object->kind != ok_error) expr_pos_st_diagnostic(es_error, ec_not_a_field_name, *pos, locator->header->identifier);
     make_error_operand(result);
     return;
   }
-  if (ambiguous) {
-    expr_pos_sy_diagnostic(es_error, ec_pcc_field_ambiguity, *pos, symbol);
+  if (other != nullptr) {
+    if (expr_error_should_be_issued()) pos_sy2_error(ec_pcc_field_ambiguity, *pos, symbol, other);
     make_error_operand(result);
     return;
   }
   expr_pos_warning(is_arrow ? ec_old_fashioned_ptr_field_selection : ec_old_fashioned_field_selection, *pos);
-  a_type *pointer = make_pointer_type(symbol->parent.class_type);
+  a_type *pointer = make_pointer_type(parent_class_of(&field_of_symbol(symbol)->source_corresp));
   if (!is_arrow) {
     an_operand saved = *object;
     change_ref_kinds(object->ref_entries, rk_address_taken);

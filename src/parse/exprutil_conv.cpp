@@ -18,6 +18,14 @@
 // ---------------------------------------------------------------------------------------------------
 // Addresses into arrays of known size
 
+static bool integer_constant_value(an_expr_node *node, int64_t *value)
+{
+  if (node->kind != enk_constant || constant_of(node)->kind != ck_integer) return false;
+  bool overflow = false;
+  *value = value_of_integer_constant(constant_of(node), &overflow);
+  return !overflow;
+}
+
 // The array that a decayed pointer points into.
 static bool array_behind_pointer(an_expr_node *pointer, a_target_size *count, int64_t *index)
 {
@@ -25,9 +33,6 @@ static bool array_behind_pointer(an_expr_node *pointer, a_target_size *count, in
     a_type *type = skip_typerefs(first_operand_of(pointer)->type);
     if (type->kind != tk_array || as_array(type).is_vla || as_array(type).bound_is_expr) return false;
     if (is_incomplete_array_type(type) || as_array(type).bound_is_constant) return false;
-    an_expr_node *array = first_operand_of(pointer);
-    // The last member of a structure is often used as one of any length.
-    if (is_operation(array, eok_dot_field) || is_operation(array, eok_arrow_field)) return false;
     *count = as_array(type).bound.number_of_elements;
     *index = 0;
     return *count >= 2;
@@ -54,21 +59,20 @@ static bool array_behind_pointer(an_expr_node *pointer, a_target_size *count, in
   return *count >= 2;
 }
 
-static bool integer_constant_value(an_expr_node *node, int64_t *value)
-{
-  if (node->kind != enk_constant || constant_of(node)->kind != ck_integer) return false;
-  bool overflow = false;
-  *value = value_of_integer_constant(constant_of(node), &overflow);
-  return !overflow;
-}
-
 // The element that the pointer expression points to, when array and offset are known.
 static bool known_element(an_expr_node *pointer, a_target_size *count, int64_t *index)
 {
   int64_t offset;
+  if (is_operation(pointer, eok_address_of) && is_operation(first_operand_of(pointer), eok_subscript)) {
+    an_expr_node *subscript = first_operand_of(pointer);
+    if (!integer_constant_value(second_operand_of(subscript), &offset)) return false;
+    if (!known_element(first_operand_of(subscript), count, index)) return false;
+    *index += offset;
+    return true;
+  }
   if (is_operation(pointer, eok_pointer_add) || is_operation(pointer, eok_pointer_subtract)) {
     if (!integer_constant_value(second_operand_of(pointer), &offset)) return false;
-    if (!array_behind_pointer(first_operand_of(pointer), count, index)) return false;
+    if (!known_element(first_operand_of(pointer), count, index)) return false;
     *index += is_operation(pointer, eok_pointer_add) ? offset : -offset;
     return true;
   }
@@ -86,7 +90,7 @@ void check_pointer_range(an_operand *operand, bool is_access)
   if (is_operation(node, eok_subscript)) {
     code = ec_subscript_out_of_range;
     if (!integer_constant_value(second_operand_of(node), &offset)) return;
-    if (!array_behind_pointer(first_operand_of(node), &count, &index)) return;
+    if (!known_element(first_operand_of(node), &count, &index)) return;
     index += offset;
   } else if (is_operation(node, eok_indirection)) {
     if (!is_access || !known_element(first_operand_of(node), &count, &index)) return;

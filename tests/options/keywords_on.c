@@ -6,5 +6,5 @@ int *restrict p$q;
 int f(int n)
 {
   int v[n];
-  return ((struct s){ v[0], n }).a;
+  return ((struct s){ 1, 2 }).a + v[0];
 }
