@@ -12,6 +12,6 @@ main()
   char *text = "tab\there";
   for (p = table; p < table + 2; p++)
     printf("%s %u %d %s\n", p->name, p->u, (int)(half(p->f) * 100), text);
-  printf("%d %d\n", us > 1, (int)(3000000000 % 7));
+  printf("%d %d\n", us > 1, (int)(2000000000 % 7));
   return 0;
 }
