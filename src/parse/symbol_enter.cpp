@@ -23,11 +23,13 @@ static bool symbol_has_header(const void *value, const void *key)
   return ((const a_symbol *)value)->header == key;
 }
 
-// Minimum size of the table of a scope of that kind; 0: the scope has none.
+// Minimum size of the table of a scope of that kind; 0: the scope has none.  C looks no name up in the
+// file scope alone: the chain of the header does.
 static uint32_t table_size_for_scope_kind(a_scope_kind kind)
 {
   switch (kind) {
-    case sck_file: case sck_namespace: case sck_namespace_extension: return 100;
+    case sck_file: return C_dialect == 2 ? 100 : 0;
+    case sck_namespace: case sck_namespace_extension: return 100;
     case sck_class: return 30;
     case sck_class_reactivation: return 5;
     case sck_function_prototype: case sck_block: case sck_namespace_reactivation:
