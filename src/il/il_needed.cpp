@@ -5,6 +5,7 @@
 // Rule:    an entity that nothing needed refers to is not needed; bodies are walked from a queue,
 //          since chains of calls may be of any length.
 // Entry:   set_needed_flags_at_end_of_file_scope, mark_as_needed, set_routine_definition_needed.
+#include <cstring>
 #include "driver/flags.h"
 #include "il/il_field_table.h"
 #include "il/il_walk.h"
@@ -335,6 +336,24 @@ static void set_needed_flags_of_class(a_type *type)
   }
 }
 
+// GNU: an asm name given to `memset` holds for what `__builtin_memset` calls, too: its declaration
+// has to reach the output.
+static void keep_asm_names_behind_builtins(a_scope *scope)
+{
+  static const char prefix[] = "__builtin_";
+  constexpr size_t length = sizeof prefix - 1;
+  for (a_routine *builtin = scope->routines; builtin != nullptr; builtin = builtin->next) {
+    const char *name = builtin->source_corresp.name;
+    if (!builtin->source_corresp.needed || name == nullptr) continue;
+    if (strncmp(name, prefix, length) != 0) continue;
+    for (a_routine *routine = scope->routines; routine != nullptr; routine = routine->next) {
+      if (routine->asm_name == nullptr || routine->source_corresp.name == nullptr) continue;
+      if (strcmp(routine->source_corresp.name, name + length) == 0)
+        mark_as_needed(routine, iek_routine);
+    }
+  }
+}
+
 void set_needed_flags_at_end_of_file_scope(a_scope *scope)
 {
   bool saved_phase = end_of_file_scope_needed_flags_phase;
@@ -353,6 +372,7 @@ void set_needed_flags_at_end_of_file_scope(a_scope *scope)
   for (a_routine *routine = scope->routines; routine != nullptr; routine = routine->next) {
     set_needed_flags_of_routine(routine);
   }
+  keep_asm_names_behind_builtins(scope);
   for (an_asm_entry *entry = scope->asm_entries; entry != nullptr; entry = entry->next) {
     mark_as_needed(entry, iek_asm_entry);
   }

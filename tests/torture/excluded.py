@@ -6,7 +6,6 @@ EXCLUDED = [
     ('compile/limits-structnest.c', 'nests structures beyond the documented limit'),
     ('compile/20001116-1.c', 'takes two string literals of equal text for one object'),
     ('compile/20010112-1.c', 'register names of other machines'),
-    ('compile/20060109-1.c', 'a definition without a type takes over the void of its declaration'),
     ('compile/20101216-1.c', 'a constant beyond the range of int initializes an int, which is an error here'),
     ('compile/920817-1.c', 'a void function returns a value, which is an error here'),
     ('compile/950919-1.c', 'assertions of #if'),

@@ -48,7 +48,7 @@ def select(folder):
     for suite in ('compile', 'execute'):
         for where, _, files in os.walk(os.path.join(folder, suite)):
             for name in files:
-                if not name.endswith('.c'):
+                if not name.endswith('.c') or name.endswith('.int.c'):
                     continue
                 path = os.path.join(where, name)
                 short = os.path.relpath(path, folder)
