@@ -106,7 +106,7 @@ void check_concatenation_at(char *start, char *end)
       add_to_text_buffer(text, start, length);
       add_char_to_text_buffer(text, '\0');
       an_error_severity severity =
-        strict_ansi_mode ? strict_ansi_discretionary_severity : es_warning;
+          strict_ansi_mode ? strict_ansi_discretionary_severity : es_warning;
       pos_stsy_diagnostic(severity, ec_concat_yields_invalid_token, error_position, text->buffer,
                           modif->macro_symbol);
     }
@@ -187,7 +187,8 @@ static bool peek_for_lparen(a_macro_call *call)
   bool was_at_end = at_end_of_source_file;
   a_source_position pos_of_outer_call = pos_of_macro_invocation;
   bool pops_are_held = curr_ise != nullptr && curr_ise->is_macro_preinclude;
-  if (curr_ise != nullptr) curr_ise->is_macro_preinclude = true;  // a call doesn't reach out of its file
+  if (curr_ise != nullptr)
+    curr_ise->is_macro_preinclude = true; // a call doesn't reach out of its file
   delete_source_from_loc = start_of_curr_token;
   bool found = skip_white_space() == '(';
   if (curr_ise != nullptr) curr_ise->is_macro_preinclude = pops_are_held;
@@ -207,21 +208,20 @@ static bool peek_for_lparen(a_macro_call *call)
 bool find_lparen_of_call(a_macro_call *call)
 {
   char *loc = curr_char_loc;
-  while (*loc == ' ' || *loc == '\t') ++loc;
+  while (*loc == ' ' || *loc == '\t')
+    ++loc;
   switch (*loc) {
-    case '(':
-      delete_source_from_loc = start_of_curr_token;
-      curr_char_loc = loc;
-      return true;
-    case 0:
-    case modif_mark:
-    case '/':
-    case '\v':
-    case '\f':
-    case '\r':
-      return peek_for_lparen(call);
-    default:
-      return false;
+  case '(':
+    delete_source_from_loc = start_of_curr_token;
+    curr_char_loc = loc;
+    return true;
+  case 0:
+  case modif_mark:
+  case '/':
+  case '\v':
+  case '\f':
+  case '\r': return peek_for_lparen(call);
+  default: return false;
   }
 }
 
@@ -233,11 +233,11 @@ namespace {
 class a_call_state {
 public:
   a_call_state()
-    : fetch(fetch_pp_tokens), expand(expand_macros), header_name(exp_header_name),
-      system_header_name(exp_system_header_name), digits(exp_digit_sequence),
-      caching_pragma(caching_pragma_tokens), depth(macro_depth), position(error_position),
-      is_caching(curr_lexical_state_stack_entry != nullptr
-                 && curr_lexical_state_stack_entry->caching_count > 0)
+      : fetch(fetch_pp_tokens), expand(expand_macros), header_name(exp_header_name),
+        system_header_name(exp_system_header_name), digits(exp_digit_sequence),
+        caching_pragma(caching_pragma_tokens), depth(macro_depth), position(error_position),
+        is_caching(curr_lexical_state_stack_entry != nullptr &&
+                   curr_lexical_state_stack_entry->caching_count > 0)
   {
     if (is_caching) push_lexical_state_stack();
     exp_header_name = exp_system_header_name = exp_digit_sequence = caching_pragma_tokens = false;
@@ -263,7 +263,7 @@ private:
   a_source_position position;
   bool is_caching;
 };
-}  // namespace
+} // namespace
 
 // The call has no ")": what was read of it is gone.
 static a_token_kind abandon_macro_call(a_macro_call *call)

@@ -14,20 +14,20 @@ struct a_source_line_modif;
 
 struct a_macro_param {
   a_macro_param *next;
-  const char *name;  // "__VA_ARGS__" for "..."
+  const char *name; // "__VA_ARGS__" for "..."
   unsigned name_length;
-  bool needs_expansion;  // used at least once outside # and ##
+  bool needs_expansion; // used at least once outside # and ##
 };
 
 // Items of an encoded replacement list: a kind byte and a three-byte operand, low byte first; the list ends
 // with a single byte rli_end.
 enum a_replacement_item : unsigned char {
   rli_end = 0,
-  rli_text = 1,          // operand: length of the text that follows
-  rli_paste = 2,         // ##
-  rli_raw_param = 3,     // operand: number of the parameter, from 1
-  rli_string_param = 4,  // # of the parameter
-  rli_param = 6,         // the parameter with macros expanded
+  rli_text = 1,         // operand: length of the text that follows
+  rli_paste = 2,        // ##
+  rli_raw_param = 3,    // operand: number of the parameter, from 1
+  rli_string_param = 4, // # of the parameter
+  rli_param = 6,        // the parameter with macros expanded
 };
 
 enum a_builtin_macro : unsigned char {
@@ -46,14 +46,14 @@ enum a_builtin_macro : unsigned char {
 struct a_macro_def {
   bool object_like : 1;
   bool cannot_redefine : 1;
-  bool no_pch_use : 1;  // its use depends on the run: not for a precompiled header, nor for listings
+  bool no_pch_use : 1; // its use depends on the run: not for a precompiled header, nor for listings
   bool variadic : 1;
   bool predefined : 1;
-  a_builtin_macro builtin;           // computed at each use; such a macro has no replacement
+  a_builtin_macro builtin; // computed at each use; such a macro has no replacement
   unsigned param_count;
-  unsigned active_expansions;        // modifications that hold its replacement text now
+  unsigned active_expansions; // modifications that hold its replacement text now
   a_macro_param *params;
-  const unsigned char *replacement;  // the encoded replacement list
+  const unsigned char *replacement; // the encoded replacement list
   a_macro *il_macro;
 };
 
@@ -68,11 +68,12 @@ struct a_concatenation_record {
 //---------------------------------------------------------------------------------------------
 // State.  Written by this module and, as far as said, by the scanner.
 
-extern int macro_depth;                        // calls whose arguments are being collected
+extern int macro_depth; // calls whose arguments are being collected
 extern int num_macro_invocations_in_process;
-extern bool scanning_macro_name;               // the name after #define is being read
-extern char *delete_source_from_loc;           // what is read from here on is deleted; null: nothing
-extern bool comma_is_from_argument;            // set by the scanner: a lesc_comma_from_arg stood before the comma
+extern bool scanning_macro_name;     // the name after #define is being read
+extern char *delete_source_from_loc; // what is read from here on is deleted; null: nothing
+extern bool
+    comma_is_from_argument; // set by the scanner: a lesc_comma_from_arg stood before the comma
 
 // Local pointers into a buffer that may move: linked while they are needed.
 struct a_registered_pointer {
@@ -89,7 +90,10 @@ public:
     record = {registered_pointers, pointer};
     registered_pointers = &record;
   }
-  ~a_pointer_registration() { registered_pointers = record.next; }
+  ~a_pointer_registration()
+  {
+    registered_pointers = record.next;
+  }
   a_pointer_registration(const a_pointer_registration &) = delete;
   a_pointer_registration &operator=(const a_pointer_registration &) = delete;
 

@@ -95,7 +95,8 @@ a_macro_arg *arg_of_call(const a_macro_call *call, unsigned number)
 {
   if (number <= directly_reached_args) return call->args[number - 1];
   a_macro_arg *arg = call->args[directly_reached_args - 1];
-  for (unsigned i = directly_reached_args; i < number; ++i) arg = arg->next;
+  for (unsigned i = directly_reached_args; i < number; ++i)
+    arg = arg->next;
   return arg;
 }
 
@@ -177,7 +178,8 @@ static void note_end_of_context(a_macro_arg *arg)
   a_source_line_modif *left = last_source_line_modif_exited_while_skipping_white_space;
   last_source_line_modif_exited_while_skipping_white_space = nullptr;
   a_source_line_modif *context = arg->second_context;
-  while (context != nullptr && context != left) context = parent_source_line_modif(context);
+  while (context != nullptr && context != left)
+    context = parent_source_line_modif(context);
   if (context == nullptr) return;
   arg->second_context = parent_source_line_modif(left);
   arg->rescan_offset = arg->raw.length;
@@ -209,7 +211,7 @@ public:
   {
     if (depth >= shallow_depth) {
       a_symbol *macro =
-        find_macro_symbol(find_symbol_header(start_of_curr_token, len_of_curr_token));
+          find_macro_symbol(find_symbol_header(start_of_curr_token, len_of_curr_token));
       behind_macro_name = macro != nullptr && !macro_def_of_symbol(macro)->object_like;
     }
   }
@@ -226,7 +228,8 @@ public:
   {
     --depth;
     behind_macro_name = false;
-    if (depth >= shallow_depth && depth < deepest_noted) open_calls -= is_call[depth - shallow_depth];
+    if (depth >= shallow_depth && depth < deepest_noted)
+      open_calls -= is_call[depth - shallow_depth];
   }
 
 private:
@@ -236,11 +239,12 @@ private:
   int open_calls = 0;
   bool is_call[deepest_noted - shallow_depth];
 };
-}  // namespace
+} // namespace
 
 // Reads one argument; the current token is then what ended it.  Its frame must not become part of one
 // that stays while the argument is expanded.
-__attribute__((noinline)) static void collect_macro_arg(a_macro_call *call, a_macro_arg *arg, const a_macro_param *param)
+__attribute__((noinline)) static void collect_macro_arg(a_macro_call *call, a_macro_arg *arg,
+                                                        const a_macro_param *param)
 {
   bool is_last_param = param != nullptr && param->next == nullptr;
   bool takes_all_commas = is_last_param && call->macro->variadic;
@@ -251,28 +255,24 @@ __attribute__((noinline)) static void collect_macro_arg(a_macro_call *call, a_ma
     get_token();
     bool mark_comma = false;
     switch (curr_token) {
-      case tok_identifier:
-        if (!arg->may_hold_macros) arg->may_hold_macros = token_may_be_macro();
-        parens.note_identifier();
-        break;
-      case tok_lparen:
-        parens.open();
-        break;
-      case tok_rparen:
-        if (parens.depth == 0) goto end_of_arg;
-        parens.close();
-        break;
-      case tok_comma:
-        if (parens.depth == 0) {
-          if (comma_ends_arg(is_last_param, takes_all_commas)) goto end_of_arg;
-          mark_comma = true;
-        }
-        break;
-      case tok_end_of_source:
-      case tok_newline:
-        goto end_of_arg;
-      default:
-        break;
+    case tok_identifier:
+      if (!arg->may_hold_macros) arg->may_hold_macros = token_may_be_macro();
+      parens.note_identifier();
+      break;
+    case tok_lparen: parens.open(); break;
+    case tok_rparen:
+      if (parens.depth == 0) goto end_of_arg;
+      parens.close();
+      break;
+    case tok_comma:
+      if (parens.depth == 0) {
+        if (comma_ends_arg(is_last_param, takes_all_commas)) goto end_of_arg;
+        mark_comma = true;
+      }
+      break;
+    case tok_end_of_source:
+    case tok_newline: goto end_of_arg;
+    default: break;
     }
     if (last_source_line_modif_exited_while_skipping_white_space != nullptr) {
       note_end_of_context(arg);
@@ -310,7 +310,8 @@ static void supply_missing_args(a_macro_call *call)
       sym_diagnostic(severity_of_wrong_arg_count(), ec_too_few_macro_args, call->symbol);
     }
   }
-  while (call->arg_count < macro->param_count) terminate_arg_text(&add_macro_arg(call)->raw);
+  while (call->arg_count < macro->param_count)
+    terminate_arg_text(&add_macro_arg(call)->raw);
 }
 
 bool collect_macro_args(a_macro_call *call)

@@ -189,7 +189,7 @@ static void record_pragma_of_operator(const a_macro_call *call, an_arg_text *tex
   bool saved_fetch = fetch_pp_tokens;
   bool saved_expand = expand_macros;
   a_source_line_modif *modif =
-    add_detached_source_line_modif(text->text, text->text + text->length - 2, nullptr);
+      add_detached_source_line_modif(text->text, text->text + text->length - 2, nullptr);
   modif->stop_at_end = true;
   modif->pos = call->position;
   curr_char_loc = text->text;
@@ -260,28 +260,15 @@ a_token_kind invoke_builtin_macro(a_macro_call *call, bool *expansion_attached)
   if (builtin == bim_pragma) return invoke_pragma_operator(call);
   *expansion_attached = true;
   switch (builtin) {
-    case bim_line:
-      attach_line_number(call);
-      break;
-    case bim_file:
-      attach_current_file_name(call);
-      break;
-    case bim_base_file:
-      attach_file_name(call, il_header.source_files->file_name);
-      break;
-    case bim_counter:
-      attach_number(call, counter_macro_value++);
-      break;
-    case bim_timestamp:
-      attach_timestamp(call);
-      break;
-    case bim_stdc:
-      attach_stdc(call);
-      break;
-    case bim_none:
-    case bim_defined:
-    case bim_pragma:
-      break;
+  case bim_line: attach_line_number(call); break;
+  case bim_file: attach_current_file_name(call); break;
+  case bim_base_file: attach_file_name(call, il_header.source_files->file_name); break;
+  case bim_counter: attach_number(call, counter_macro_value++); break;
+  case bim_timestamp: attach_timestamp(call); break;
+  case bim_stdc: attach_stdc(call); break;
+  case bim_none:
+  case bim_defined:
+  case bim_pragma: break;
   }
   return tok_identifier;
 }

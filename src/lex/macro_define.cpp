@@ -19,7 +19,7 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-static a_text_buffer *list_buffer;  // the encoded list being built
+static a_text_buffer *list_buffer; // the encoded list being built
 
 static constexpr size_t no_item = (size_t)-1;
 
@@ -27,21 +27,21 @@ namespace {
 // A definition being read.
 struct a_definition {
   a_symbol_locator locator;
-  a_symbol *old_symbol;  // the macro of that name, or null
+  a_symbol *old_symbol; // the macro of that name, or null
   a_macro_def def;
   a_macro_param **params_tail;
   a_source_position body_start;
   a_source_position body_end;
   bool from_command_line;
-  size_t text_item;      // offset of the text item that is being added to, or no_item
+  size_t text_item; // offset of the text item that is being added to, or no_item
   // The current token, as the body's reader sees it:
-  unsigned param_number;  // of a parameter's name, else 0
+  unsigned param_number; // of a parameter's name, else 0
   a_macro_param *param;
   bool white_before;
-  char *prev_token_end;   // one behind the token before
+  char *prev_token_end; // one behind the token before
   a_misra_macro_check misra;
 };
-}  // namespace
+} // namespace
 
 void clear_macro_def(a_macro_def *macro)
 {
@@ -57,8 +57,8 @@ static inline bool rest_params_allowed()
 
 static bool token_is(const char *text)
 {
-  return strlen(text) == len_of_curr_token
-         && memcmp(start_of_curr_token, text, len_of_curr_token) == 0;
+  return strlen(text) == len_of_curr_token &&
+         memcmp(start_of_curr_token, text, len_of_curr_token) == 0;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -185,7 +185,7 @@ static bool read_param(a_definition *d)
   }
   add_param(d, start_of_curr_token, len_of_curr_token);
   get_token();
-  if (curr_token == tok_ellipsis && extended_variadic_macros_allowed) {  // GNU: a named rest
+  if (curr_token == tok_ellipsis && extended_variadic_macros_allowed) { // GNU: a named rest
     d->def.variadic = true;
     get_token();
   }
@@ -235,18 +235,19 @@ static void pass_equals_of_cmd_line(const a_definition *d)
 
 // K&R mode: the characters of a string or character constant are read one at a time, and names in it
 // can be parameters.
-static char pcc_quote;  // the quote of the constant that the reader is in, or 0
+static char pcc_quote; // the quote of the constant that the reader is in, or 0
 
 static bool read_pcc_quoted_token(a_definition *d)
 {
   char *p = curr_char_loc;
-  if (*p == 0 && p[1] != lesc_null_char) {  // the constant isn't closed
+  if (*p == 0 && p[1] != lesc_null_char) { // the constant isn't closed
     pcc_quote = 0;
     return false;
   }
   start_of_curr_token = p;
   if (is_id_start_char(*p)) {
-    while (is_id_char(*p)) ++p;
+    while (is_id_char(*p))
+      ++p;
     curr_token = tok_identifier;
   } else {
     if (*p == pcc_quote) pcc_quote = 0;
@@ -264,7 +265,8 @@ static bool read_pcc_quoted_token(a_definition *d)
 static bool begin_pcc_quoted_token(a_definition *d)
 {
   char *p = curr_char_loc;
-  while (*p == ' ' || *p == '\t') ++p;
+  while (*p == ' ' || *p == '\t')
+    ++p;
   if (*p != '"' && *p != '\'') return false;
   bool white = p != curr_char_loc;
   pcc_quote = *p;
@@ -279,9 +281,8 @@ static bool begin_pcc_quoted_token(a_definition *d)
 // Old System V: an empty comment between two tokens pastes them.
 static bool empty_comment_pastes(const a_definition *d)
 {
-  return SVR4_C_mode && C_dialect != 2 && d->prev_token_end != nullptr
-         && start_of_curr_token == d->prev_token_end + 4
-         && memcmp(d->prev_token_end, "/**/", 4) == 0;
+  return SVR4_C_mode && C_dialect != 2 && d->prev_token_end != nullptr &&
+         start_of_curr_token == d->prev_token_end + 4 && memcmp(d->prev_token_end, "/**/", 4) == 0;
 }
 
 static inline bool at_end_of_body()
@@ -307,8 +308,8 @@ static void read_body_token(a_definition *d)
   }
   if (!at_end_of_body()) note_token_for_misra(&d->misra, d->param != nullptr);
   if (curr_token != tok_identifier) return;
-  if (d->param == nullptr && variadic_macros_allowed && !d->def.variadic
-      && token_is("__VA_ARGS__")) {
+  if (d->param == nullptr && variadic_macros_allowed && !d->def.variadic &&
+      token_is("__VA_ARGS__")) {
     error(ec_VA_ARGS_not_allowed);
   }
 }
@@ -320,8 +321,8 @@ static void add_param_of_body(a_definition *d, bool behind_paste)
   unsigned number = d->param_number;
   d->prev_token_end = end_of_curr_token + 1;
   read_body_token(d);
-  bool is_raw = behind_paste || pcc_preprocessing_mode
-                || (curr_token == tok_sharp_sharp && !at_end_of_body()) || empty_comment_pastes(d);
+  bool is_raw = behind_paste || pcc_preprocessing_mode ||
+                (curr_token == tok_sharp_sharp && !at_end_of_body()) || empty_comment_pastes(d);
   if (!is_raw) param->needs_expansion = true;
   add_param_item(d, is_raw ? rli_raw_param : rli_param, number);
 }
@@ -436,10 +437,10 @@ static bool same_params(const a_macro_param *a, const a_macro_param *b)
 static bool same_definition(const a_macro_def *old_def, const a_definition *d)
 {
   if (old_def->replacement == nullptr) return false;
-  return old_def->object_like == d->def.object_like && old_def->variadic == d->def.variadic
-         && length_of_replacement(old_def->replacement) == list_buffer->size
-         && memcmp(old_def->replacement, list_buffer->buffer, list_buffer->size) == 0
-         && same_params(old_def->params, d->def.params);
+  return old_def->object_like == d->def.object_like && old_def->variadic == d->def.variadic &&
+         length_of_replacement(old_def->replacement) == list_buffer->size &&
+         memcmp(old_def->replacement, list_buffer->buffer, list_buffer->size) == 0 &&
+         same_params(old_def->params, d->def.params);
 }
 
 // The name is a macro already.  Returns whether the new definition takes its place.
@@ -574,8 +575,8 @@ static void add_params_to_text(a_text_buffer *buffer, const a_macro_def *def)
   add_string(buffer, "(");
   for (const a_macro_param *p = def->params; p != nullptr; p = p->next) {
     bool is_rest = def->variadic && p->next == nullptr;
-    bool is_named_rest = is_rest && extended_variadic_macros_allowed
-                         && strcmp(p->name, "__VA_ARGS__") != 0;
+    bool is_named_rest =
+        is_rest && extended_variadic_macros_allowed && strcmp(p->name, "__VA_ARGS__") != 0;
     if (!is_rest || is_named_rest) add_string(buffer, p->name);
     if (is_rest) add_string(buffer, "...");
     if (p->next != nullptr) add_string(buffer, ",");
@@ -597,7 +598,8 @@ static void add_plain_text(a_text_buffer *buffer, const char *text, unsigned lon
 static const char *name_of_param(const a_macro_def *def, unsigned long number)
 {
   const a_macro_param *param = def->params;
-  while (--number > 0) param = param->next;
+  while (--number > 0)
+    param = param->next;
   return param->name;
 }
 
@@ -615,19 +617,13 @@ const char *text_of_macro_definition(a_symbol *symbol)
   while (item != nullptr && *item != rli_end) {
     unsigned long operand = operand_of_item(item);
     switch (item[0]) {
-      case rli_text:
-        add_plain_text(buffer, (const char *)item + size_of_item, operand);
-        item += operand;
-        break;
-      case rli_paste:
-        add_string(buffer, "##");
-        break;
-      case rli_string_param:
-        add_string(buffer, "#");
-        [[fallthrough]];
-      default:
-        add_string(buffer, name_of_param(def, operand));
-        break;
+    case rli_text:
+      add_plain_text(buffer, (const char *)item + size_of_item, operand);
+      item += operand;
+      break;
+    case rli_paste: add_string(buffer, "##"); break;
+    case rli_string_param: add_string(buffer, "#"); [[fallthrough]];
+    default: add_string(buffer, name_of_param(def, operand)); break;
     }
     item += size_of_item;
   }

@@ -10,7 +10,7 @@
 
 extern char *expansion_buffer;
 extern char *next_free_in_expansion_buffer;
-extern unsigned num_texts_in_expansion_buffer;  // modifications whose text is in the buffer
+extern unsigned num_texts_in_expansion_buffer; // modifications whose text is in the buffer
 
 // Starts over in the buffer if no text in it is in use.
 inline void reset_expansion_buffer_if_unused()
@@ -38,16 +38,16 @@ struct an_arg_text {
 // An argument of a call; records and their texts are kept on a free list.
 struct a_macro_arg {
   a_macro_arg *next;
-  an_arg_text raw;       // the tokens as spelled, ended by the escape lesc_end_of_modif
-  an_arg_text expanded;  // the same with macros expanded, ended alike
+  an_arg_text raw;      // the tokens as spelled, ended by the escape lesc_end_of_modif
+  an_arg_text expanded; // the same with macros expanded, ended alike
   // An argument that begins in replacement text and ends behind it is expanded in two parts.
-  a_source_line_modif *first_context;   // the text where it began; null: in the line
-  a_source_line_modif *second_context;  // the text where it went on, from offset rescan_offset
+  a_source_line_modif *first_context;  // the text where it began; null: in the line
+  a_source_line_modif *second_context; // the text where it went on, from offset rescan_offset
   unsigned rescan_offset;
-  bool is_split : 1;            // the first text was left
-  bool is_empty_arg : 1;        // empty, and a real argument (not the whole of an empty list)
-  bool may_hold_macros : 1;     // some identifier may be expanded
-  bool is_expanded : 1;         // `expanded` is up to date
+  bool is_split : 1;        // the first text was left
+  bool is_empty_arg : 1;    // empty, and a real argument (not the whole of an empty list)
+  bool may_hold_macros : 1; // some identifier may be expanded
+  bool is_expanded : 1;     // `expanded` is up to date
 };
 
 inline constexpr unsigned directly_reached_args = 50;
@@ -58,16 +58,16 @@ inline constexpr int max_macro_nesting = 1000;
 struct a_macro_call {
   a_symbol *symbol;
   a_macro_def *macro;
-  a_source_position position;  // of the name
+  a_source_position position; // of the name
   unsigned name_length;
   unsigned arg_count;
   a_macro_arg *first_arg;
   a_macro_arg *last_arg;
-  a_macro_arg *args[directly_reached_args];  // the first of them once more
+  a_macro_arg *args[directly_reached_args]; // the first of them once more
   a_concatenation_record *concatenations;
 };
 
-a_macro_arg *arg_of_call(const a_macro_call *call, unsigned number);  // numbered from 1
+a_macro_arg *arg_of_call(const a_macro_call *call, unsigned number); // numbered from 1
 
 // Reads the arguments from behind the "(" to the ")", which becomes the current token.  Returns false if
 // it is missing.  Issues 55, 56, 77.
@@ -117,17 +117,17 @@ inline constexpr unsigned long max_item_operand = 0xFFFFFF;
 // The walk of MISRA-C:2004's rules along a replacement list; zeroed at the start.
 struct a_misra_macro_check {
   unsigned char state;
-  int parens, brackets, braces;  // open
-  bool operator_seen : 1;        // # or ##
+  int parens, brackets, braces; // open
+  bool operator_seen : 1;       // # or ##
   bool behind_lparen : 1;
   bool behind_operator : 1;
 };
-void note_token_for_misra(a_misra_macro_check *check, bool is_param);  // of the current token
+void note_token_for_misra(a_misra_macro_check *check, bool is_param); // of the current token
 void finish_misra_check_of_macro(const a_misra_macro_check *check, bool function_like);
 
 // The end of the preprocessing token at `p`, or `p` itself where only the scanner can tell.
 const char *end_of_plain_pp_token(const char *p);
-a_macro *make_il_macro(a_symbol *symbol);  // adds the IL's record of the definition
+a_macro *make_il_macro(a_symbol *symbol); // adds the IL's record of the definition
 
 void process_defs_from_cmd_line();
 void read_predefined_macro_file();

@@ -11,27 +11,28 @@
 
 enum a_form_state : unsigned char {
   fs_start,
-  fs_braced,         // inside { ... }
-  fs_parenthesized,  // inside ( ... )
-  fs_do,             // behind "do"
-  fs_do_body,        // inside its braces
-  fs_do_end,         // behind them
-  fs_while,          // behind "while"
-  fs_while_paren,    // behind its "("
-  fs_zero,           // behind the 0
+  fs_braced,        // inside { ... }
+  fs_parenthesized, // inside ( ... )
+  fs_do,            // behind "do"
+  fs_do_body,       // inside its braces
+  fs_do_end,        // behind them
+  fs_while,         // behind "while"
+  fs_while_paren,   // behind its "("
+  fs_zero,          // behind the 0
   fs_accepted,
   fs_rejected,
 };
 
 static bool current_word_is(const char *word)
 {
-  return curr_token == tok_identifier && strlen(word) == len_of_curr_token
-         && memcmp(start_of_curr_token, word, len_of_curr_token) == 0;
+  return curr_token == tok_identifier && strlen(word) == len_of_curr_token &&
+         memcmp(start_of_curr_token, word, len_of_curr_token) == 0;
 }
 
 static bool is_qualifier_or_storage_class()
 {
-  for (const char *word : {"const", "volatile", "register", "auto", "static", "extern", "typedef"}) {
+  for (const char *word :
+       {"const", "volatile", "register", "auto", "static", "extern", "typedef"}) {
     if (current_word_is(word)) return true;
   }
   return false;
@@ -50,13 +51,13 @@ static a_form_state state_behind_first_token()
 static bool count_bracket(a_misra_macro_check *check)
 {
   switch (curr_token) {
-    case tok_lparen: ++check->parens; break;
-    case tok_rparen: --check->parens; break;
-    case tok_lbracket: ++check->brackets; break;
-    case tok_rbracket: --check->brackets; break;
-    case tok_lbrace: ++check->braces; break;
-    case tok_rbrace: --check->braces; break;
-    default: break;
+  case tok_lparen: ++check->parens; break;
+  case tok_rparen: --check->parens; break;
+  case tok_lbracket: ++check->brackets; break;
+  case tok_rbracket: --check->brackets; break;
+  case tok_lbrace: ++check->braces; break;
+  case tok_rbrace: --check->braces; break;
+  default: break;
   }
   return check->parens == 0 && check->brackets == 0 && check->braces == 0;
 }
@@ -65,22 +66,22 @@ static a_form_state next_state(a_misra_macro_check *check)
 {
   bool all_closed = count_bracket(check);
   switch ((a_form_state)check->state) {
-    case fs_start: return state_behind_first_token();
-    case fs_braced:
-    case fs_parenthesized:
-      if (curr_token == tok_semicolon) return fs_rejected;
-      return all_closed ? fs_accepted : (a_form_state)check->state;
-    case fs_do: return curr_token == tok_lbrace ? fs_do_body : fs_rejected;
-    case fs_do_body: return all_closed ? fs_do_end : fs_do_body;
-    case fs_do_end: return current_word_is("while") ? fs_while : fs_rejected;
-    case fs_while: return curr_token == tok_lparen ? fs_while_paren : fs_rejected;
-    case fs_while_paren:
-      return curr_token == tok_pp_number && len_of_curr_token == 1 && *start_of_curr_token == '0'
+  case fs_start: return state_behind_first_token();
+  case fs_braced:
+  case fs_parenthesized:
+    if (curr_token == tok_semicolon) return fs_rejected;
+    return all_closed ? fs_accepted : (a_form_state)check->state;
+  case fs_do: return curr_token == tok_lbrace ? fs_do_body : fs_rejected;
+  case fs_do_body: return all_closed ? fs_do_end : fs_do_body;
+  case fs_do_end: return current_word_is("while") ? fs_while : fs_rejected;
+  case fs_while: return curr_token == tok_lparen ? fs_while_paren : fs_rejected;
+  case fs_while_paren:
+    return curr_token == tok_pp_number && len_of_curr_token == 1 && *start_of_curr_token == '0'
                ? fs_zero
                : fs_rejected;
-    case fs_zero: return curr_token == tok_rparen ? fs_accepted : fs_rejected;
-    case fs_accepted:
-    case fs_rejected: break;
+  case fs_zero: return curr_token == tok_rparen ? fs_accepted : fs_rejected;
+  case fs_accepted:
+  case fs_rejected: break;
   }
   return fs_rejected;
 }
@@ -97,9 +98,10 @@ void note_token_for_misra(a_misra_macro_check *check, bool is_param)
   if (is_param && !check->behind_lparen && !check->behind_operator) {
     diagnostic(misra_required_severity, ec_misra_c_2004_19_10);
   }
-  bool is_free = check->state == fs_braced || check->state == fs_parenthesized
-                 || check->state == fs_do_body;
-  check->state = (is_param || curr_token == tok_sharp) && !is_free ? fs_rejected : next_state(check);
+  bool is_free =
+      check->state == fs_braced || check->state == fs_parenthesized || check->state == fs_do_body;
+  check->state =
+      (is_param || curr_token == tok_sharp) && !is_free ? fs_rejected : next_state(check);
   check->behind_lparen = curr_token == tok_lparen;
   check->behind_operator = is_operator;
 }

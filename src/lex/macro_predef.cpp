@@ -24,8 +24,8 @@
 a_def_from_cmd_line *defs_from_cmd_line, *end_defs_from_cmd_line;
 unsigned char predef_macro_mode_values[pmm_last];
 
-static const char *const predef_macro_mode_names[pmm_last] = {
-  nullptr, "gnu", "gcc", "gpp", "microsoft", "strict", "cpp", "all"};
+static const char *const predef_macro_mode_names[pmm_last] = {nullptr,     "gnu",    "gcc", "gpp",
+                                                              "microsoft", "strict", "cpp", "all"};
 
 void set_predef_macro_mode(a_predef_macro_mode mode, int value)
 {
@@ -50,7 +50,8 @@ static const unsigned char *encode_predef_value(const char *value)
     to += end - p;
     p = end;
     bool white = *p == ' ';
-    while (*p == ' ') ++p;
+    while (*p == ' ')
+      ++p;
     if (*p == 0) break;
     if (white) {
       *to++ = ' ';
@@ -79,8 +80,8 @@ static size_t length_of_predef_list(const unsigned char *list)
 
 static bool same_predef_value(const a_macro_def *def, const unsigned char *list)
 {
-  return def->object_like && def->replacement != nullptr
-         && memcmp(def->replacement, list, length_of_predef_list(list)) == 0;
+  return def->object_like && def->replacement != nullptr &&
+         memcmp(def->replacement, list, length_of_predef_list(list)) == 0;
 }
 
 a_symbol *enter_predef_macro(const char *value, const char *name, bool cannot_redefine,
@@ -176,7 +177,8 @@ static void enter_macros_of_cplusplus()
 static void enter_version_macro(int major, int minor, int patch)
 {
   char text[64];
-  int length = snprintf(text, sizeof text, "\"ZOK %s %d.%d", gpp_mode ? "g++" : "gcc", major, minor);
+  int length =
+      snprintf(text, sizeof text, "\"ZOK %s %d.%d", gpp_mode ? "g++" : "gcc", major, minor);
   if (patch != 0) length += snprintf(text + length, sizeof text - length, ".%d", patch);
   snprintf(text + length, sizeof text - length, " mode\"");
   enter_predef_macro(text, "__VERSION__", true, false);
@@ -218,7 +220,8 @@ static void enter_macros_of_runtime()
               {"__ZOK_BSD", 0},
               {"__ZOK_SYSV", 0},
               {"__ZOK_ANSIC", 1}};
-  for (auto &row : rows) enter_number_macro(row.name, row.value, true);
+  for (auto &row : rows)
+    enter_number_macro(row.name, row.value, true);
 }
 
 static void enter_builtin_macros()
@@ -276,7 +279,7 @@ void fixup_predefined_macros(const char *date_and_time)
     a_symbol *symbol = find_macro_symbol(find_symbol_header(name, 8));
     if (symbol == nullptr) continue;
     macro_def_of_symbol(symbol)->replacement =
-      encode_predef_value(strcmp(name, "__DATE__") == 0 ? date : time);
+        encode_predef_value(strcmp(name, "__DATE__") == 0 ? date : time);
   }
 }
 
@@ -288,7 +291,7 @@ struct a_predef_file_line {
   char *next;
   unsigned long number;
 };
-}  // namespace
+} // namespace
 
 [[noreturn]] static void bad_predef_line(const a_predef_file_line *line, an_error_code reason)
 {
@@ -306,9 +309,11 @@ static inline bool is_field_separator(char c)
 static char *take_field(a_predef_file_line *line)
 {
   char *p = line->next;
-  while (is_field_separator(*p)) ++p;
+  while (is_field_separator(*p))
+    ++p;
   char *field = p;
-  while (*p != 0 && !is_field_separator(*p)) ++p;
+  while (*p != 0 && !is_field_separator(*p))
+    ++p;
   if (*p != 0) *p++ = 0;
   line->next = p;
   return field;
@@ -325,7 +330,8 @@ static bool modes_apply(const a_predef_file_line *line, char *modes)
     if (!wanted) ++modes;
     if (*modes == 0) bad_predef_line(line, ec_missing_mode_after_comma);
     int mode = pmm_last - 1;
-    while (mode > pmm_none && strcmp(predef_macro_mode_names[mode], modes) != 0) --mode;
+    while (mode > pmm_none && strcmp(predef_macro_mode_names[mode], modes) != 0)
+      --mode;
     if (mode == pmm_none) str_catastrophe(ec_bad_macro_mode_name, modes);
     if ((predef_macro_mode_values[mode] == 1) == wanted) applies = true;
     if (comma == nullptr) return applies;
@@ -335,7 +341,8 @@ static bool modes_apply(const a_predef_file_line *line, char *modes)
 
 static void process_predef_file_line(a_predef_file_line *line)
 {
-  while (is_field_separator(*line->next)) ++line->next;
+  while (is_field_separator(*line->next))
+    ++line->next;
   if (*line->next == 0 || *line->next == '#') return;
   bool applies = modes_apply(line, take_field(line));
   const char *flag = take_field(line);
@@ -346,7 +353,8 @@ static void process_predef_file_line(a_predef_file_line *line)
   }
   const char *name = take_field(line);
   if (*name == 0) bad_predef_line(line, ec_missing_macro_name);
-  while (is_field_separator(*line->next)) ++line->next;
+  while (is_field_separator(*line->next))
+    ++line->next;
   if (applies) enter_predef_macro(line->next, name, cannot_redefine, false);
 }
 

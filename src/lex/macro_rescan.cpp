@@ -9,7 +9,7 @@
 #include "lex/macro_internal.h"
 #include "mem/mem_manage.h"
 
-static an_arg_text rescanned;  // grows as the texts of arguments do
+static an_arg_text rescanned; // grows as the texts of arguments do
 static bool rescan_is_running;
 static bool rescan_was_abandoned;
 
@@ -48,7 +48,8 @@ static char *pass_comment(char *p)
 {
   while (p[0] == '/' && p[1] == '*') {
     char *end = p + 2;
-    while (*end != 0 && !(end[0] == '*' && end[1] == '/')) ++end;
+    while (*end != 0 && !(end[0] == '*' && end[1] == '/'))
+      ++end;
     if (*end == 0) return p;
     p = end + 2;
   }

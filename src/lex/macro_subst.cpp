@@ -13,12 +13,12 @@ namespace {
 // The text being written.
 struct a_substitution {
   a_macro_call *call;
-  char *start;  // of the replacement text
+  char *start; // of the replacement text
   char *to;
-  bool behind_paste;  // the next item joins the text
+  bool behind_paste; // the next item joins the text
   a_concatenation_record **concatenations_tail;
 };
-}  // namespace
+} // namespace
 
 static inline const unsigned char *next_item(const unsigned char *item)
 {
@@ -46,7 +46,7 @@ struct a_string_writer {
     ++length;
   }
 };
-}  // namespace
+} // namespace
 
 // Where the literal that begins at the quote ends: behind its closing quote.
 static const char *end_of_literal(const char *quote, const char *end)
@@ -66,7 +66,8 @@ static const char *write_literal_in_string(a_string_writer *writer, const char *
   for (const char *p = quote; p < literal_end; ++p) {
     if (*p == 0) {
       if (*++p == lesc_null_char) {
-        for (const char *q = "\\000"; *q != 0; ++q) writer->put(*q);
+        for (const char *q = "\\000"; *q != 0; ++q)
+          writer->put(*q);
       }
       continue;
     }
@@ -106,18 +107,14 @@ static unsigned long size_of_replacement(const a_macro_call *call)
        item = next_item(item)) {
     unsigned long operand = operand_of_item(item);
     switch (item[0]) {
-      case rli_text:
-        size += operand;
-        break;
-      case rli_raw_param:
-        size += arg_of_call(call, (unsigned)operand)->raw.length;
-        break;
-      case rli_string_param:
-        size += write_string_of_arg(arg_of_call(call, (unsigned)operand), nullptr);
-        break;
-      case rli_param:
-        size += expanded_text_of_arg(call, arg_of_call(call, (unsigned)operand))->length;
-        break;
+    case rli_text: size += operand; break;
+    case rli_raw_param: size += arg_of_call(call, (unsigned)operand)->raw.length; break;
+    case rli_string_param:
+      size += write_string_of_arg(arg_of_call(call, (unsigned)operand), nullptr);
+      break;
+    case rli_param:
+      size += expanded_text_of_arg(call, arg_of_call(call, (unsigned)operand))->length;
+      break;
     }
   }
   return size;
@@ -136,7 +133,8 @@ static inline void copy_text(a_substitution *s, const char *text, unsigned long 
 static void unmark_last_name(char *start, char *end)
 {
   char *p = end;
-  while (p > start && is_id_char(p[-1])) --p;
+  while (p > start && is_id_char(p[-1]))
+    --p;
   if (p == end || p - start < 2 || p[-2] != 0) return;
   if (p[-1] == lesc_inert_macro || p[-1] == lesc_temp_inert_macro) p[-1] = lesc_token_separator;
 }
@@ -145,8 +143,8 @@ static void write_raw_arg(a_substitution *s, const a_macro_arg *arg, bool before
 {
   const char *text = arg->raw.text;
   unsigned long length = arg->raw.length - 2;
-  if (s->behind_paste && length >= 2 && text[0] == 0
-      && (text[1] == lesc_inert_macro || text[1] == lesc_temp_inert_macro)) {
+  if (s->behind_paste && length >= 2 && text[0] == 0 &&
+      (text[1] == lesc_inert_macro || text[1] == lesc_temp_inert_macro)) {
     text += 2;
     length -= 2;
   }
@@ -159,7 +157,8 @@ static void write_raw_arg(a_substitution *s, const a_macro_arg *arg, bool before
 static void remove_comma_before_empty_rest(a_substitution *s)
 {
   char *p = s->to;
-  while (p > s->start && (p[-1] == ' ' || p[-1] == '\t')) --p;
+  while (p > s->start && (p[-1] == ' ' || p[-1] == '\t'))
+    --p;
   if (p - s->start >= 2 && p[-1] == lesc_token_separator && p[-2] == 0) p -= 2;
   if (p == s->start || p[-1] != ',') return;
   --p;
@@ -171,8 +170,8 @@ static void remove_comma_before_empty_rest(a_substitution *s)
 static void note_concatenation(a_substitution *s, const unsigned char *right)
 {
   if (!check_concatenations || s->to == s->start) return;
-  if ((gcc_mode || gpp_mode) && right[0] == rli_raw_param
-      && is_rest_param(s->call->macro, operand_of_item(right))) {
+  if ((gcc_mode || gpp_mode) && right[0] == rli_raw_param &&
+      is_rest_param(s->call->macro, operand_of_item(right))) {
     return;
   }
   *s->concatenations_tail = alloc_concatenation_record(s->to);
@@ -202,28 +201,26 @@ static void write_replacement(a_substitution *s)
     unsigned long operand = operand_of_item(item);
     const unsigned char *next = next_item(item);
     switch (item[0]) {
-      case rli_text:
-        copy_text(s, (const char *)item + size_of_item, operand);
-        s->behind_paste = false;
-        break;
-      case rli_paste:
-        write_paste(s, next);
-        break;
-      case rli_raw_param:
-        write_raw_arg(s, arg_of_call(s->call, (unsigned)operand), *next == rli_paste);
-        s->behind_paste = false;
-        break;
-      case rli_string_param:
-        s->to += write_string_of_arg(arg_of_call(s->call, (unsigned)operand), s->to);
-        s->behind_paste = false;
-        break;
-      case rli_param: {
-        const an_arg_text *text =
+    case rli_text:
+      copy_text(s, (const char *)item + size_of_item, operand);
+      s->behind_paste = false;
+      break;
+    case rli_paste: write_paste(s, next); break;
+    case rli_raw_param:
+      write_raw_arg(s, arg_of_call(s->call, (unsigned)operand), *next == rli_paste);
+      s->behind_paste = false;
+      break;
+    case rli_string_param:
+      s->to += write_string_of_arg(arg_of_call(s->call, (unsigned)operand), s->to);
+      s->behind_paste = false;
+      break;
+    case rli_param: {
+      const an_arg_text *text =
           expanded_text_of_arg(s->call, arg_of_call(s->call, (unsigned)operand));
-        copy_text(s, text->text, text->length - 2);
-        s->behind_paste = false;
-        break;
-      }
+      copy_text(s, text->text, text->length - 2);
+      s->behind_paste = false;
+      break;
+    }
     }
     item = next;
   }
@@ -235,7 +232,7 @@ static void write_replacement(a_substitution *s)
 void attach_expansion(a_macro_call *call, char *from, char *first_char, char *last_char)
 {
   a_source_line_modif *modif =
-    add_source_line_modif(from, (unsigned)(curr_char_loc - from), first_char, last_char);
+      add_source_line_modif(from, (unsigned)(curr_char_loc - from), first_char, last_char);
   modif->pos = call->position;
   modif->macro = call->macro;
   modif->macro_symbol = call->symbol;

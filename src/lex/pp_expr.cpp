@@ -19,18 +19,18 @@
 
 an_expr_stack_entry **pp_expr_stack_to_cut;
 
-static constexpr int max_nesting = 4000;  // of parentheses, "?:" and unary operators
+static constexpr int max_nesting = 4000; // of parentheses, "?:" and unary operators
 
 static int nesting;
-static bool syntax_fault;  // reported; nothing more of the line is read
+static bool syntax_fault; // reported; nothing more of the line is read
 
 namespace {
 struct a_pp_value {
   an_integer_value value;
   an_integer_kind kind;
-  bool valid;  // false after a fault in computing it
+  bool valid; // false after a fault in computing it
 };
-}  // namespace
+} // namespace
 
 static a_pp_value scan_conditional(bool required);
 
@@ -95,8 +95,9 @@ static an_error_severity severity_of_overflow()
 static void fit_to_kind(a_pp_value *v, bool overflow, bool required)
 {
   bool sign = is_signed(*v);
-  if (sign && (overflow || !le_max_integer_value_of_kind(&v->value, true, v->kind)
-               || cmp_integer_values(&v->value, true, &min_integer_value_of_kind[v->kind], true) < 0)) {
+  if (sign &&
+      (overflow || !le_max_integer_value_of_kind(&v->value, true, v->kind) ||
+       cmp_integer_values(&v->value, true, &min_integer_value_of_kind[v->kind], true) < 0)) {
     report(required, severity_of_overflow(), ec_integer_overflow);
   }
   int width = (int)width_of_kind(v->kind);
@@ -146,25 +147,25 @@ static an_integer_kind convert_to_common_kind(a_pp_value *left, a_pp_value *righ
 static int precedence_of(a_token_kind token)
 {
   switch (token) {
-    case tok_or_or: return 1;
-    case tok_and_and: return 2;
-    case tok_or: return 3;
-    case tok_excl_or: return 4;
-    case tok_ampersand: return 5;
-    case tok_eq:
-    case tok_ne: return 6;
-    case tok_lt:
-    case tok_gt:
-    case tok_le:
-    case tok_ge: return 7;
-    case tok_shift_left:
-    case tok_shift_right: return 8;
-    case tok_plus:
-    case tok_minus: return 9;
-    case tok_star:
-    case tok_divide:
-    case tok_remainder: return 10;
-    default: return 0;
+  case tok_or_or: return 1;
+  case tok_and_and: return 2;
+  case tok_or: return 3;
+  case tok_excl_or: return 4;
+  case tok_ampersand: return 5;
+  case tok_eq:
+  case tok_ne: return 6;
+  case tok_lt:
+  case tok_gt:
+  case tok_le:
+  case tok_ge: return 7;
+  case tok_shift_left:
+  case tok_shift_right: return 8;
+  case tok_plus:
+  case tok_minus: return 9;
+  case tok_star:
+  case tok_divide:
+  case tok_remainder: return 10;
+  default: return 0;
   }
 }
 
@@ -182,8 +183,8 @@ static a_pp_value shift(a_token_kind op, a_pp_value left, const a_pp_value &righ
     report(required, is_gnu ? es_warning : es_error, ec_shift_count_too_large);
     if (!is_gnu) return invalid_value();
     // All bits go: zero, or copies of the sign.
-    bool stays_negative = op == tok_shift_right && is_signed(left)
-                          && value_of_integer_value(&left.value, true, &overflow) < 0;
+    bool stays_negative = op == tok_shift_right && is_signed(left) &&
+                          value_of_integer_value(&left.value, true, &overflow) < 0;
     set_integer_value(&left.value, stays_negative ? -1 : 0);
     return left;
   }
@@ -217,12 +218,12 @@ static bool compare(a_token_kind op, const a_pp_value &left, const a_pp_value &r
   bool sign = is_signed(left);
   int order = cmp_integer_values(&left.value, sign, &right.value, sign);
   switch (op) {
-    case tok_eq: return order == 0;
-    case tok_ne: return order != 0;
-    case tok_lt: return order < 0;
-    case tok_gt: return order > 0;
-    case tok_le: return order <= 0;
-    default: return order >= 0;
+  case tok_eq: return order == 0;
+  case tok_ne: return order != 0;
+  case tok_lt: return order < 0;
+  case tok_gt: return order > 0;
+  case tok_le: return order <= 0;
+  default: return order >= 0;
   }
 }
 
@@ -233,21 +234,19 @@ static a_pp_value apply_binary(a_token_kind op, a_pp_value left, a_pp_value righ
   convert_to_common_kind(&left, &right);
   bool overflow = false;
   switch (op) {
-    case tok_or: or_integer_values(&left.value, &right.value); return left;
-    case tok_excl_or: xor_integer_values(&left.value, &right.value); return left;
-    case tok_ampersand: and_integer_values(&left.value, &right.value); return left;
-    case tok_plus:
-      add_integer_values(&left.value, &right.value, is_signed(left), &overflow);
-      break;
-    case tok_minus:
-      subtract_integer_values(&left.value, &right.value, is_signed(left), &overflow);
-      break;
-    case tok_star:
-      multiply_integer_values(&left.value, &right.value, is_signed(left), &overflow);
-      break;
-    case tok_divide:
-    case tok_remainder: return divide(op, left, right, required);
-    default: return small_value(compare(op, left, right));
+  case tok_or: or_integer_values(&left.value, &right.value); return left;
+  case tok_excl_or: xor_integer_values(&left.value, &right.value); return left;
+  case tok_ampersand: and_integer_values(&left.value, &right.value); return left;
+  case tok_plus: add_integer_values(&left.value, &right.value, is_signed(left), &overflow); break;
+  case tok_minus:
+    subtract_integer_values(&left.value, &right.value, is_signed(left), &overflow);
+    break;
+  case tok_star:
+    multiply_integer_values(&left.value, &right.value, is_signed(left), &overflow);
+    break;
+  case tok_divide:
+  case tok_remainder: return divide(op, left, right, required);
+  default: return small_value(compare(op, left, right));
   }
   fit_to_kind(&left, overflow, required);
   return left;
@@ -259,22 +258,20 @@ static a_pp_value apply_binary(a_token_kind op, a_pp_value left, a_pp_value righ
 static bool is_operator_elsewhere(a_token_kind token)
 {
   switch (token) {
-    case tok_period:
-    case tok_arrow:
-    case tok_plus_plus:
-    case tok_minus_minus:
-    case tok_comma:
-    case tok_colon_colon:
-    case tok_dot_star:
-    case tok_arrow_star:
-    case tok_gnu_min:
-    case tok_gnu_max:
-    case tok_lbracket:
-    case tok_star:
-    case tok_ampersand:
-      return true;
-    default:
-      return token >= tok_assign && token <= tok_or_assign;
+  case tok_period:
+  case tok_arrow:
+  case tok_plus_plus:
+  case tok_minus_minus:
+  case tok_comma:
+  case tok_colon_colon:
+  case tok_dot_star:
+  case tok_arrow_star:
+  case tok_gnu_min:
+  case tok_gnu_max:
+  case tok_lbracket:
+  case tok_star:
+  case tok_ampersand: return true;
+  default: return token >= tok_assign && token <= tok_or_assign;
   }
 }
 
@@ -292,7 +289,8 @@ static void report_undefined_name()
   }
   char name[256];
   unsigned length = len_of_curr_token < sizeof name ? len_of_curr_token : sizeof name - 1;
-  for (unsigned i = 0; i < length; ++i) name[i] = start_of_curr_token[i];
+  for (unsigned i = 0; i < length; ++i)
+    name[i] = start_of_curr_token[i];
   name[length] = 0;
   str_remark(ec_undefined_preproc_id, name);
 }
@@ -325,26 +323,24 @@ static a_pp_value scan_parenthesized(bool required)
 static a_pp_value scan_primary(bool required)
 {
   switch (curr_token) {
-    case tok_int_constant:
-    case tok_char_constant:
-    case tok_true:
-    case tok_false:
-      if (const_for_curr_token.kind == ck_integer) return scan_constant(required);
-      get_token();  // its fault was reported
-      return invalid_value();
-    case tok_identifier:  // a macro that isn't expanded here
-      if (required) report_undefined_name();
-      get_token();
-      return small_value(0);
-    case tok_lparen:
-      return scan_parenthesized(required);
-    case tok_float_constant:
-    case tok_fixed_point_constant:
-    case tok_string_literal:
-      return syntax_error_value(ec_expr_not_integral);
-    default:
-      return syntax_error_value(is_operator_elsewhere(curr_token) ? ec_bad_pp_operator
-                                                                  : ec_exp_primary_expr);
+  case tok_int_constant:
+  case tok_char_constant:
+  case tok_true:
+  case tok_false:
+    if (const_for_curr_token.kind == ck_integer) return scan_constant(required);
+    get_token(); // its fault was reported
+    return invalid_value();
+  case tok_identifier: // a macro that isn't expanded here
+    if (required) report_undefined_name();
+    get_token();
+    return small_value(0);
+  case tok_lparen: return scan_parenthesized(required);
+  case tok_float_constant:
+  case tok_fixed_point_constant:
+  case tok_string_literal: return syntax_error_value(ec_expr_not_integral);
+  default:
+    return syntax_error_value(is_operator_elsewhere(curr_token) ? ec_bad_pp_operator
+                                                                : ec_exp_primary_expr);
   }
 }
 
@@ -390,7 +386,7 @@ static a_pp_value scan_binary(int min_precedence, bool required)
     a_pp_value right = scan_binary(precedence + 1, required && left.valid && !decided);
     if (!left.valid || syntax_fault) {
       left = invalid_value();
-    } else if (decided) {  // the right operand was read for its form only
+    } else if (decided) { // the right operand was read for its form only
       left = small_value(op == tok_or_or);
     } else {
       left = right.valid ? small_value(is_true(right)) : right;

@@ -42,11 +42,12 @@ an_orig_line_modif *orig_line_modif_list;
 an_orig_line_modif *end_orig_line_modif_list;
 
 static constexpr unsigned long initial_line_length = 3000;
-static constexpr unsigned long slack = 32;  // behind the usable part: the copy loop stores whole chunks
+static constexpr unsigned long slack =
+    32; // behind the usable part: the copy loop stores whole chunks
 
 static an_orig_line_modif *avail_orig_line_modifs;
 static unsigned long logical_char_info_capacity;
-static char *start_of_physical_line;  // in the line buffer; follows the buffer when it moves
+static char *start_of_physical_line; // in the line buffer; follows the buffer when it moves
 
 // Offsets from curr_source_line of what is reported once the line is complete; -1 for none.
 static long first_invalid_null;
@@ -62,7 +63,8 @@ static void grow_curr_source_line(unsigned long needed)
 {
   unsigned long old_size = after_end_of_curr_source_line - curr_source_line;
   unsigned long size = old_size;
-  while (size < needed) size *= 2;
+  while (size < needed)
+    size *= 2;
   char *old_start = curr_source_line;
   char *new_start = realloc_buffer(old_start, old_size + slack, size + slack);
   unsigned long used = logical_char_info_entries_used;
@@ -84,12 +86,11 @@ void ensure_min_curr_source_line_length(unsigned long length)
 void add_logical_char_info(char *loc)
 {
   unsigned used = logical_char_info_entries_used;
-  if (used > 0 && logical_char_info[used - 1] >= loc) return;  // this stretch was scanned before
+  if (used > 0 && logical_char_info[used - 1] >= loc) return; // this stretch was scanned before
   if (used == logical_char_info_capacity) {
     unsigned long old_size = logical_char_info_capacity * sizeof(char *);
     logical_char_info_capacity *= 2;
-    logical_char_info =
-      (char **)realloc_buffer((char *)logical_char_info, old_size, old_size * 2);
+    logical_char_info = (char **)realloc_buffer((char *)logical_char_info, old_size, old_size * 2);
   }
   logical_char_info[used] = loc;
   ++logical_char_info_entries_used;
@@ -166,7 +167,7 @@ static void count_physical_line()
   if (curr_ise->lines_counted == curr_ise->next_index_stop) {
     long offset = curr_ise->offset_of_buffer_end - (curr_ise->buffer_end - curr_ise->next_char);
     curr_ise->next_index_stop =
-      update_file_index(curr_ise->first_source_file, curr_ise->lines_counted, offset);
+        update_file_index(curr_ise->first_source_file, curr_ise->lines_counted, offset);
   }
   ++curr_ise->lines_counted;
 }
@@ -187,9 +188,9 @@ static char *copy_plain_characters(char *to, unsigned long room)
   while (limit - from >= 16) {
     __m128i chunk = _mm_loadu_si128((const __m128i *)from);
     _mm_storeu_si128((__m128i *)to, chunk);
-    __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(chunk, newlines),
-                                _mm_or_si128(_mm_cmpeq_epi8(chunk, questions),
-                                             _mm_cmpeq_epi8(chunk, zeros)));
+    __m128i hits =
+        _mm_or_si128(_mm_cmpeq_epi8(chunk, newlines),
+                     _mm_or_si128(_mm_cmpeq_epi8(chunk, questions), _mm_cmpeq_epi8(chunk, zeros)));
     unsigned mask = (unsigned)_mm_movemask_epi8(hits);
     if (mask != 0) {
       unsigned count = (unsigned)__builtin_ctz(mask);
@@ -201,7 +202,8 @@ static char *copy_plain_characters(char *to, unsigned long room)
     to += 16;
   }
 #else
-  while (limit - from >= 16 && *from != '\n' && *from != '?' && *from != 0) *to++ = *from++;
+  while (limit - from >= 16 && *from != '\n' && *from != '?' && *from != 0)
+    *to++ = *from++;
 #endif
   curr_ise->next_char = (char *)from;
   return to;
@@ -223,16 +225,16 @@ static bool is_trailing_byte(const char *loc, const char **known_start)
 static char trigraph_value(int third)
 {
   switch (third) {
-    case '=': return '#';
-    case '(': return '[';
-    case '/': return '\\';
-    case ')': return ']';
-    case '\'': return '^';
-    case '<': return '{';
-    case '!': return '|';
-    case '>': return '}';
-    case '-': return '~';
-    default: return 0;
+  case '=': return '#';
+  case '(': return '[';
+  case '/': return '\\';
+  case ')': return ']';
+  case '\'': return '^';
+  case '<': return '{';
+  case '!': return '|';
+  case '>': return '}';
+  case '-': return '~';
+  default: return 0;
   }
 }
 
@@ -261,8 +263,8 @@ static char *copy_question_mark(char *to, long *known_start)
   to -= 2;
   *to = value;
   add_orig_line_modif(to, olm_trigraph)->variant.character = (char)third;
-  if (check_misra_c_2004) pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_2,
-                                         {seq_number_last_read, 1});
+  if (check_misra_c_2004)
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_2, {seq_number_last_read, 1});
   return to + 1;
 }
 
@@ -333,10 +335,12 @@ static char *find_splice(char **to)
 {
   char *start = start_of_physical_line;
   char *end = *to;
-  while (end > start && end[-1] == '\r') --end;
+  while (end > start && end[-1] == '\r')
+    --end;
   *to = end;
   char *p = end;
-  while (p > start && is_blank_before_newline(p[-1])) --p;
+  while (p > start && is_blank_before_newline(p[-1]))
+    --p;
   if (p == start || p[-1] != '\\') return nullptr;
   if (multibyte_chars_in_source_enabled) {
     const char *known = start;
@@ -394,10 +398,10 @@ static void report_at_offset(an_error_severity severity, an_error_code code, lon
 
 static void report_line_faults(a_line_end line_end)
 {
-  if (__builtin_expect(line_end == le_newline && first_invalid_null < 0 && first_ignored_trigraph < 0
-                         && is_null_position(first_white_space_splice)
-                         && is_null_position(first_failed_splice),
-                       1)) {
+  if (__builtin_expect(
+          line_end == le_newline && first_invalid_null < 0 && first_ignored_trigraph < 0 &&
+              is_null_position(first_white_space_splice) && is_null_position(first_failed_splice),
+          1)) {
     return;
   }
   if (first_invalid_null >= 0) report_at_offset(es_error, ec_invalid_char, first_invalid_null);
@@ -514,7 +518,7 @@ bool read_logical_source_line(bool pop_at_eof, bool append_to_line)
   if (delete_source_from_loc != nullptr) delete_source_from_loc = curr_source_line;
   if (generate_pp_output) {
     do_not_put_curr_line_in_pp_output =
-      currently_in_pp_if_skip || (in_preprocessing_directive && !pass_pp_directive_to_output);
+        currently_in_pp_if_skip || (in_preprocessing_directive && !pass_pp_directive_to_output);
   }
   note_kind_of_output_line();
   report_line_faults(line_end);
@@ -587,5 +591,6 @@ void lexical_trans_unit_init()
 
 void lexical_trans_unit_wrapup()
 {
-  while (input_stack_depth >= 0) pop_input_stack();
+  while (input_stack_depth >= 0)
+    pop_input_stack();
 }

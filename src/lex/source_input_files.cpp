@@ -32,7 +32,7 @@ static constexpr unsigned long block_slack = 64;
 static constexpr unsigned history_table_size = 1024;
 
 static int input_stack_capacity;
-static char *free_input_blocks;  // chained through their first bytes
+static char *free_input_blocks; // chained through their first bytes
 static an_include_file_history *include_history_table[history_table_size];
 
 //---------------------------------------------------------------------------------------------
@@ -81,7 +81,7 @@ void find_include_history(const char *name, an_include_file_history **history, b
   *history = nullptr;
   if (!create) return;
   an_include_file_history *h =
-    (an_include_file_history *)alloc_in_region(0, sizeof(an_include_file_history));
+      (an_include_file_history *)alloc_in_region(0, sizeof(an_include_file_history));
   memset((void *)h, 0, sizeof(*h));
   char *copy = (char *)alloc_in_region(0, strlen(name) + 1);
   strcpy(copy, name);
@@ -143,8 +143,8 @@ static void ensure_input_stack_space()
   // Deep include trees grow by more than a step, so that copying stays linear.
   if (capacity < input_stack_capacity * 2) capacity = input_stack_capacity * 2;
   input_stack = (an_input_stack_entry *)realloc_buffer(
-    (char *)input_stack, input_stack_capacity * sizeof(an_input_stack_entry),
-    capacity * sizeof(an_input_stack_entry));
+      (char *)input_stack, input_stack_capacity * sizeof(an_input_stack_entry),
+      capacity * sizeof(an_input_stack_entry));
   input_stack_capacity = capacity;
 }
 
@@ -225,8 +225,8 @@ void push_input_stack(const a_file_to_push &file)
   if (input_stack_depth >= 0) {
     curr_ise = &input_stack[input_stack_depth];
     if (pushed.is_include) {
-      is_system_header = pushed.dir_entry != nullptr ? pushed.dir_entry->is_system
-                                                     : curr_ise->is_system_header;
+      is_system_header =
+          pushed.dir_entry != nullptr ? pushed.dir_entry->is_system : curr_ise->is_system_header;
     }
     parent = curr_ise->curr_source_file;
     close_includer_if_deep();
@@ -257,8 +257,8 @@ static void settle_include_guard(an_input_stack_entry *ise)
   }
   bool is_guarded = ise->ifg_state <= ifg_after_guard || ise->ifg_state == ifg_once;
   if (is_guarded) ise->include_history->can_be_skipped = true;
-  if (check_misra_c_2004 && input_stack_depth > 0 && !is_guarded
-      && ise->ifg_state != ifg_in_guard && ise->include_history->guard_kind == guard_none) {
+  if (check_misra_c_2004 && input_stack_depth > 0 && !is_guarded &&
+      ise->ifg_state != ifg_in_guard && ise->include_history->guard_kind == guard_none) {
     diagnostic(misra_required_severity, ec_misra_c_2004_19_15);
   }
 }
@@ -270,8 +270,8 @@ static void resume_includer()
   if (ise->file == nullptr) {
     a_unicode_source_kind_tag kind;
     ise->file = reopen_source_file(ise->full_name, &kind);
-    if (ise->file == nullptr || kind != ise->unicode_kind
-        || lseek(fileno(ise->file), ise->saved_offset, SEEK_SET) < 0) {
+    if (ise->file == nullptr || kind != ise->unicode_kind ||
+        lseek(fileno(ise->file), ise->saved_offset, SEEK_SET) < 0) {
       an_open_file_result result = {};
       result.bits = off_system_error;
       file_open_error(es_catastrophe, ec_file_kind_source, ise->full_name, &result);
@@ -305,9 +305,9 @@ void pop_input_stack()
   }
   curr_ise = &input_stack[input_stack_depth];
   resume_includer();
-  pop_primary_include_search_dir(
-    input_stack_depth == 0 ? dir_name_of_primary_source_file : curr_ise->directory,
-    curr_ise->is_system_header);
+  pop_primary_include_search_dir(input_stack_depth == 0 ? dir_name_of_primary_source_file
+                                                        : curr_ise->directory,
+                                 curr_ise->is_system_header);
   if (!conditionals_span_files()) base_pp_if_stack_depth = curr_ise->saved_pp_if_depth;
   if (was_preinclude) push_next_preinclude_file();
 }
@@ -316,8 +316,9 @@ void pop_input_stack()
 // Opening.
 
 void open_file_and_push_input_stack(const char *name, bool use_search_path, bool is_include,
-                                    bool angle_bracket, bool is_preinclude, bool is_macro_preinclude,
-                                    bool search_after_current_dir, bool failure_is_error)
+                                    bool angle_bracket, bool is_preinclude,
+                                    bool is_macro_preinclude, bool search_after_current_dir,
+                                    bool failure_is_error)
 {
   a_source_file_request request = {};
   request.name = name;

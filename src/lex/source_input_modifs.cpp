@@ -25,10 +25,10 @@ a_source_line_modif *last_source_line_modif_exited_while_skipping_white_space;
 static constexpr unsigned long initial_modif_hash_size = 8192;
 static a_source_line_modif **modif_hash_table;
 static unsigned long modif_hash_size;
-static unsigned long modif_count;  // records in the table
+static unsigned long modif_count; // records in the table
 static a_source_line_modif *avail_source_line_modifs;
-static a_source_line_modif *last_found_modif;  // the text that the scanner is in, most of the time
-static unsigned last_sequence_id;              // sequence ids of this line's modifications
+static a_source_line_modif *last_found_modif; // the text that the scanner is in, most of the time
+static unsigned last_sequence_id;             // sequence ids of this line's modifications
 
 //---------------------------------------------------------------------------------------------
 // The hash table.
@@ -169,8 +169,8 @@ static void attach_source_line_modif(a_source_line_modif *modif, char *location,
   }
 }
 
-a_source_line_modif *add_source_line_modif(char *location, unsigned deletion_count, char *first_char,
-                                           char *last_char)
+a_source_line_modif *add_source_line_modif(char *location, unsigned deletion_count,
+                                           char *first_char, char *last_char)
 {
   a_source_line_modif *modif = alloc_source_line_modif();
   modif->first_char = first_char;
@@ -365,7 +365,7 @@ struct a_moved_buffer {
     if (*pointer >= start && *pointer <= end) *pointer += shift;
   }
 };
-}  // namespace
+} // namespace
 
 static void move_source_line_modif(a_source_line_modif *modif, const a_moved_buffer &moved)
 {
@@ -383,8 +383,8 @@ static void move_source_line_modif(a_source_line_modif *modif, const a_moved_buf
   }
 }
 
-void adjust_curr_source_line_structure_after_realloc(char *old_start, char *old_end, char *new_start,
-                                                     bool modifs_too)
+void adjust_curr_source_line_structure_after_realloc(char *old_start, char *old_end,
+                                                     char *new_start, bool modifs_too)
 {
   a_moved_buffer moved = {old_start, old_end, new_start - old_start};
   if (moved.shift == 0) return;
@@ -404,6 +404,7 @@ void adjust_curr_source_line_structure_after_realloc(char *old_start, char *old_
   moved.fix(&start_of_curr_token);
   moved.fix(&end_of_curr_token);
   if (new_start == curr_source_line) {
-    for (unsigned i = 0; i < logical_char_info_entries_used; ++i) moved.fix(&logical_char_info[i]);
+    for (unsigned i = 0; i < logical_char_info_entries_used; ++i)
+      moved.fix(&logical_char_info[i]);
   }
 }

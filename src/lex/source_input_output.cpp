@@ -19,15 +19,16 @@ unsigned char pp_lexical_category[256];
 a_seq_number next_seq_in_pp_output;
 
 static constexpr unsigned long initial_output_length = 3000;
-static constexpr unsigned max_gap_in_pp_output = 5;  // lines left out before a line marker is shorter
+static constexpr unsigned max_gap_in_pp_output =
+    5; // lines left out before a line marker is shorter
 
-static char *output_buffer;  // the text of the line being written
+static char *output_buffer; // the text of the line being written
 static unsigned long output_capacity;
 static unsigned long output_length;
 
-static char raw_listing_kind;       // N or S; 0: the line was recorded
-static bool expanded_line_is_due;   // and its expansion was not
-static bool start_text_was_output;  // of a line that is itself left out
+static char raw_listing_kind;      // N or S; 0: the line was recorded
+static bool expanded_line_is_due;  // and its expansion was not
+static bool start_text_was_output; // of a line that is itself left out
 
 //---------------------------------------------------------------------------------------------
 // Which characters join.
@@ -67,14 +68,14 @@ bool chars_could_join(char before, char prev, char next)
 namespace {
 struct a_line_walk {
   char *place;
-  a_source_line_modif *text;      // the replacement text that `place` is in; null for the line
-  bool keep_apart;                // blanks are put where tokens could join
-  bool crossed;                   // a border of texts was passed since the last character
-  bool replacement_seen;          // a modification other than a comment's was passed
-  bool line_ended;                // the last thing written is a newline
-  char null_char;                 // stands for a null character of the source
+  a_source_line_modif *text; // the replacement text that `place` is in; null for the line
+  bool keep_apart;           // blanks are put where tokens could join
+  bool crossed;              // a border of texts was passed since the last character
+  bool replacement_seen;     // a modification other than a comment's was passed
+  bool line_ended;           // the last thing written is a newline
+  char null_char;            // stands for a null character of the source
 };
-}  // namespace
+} // namespace
 
 static inline void put_output(char c)
 {
@@ -87,7 +88,8 @@ static inline void ensure_output_space(unsigned long length)
   unsigned long needed = output_length + length + 2;
   if (needed <= output_capacity) return;
   unsigned long capacity = output_capacity;
-  while (capacity < needed) capacity *= 2;
+  while (capacity < needed)
+    capacity *= 2;
   output_buffer = realloc_buffer(output_buffer, output_capacity, capacity);
   output_capacity = capacity;
 }
@@ -137,7 +139,8 @@ static bool walk_to_newline(a_line_walk *walk)
   for (;;) {
     char *start = walk->place;
     char *p = start;
-    while (*p != 0 && *p != modif_mark) ++p;
+    while (*p != 0 && *p != modif_mark)
+      ++p;
     walk->place = p;
     if (p != start) copy_to_output(walk, start, p - start);
     if (*p == modif_mark) {
@@ -145,28 +148,23 @@ static bool walk_to_newline(a_line_walk *walk)
       continue;
     }
     switch (p[1]) {
-      case lesc_end_of_buffer:
-        return false;
-      case lesc_newline:
-        ensure_output_space(1);
-        put_output('\n');
-        walk->line_ended = true;
-        walk->place = p + 2;
-        return true;
-      case lesc_end_of_modif:
-        leave_text(walk);
-        break;
-      case lesc_token_separator:
-        walk->crossed = true;
-        walk->place = p + 2;
-        break;
-      case lesc_null_char:
-        copy_to_output(walk, &walk->null_char, 1);
-        walk->place = p + 2;
-        break;
-      default:
-        walk->place = p + 2;
-        break;
+    case lesc_end_of_buffer: return false;
+    case lesc_newline:
+      ensure_output_space(1);
+      put_output('\n');
+      walk->line_ended = true;
+      walk->place = p + 2;
+      return true;
+    case lesc_end_of_modif: leave_text(walk); break;
+    case lesc_token_separator:
+      walk->crossed = true;
+      walk->place = p + 2;
+      break;
+    case lesc_null_char:
+      copy_to_output(walk, &walk->null_char, 1);
+      walk->place = p + 2;
+      break;
+    default: walk->place = p + 2; break;
     }
   }
 }
@@ -205,7 +203,8 @@ static void synchronize_pp_output()
     return;
   }
   if (gen_line_info_in_pp_output) {
-    for (a_seq_number i = 0; i < gap; ++i) write_pp_output("\n", 1);
+    for (a_seq_number i = 0; i < gap; ++i)
+      write_pp_output("\n", 1);
   }
   next_seq_in_pp_output = curr_seq_number;
 }
@@ -235,8 +234,8 @@ void gen_pp_output_for_curr_line()
   }
   do_not_put_curr_line_in_pp_output = true;
   start_text_was_output = true;
-  if (next_seq_in_pp_output != curr_seq_number && prev_pp_output_line_was_complete
-      && line_start_source_line_modif == nullptr) {
+  if (next_seq_in_pp_output != curr_seq_number && prev_pp_output_line_was_complete &&
+      line_start_source_line_modif == nullptr) {
     synchronize_pp_output();
   }
   if (current_line_is_plain()) {
@@ -250,7 +249,8 @@ void gen_pp_output_for_curr_line()
   }
   a_line_walk walk = start_of_walk(0);
   output_length = 0;
-  while (walk_to_newline(&walk)) ++next_seq_in_pp_output;
+  while (walk_to_newline(&walk))
+    ++next_seq_in_pp_output;
   write_pp_output(output_buffer, output_length);
   if (output_length > 0) prev_pp_output_line_was_complete = walk.line_ended;
 }
@@ -300,23 +300,21 @@ static char *undo_orig_line_modif(const an_orig_line_modif *modif, char *place)
 {
   ensure_output_space(4);
   switch (modif->kind) {
-    case olm_trigraph:
-      put_output('?');
-      put_output('?');
-      put_output(modif->variant.character);
-      return place + 1;
-    case olm_splice:
-      put_output('\\');
-      put_output('\n');
-      put_output(raw_listing_kind);
-      return place;
-    case olm_newline_in_string:
-      put_output('\n');
-      put_output(raw_listing_kind);
-      return place + 2;
-    case olm_null_char:
-      put_output(' ');
-      return place + 2;
+  case olm_trigraph:
+    put_output('?');
+    put_output('?');
+    put_output(modif->variant.character);
+    return place + 1;
+  case olm_splice:
+    put_output('\\');
+    put_output('\n');
+    put_output(raw_listing_kind);
+    return place;
+  case olm_newline_in_string:
+    put_output('\n');
+    put_output(raw_listing_kind);
+    return place + 2;
+  case olm_null_char: put_output(' '); return place + 2;
   }
   return place;
 }

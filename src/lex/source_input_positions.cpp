@@ -11,7 +11,7 @@
 #include "mem/mem_manage.h"
 #include "mem/registered_vars.h"
 
-static a_seq_number_lookup_entry **segments;  // sorted by sequence number
+static a_seq_number_lookup_entry **segments; // sorted by sequence number
 static unsigned long segment_count;
 static unsigned long segment_capacity;
 
@@ -21,7 +21,7 @@ static struct {
   a_seq_number last;
   long line_delta;
   bool physical;
-  a_source_file *file;  // null: nothing is known
+  a_source_file *file; // null: nothing is known
 } last_answer;
 
 //---------------------------------------------------------------------------------------------
@@ -57,11 +57,11 @@ static long count_logical_char_info(const char *from, const char *to)
 // Where a walk along the original modifications has come.  Locations mostly ascend, so the next walk
 // goes on from there.
 static struct {
-  const an_orig_line_modif *list;    // of the line that was walked
+  const an_orig_line_modif *list; // of the line that was walked
   const char *line_buffer;
   a_seq_number line_seq;
-  const an_orig_line_modif *passed;  // the last record that was passed, or null
-  const char *place;                 // behind all that were
+  const an_orig_line_modif *passed; // the last record that was passed, or null
+  const char *place;                // behind all that were
   const char *line_start;
   a_seq_number seq;
   long adjustment;
@@ -80,25 +80,25 @@ static void start_orig_walk()
 static bool pass_orig_modif(const an_orig_line_modif *m, const char *location)
 {
   switch (m->kind) {
-    case olm_splice:
-    case olm_newline_in_string: {
-      const char *line_start = m->kind == olm_splice ? m->location : m->location + 2;
-      // The escape that ends the line stays on the line that the splice ended.
-      if (location < line_start) return false;
-      if (location == line_start && location == end_of_curr_source_line) return false;
-      orig_walk.line_start = line_start;
-      orig_walk.seq = m->variant.seq;
-      orig_walk.adjustment = 0;
-      return true;
-    }
-    case olm_trigraph:
-      if (m->location >= location) return false;
-      orig_walk.adjustment += 2;
-      return true;
-    case olm_null_char:
-      if (m->location >= location) return false;
-      orig_walk.adjustment -= 1;
-      return true;
+  case olm_splice:
+  case olm_newline_in_string: {
+    const char *line_start = m->kind == olm_splice ? m->location : m->location + 2;
+    // The escape that ends the line stays on the line that the splice ended.
+    if (location < line_start) return false;
+    if (location == line_start && location == end_of_curr_source_line) return false;
+    orig_walk.line_start = line_start;
+    orig_walk.seq = m->variant.seq;
+    orig_walk.adjustment = 0;
+    return true;
+  }
+  case olm_trigraph:
+    if (m->location >= location) return false;
+    orig_walk.adjustment += 2;
+    return true;
+  case olm_null_char:
+    if (m->location >= location) return false;
+    orig_walk.adjustment -= 1;
+    return true;
   }
   return false;
 }
@@ -106,13 +106,13 @@ static bool pass_orig_modif(const an_orig_line_modif *m, const char *location)
 // The position of a place in the line buffer.
 static a_source_position position_in_line(const char *location)
 {
-  if (orig_walk.list != orig_line_modif_list || orig_walk.line_buffer != curr_source_line
-      || orig_walk.line_seq != curr_seq_number || location < orig_walk.place) {
+  if (orig_walk.list != orig_line_modif_list || orig_walk.line_buffer != curr_source_line ||
+      orig_walk.line_seq != curr_seq_number || location < orig_walk.place) {
     start_orig_walk();
   }
   for (;;) {
     const an_orig_line_modif *next =
-      orig_walk.passed == nullptr ? orig_walk.list : orig_walk.passed->next;
+        orig_walk.passed == nullptr ? orig_walk.list : orig_walk.passed->next;
     if (next == nullptr || !pass_orig_modif(next, location)) break;
     orig_walk.passed = next;
   }
@@ -152,7 +152,7 @@ void conv_line_loc_to_source_pos_full(char *location, a_source_position *result)
     *result = position_in_line(location);
     return;
   }
-  if (pos_of_macro_invocation.seq != 0) {  // all of an expansion stands where the call does
+  if (pos_of_macro_invocation.seq != 0) { // all of an expansion stands where the call does
     *result = pos_of_macro_invocation;
     return;
   }
@@ -193,7 +193,7 @@ static void add_segment(a_source_file *file, a_seq_number seq, a_line_number lin
     if (segment_count == segment_capacity) {
       unsigned long capacity = segment_capacity == 0 ? 1024 : segment_capacity * 2;
       segments = (a_seq_number_lookup_entry **)realloc_buffer(
-        (char *)segments, segment_capacity * sizeof(*segments), capacity * sizeof(*segments));
+          (char *)segments, segment_capacity * sizeof(*segments), capacity * sizeof(*segments));
       segment_capacity = capacity;
     }
     a_seq_number_lookup_entry *entry = alloc_seq_number_lookup_entry();
@@ -264,7 +264,8 @@ a_source_file *record_start_of_source_file(const a_source_file_start &start)
   file->is_top_level = start.parent == nullptr;
   if (start.parent == nullptr) {
     a_source_file **link = &il_header.source_files;
-    while (*link != nullptr) link = &(*link)->next_sibling;
+    while (*link != nullptr)
+      link = &(*link)->next_sibling;
     *link = file;
   } else {
     if (start.parent->last_child == nullptr) {
@@ -313,7 +314,7 @@ static a_source_file *find_in_tree(a_source_file *file, a_seq_number seq, bool a
                                    a_line_number *line)
 {
   a_source_file *physical_file = file;
-  unsigned long passed = 0;  // numbers since the physical file's first that are lines of other files
+  unsigned long passed = 0; // numbers since the physical file's first that are lines of other files
   while (!at_end_of_file) {
     a_source_file *child = file->first_child;
     while (child != nullptr && !holds(child, seq)) {
@@ -345,8 +346,8 @@ a_source_file *source_file_for_seq(a_seq_number seq, a_line_number *line, bool *
   *line = 0;
   *at_end_of_file = false;
   if (seq == 0 || il_header.source_files == nullptr) return nullptr;
-  if (last_answer.file != nullptr && seq >= last_answer.first && seq <= last_answer.last
-      && last_answer.physical == physical) {
+  if (last_answer.file != nullptr && seq >= last_answer.first && seq <= last_answer.last &&
+      last_answer.physical == physical) {
     *line = seq + last_answer.line_delta;
     return last_answer.file;
   }
@@ -393,10 +394,11 @@ a_source_file *eff_primary_source_file()
   a_source_file *primary = il_header.source_files;
   if (primary == nullptr) return nullptr;
   a_source_file *child = primary->first_child;
-  while (child != nullptr && child->is_preinclude) child = child->next_sibling;
+  while (child != nullptr && child->is_preinclude)
+    child = child->next_sibling;
   // A preprocessed input names its source in an opening line marker.
-  bool is_marker = child != nullptr && child->full_name == nullptr && child->first_seq_number == 2
-                   && child->first_line_number == 1;
+  bool is_marker = child != nullptr && child->full_name == nullptr &&
+                   child->first_seq_number == 2 && child->first_line_number == 1;
   return is_marker ? child : primary;
 }
 
@@ -415,8 +417,8 @@ bool seq_is_in_include_file(a_seq_number seq)
   a_source_file *file = source_file_for_seq(seq, &line, &at_end, false);
   if (file == nullptr) return false;
   if (file->is_include_file) return true;
-  return file->full_name == nullptr
-         && strcmp(file->file_name, eff_primary_source_file()->file_name) != 0;
+  return file->full_name == nullptr &&
+         strcmp(file->file_name, eff_primary_source_file()->file_name) != 0;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -427,7 +429,7 @@ static constexpr unsigned first_interval = 100;
 
 namespace {
 struct a_file_index {
-  a_file_index *next;  // most recently used first
+  a_file_index *next; // most recently used first
   a_file_index *prev;
   a_source_file *file;
   unsigned count;
@@ -435,7 +437,7 @@ struct a_file_index {
   a_line_number lines[file_index_size];
   long offsets[file_index_size];
 };
-}  // namespace
+} // namespace
 
 static a_file_index *file_index_list;
 
@@ -479,7 +481,8 @@ static void thin_out_file_index(a_file_index *index)
 {
   a_line_number step = index->lines[file_index_size - 1] / 5;
   unsigned dropped = 0;
-  while (dropped < 5 && index->lines[dropped] >= (dropped + 1) * step) ++dropped;
+  while (dropped < 5 && index->lines[dropped] >= (dropped + 1) * step)
+    ++dropped;
   for (unsigned i = dropped; i + 1 < file_index_size; ++i) {
     index->lines[i] = index->lines[i + 1];
     index->offsets[i] = index->offsets[i + 1];
