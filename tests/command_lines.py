@@ -11,7 +11,18 @@ import support
 ROW = re.compile(r'(command_line|fatal|warning) (\w+): (.*)')
 FOUND = re.compile(r'(Command-line error|Fatal error|Warning|fatal error|warning|error|remark) #(\d+)')
 KINDS = {'command_line': 'command-line error', 'fatal': 'fatal error', 'warning': 'warning'}
-SOURCES = {'x.c': 'int n;\n', 'includes_y.c': '#include <y.h>\n', 'nested.opt': '-@ nested.opt\n'}
+MACROS = 'lib/predefined_macros.txt'
+SOURCES = {
+    'x.c': b'int n;\n',
+    'not_utf8.c': b'char *text = "a\xff(";\n',
+    'nested.opt': b'-@ nested.opt\n',
+    'unknown_mode/' + MACROS: b'no_such_mode yes NAME 1\n',
+    'no_flag/' + MACROS: b'all yes NAME 1\nall\n',
+    'bad_flag/' + MACROS: b'all maybe NAME 1\n',
+    'no_name/' + MACROS: b'all yes\n',
+    'no_mode/' + MACROS: b'gnu, yes NAME 1\n',
+    'repeated/' + MACROS: b'all yes NAME 1\nall yes NAME 2\n',
+}
 
 
 def tags():
@@ -23,9 +34,11 @@ def first_message(rvparse, words):
     """(kind in small letters, number) of the first message; stands for itself when nothing came or the run crashed."""
     with tempfile.TemporaryDirectory() as folder:
         for name, text in SOURCES.items():
-            open(os.path.join(folder, name), 'w').write(text)
-        run = support.run([rvparse, '--display_error_number', '--brief_diagnostics'] + words, cwd=folder, timeout=20,
-                          stdin=subprocess.DEVNULL)
+            os.makedirs(os.path.dirname(os.path.join(folder, name)), exist_ok=True)
+            open(os.path.join(folder, name), 'wb').write(text)
+        locale = words.pop(0) if words[0].startswith('LC_ALL=') else 'LC_ALL=C'
+        run = support.run(['env', locale, rvparse, '--display_error_number', '--brief_diagnostics'] + words, cwd=folder,
+                          timeout=20, stdin=subprocess.DEVNULL)
     found = FOUND.search(run.stderr.decode(errors='replace'))
     expected_status = 0 if found and found.group(1).lower() == 'warning' else 4
     if not found or run.returncode != expected_status:

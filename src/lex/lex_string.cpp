@@ -23,7 +23,7 @@ static inline bool needs_attention(char c)
 
 static void report_null_char(char *loc, an_error_code code)
 {
-  if (fetch_pp_tokens) return;
+  if (fetch_pp_tokens && code != ec_null_char_in_header_name) return;
   a_source_position position;
   conv_line_loc_to_source_pos(loc, &position);
   pos_warning(code, position);

@@ -318,10 +318,10 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
   misra_checks(&decision, variable);
   set_name_linkage(&decision, symbol, &variable->source_corresp);
   update_variable_decl_modifiers(state);
+  variable->declared_register |= state->storage_class == sc_register;
   attach_decl_attributes(state, symbol->declared);
   variable_asm_name(state, variable, was_defined);
   variable->visibility = visibility_with_default(variable->visibility, &variable->source_corresp);
-  variable->declared_register |= state->storage_class == sc_register;
   record_symbol_declaration(flags, symbol, &locator->position,
                             positions_of(&variable->source_corresp, pos_block));
   if (decision.linkage == idl_none && variable->storage_class == sc_static) {
