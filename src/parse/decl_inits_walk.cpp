@@ -287,7 +287,8 @@ static bool check_flexible_array(an_init_pos_state *level, a_source_position pos
     pos_error(ec_cannot_init_auto_flexible_array_member, pos);
     return false;
   }
-  if (level->walk->level_depth > 1) {
+  // GNU C takes a string there: whoever writes one knows that the object around ends with room for it.
+  if (level->walk->level_depth > 1 && (C_dialect == 2 || curr_token != tok_string_literal)) {
     pos_error(ec_cannot_initialize_indirect_flexible_array, pos);
     return false;
   }
