@@ -89,11 +89,12 @@ void mark_primary_decl_attributes(an_attribute *list)
   for (; list; list = list->next) list->is_shared = true;
 }
 
-void report_bad_attribute_target(an_attribute *attribute)
+void report_bad_attribute_target(an_attribute *attribute, an_il_entry_kind kind)
 {
-  // An attribute of GNU C that stands on the wrong thing is ignored there.
-  bool is_gnu = attribute->syntax == asy_gnu;
-  pos_st_diagnostic(is_gnu ? es_warning : es_error, ec_wrong_entity_for_attribute,
+  // GNU C ignores it on a type that it doesn't help to define.
+  bool defines_tag = attribute->location == al_tag || attribute->location == al_after_body;
+  bool is_ignored = attribute->syntax == asy_gnu && kind == iek_type && !defines_tag;
+  pos_st_diagnostic(is_ignored ? es_warning : es_error, ec_wrong_entity_for_attribute,
                     attribute->position, attribute->name);
   attribute->kind = ak_dropped;
 }
@@ -242,7 +243,7 @@ static bool may_stand_on(an_attribute *attribute, const char *alternatives, cons
     while (*p && *p != '|') ++p;
     if (*p == '\0') break;
   }
-  report_bad_attribute_target(attribute);
+  report_bad_attribute_target(attribute, kind);
   return false;
 }
 

@@ -59,7 +59,7 @@ an_attribute *take_type_attributes(an_attribute **list);
 an_attribute **f_last_attribute_link(an_attribute **list);
 an_attribute *f_find_attribute(an_attribute_kind kind, an_attribute *list);
 void mark_primary_decl_attributes(an_attribute *list);
-void report_bad_attribute_target(an_attribute *attribute);
+void report_bad_attribute_target(an_attribute *attribute, an_il_entry_kind kind);
 an_attribute *copy_of_attributes_list(an_attribute *list);
 // `b`'s attributes that `a` lacks, appended to a copy of `a`.
 an_attribute *composite_attributes(an_attribute *a, an_attribute *b);

@@ -83,8 +83,13 @@ static void align_variable(an_attribute *attribute, a_variable *variable, uint32
   if (alignment > variable->alignment) variable->alignment = alignment;
 }
 
-static void align_routine(a_routine *routine, uint32_t alignment)
+// GNU: functions came to `aligned` late.
+static void align_routine(an_attribute *attribute, a_routine *routine, uint32_t alignment)
 {
+  if (attribute->syntax == asy_gnu && gnu_version < 40300) {
+    report_bad_attribute_target(attribute, iek_routine);
+    return;
+  }
   if (alignment > routine->alignment) routine->alignment = alignment;
 }
 
@@ -111,8 +116,8 @@ static void *apply_aligned(an_attribute *attribute, void *entity, an_il_entry_ki
     case iek_field: align_field(attribute, (a_field *)entity, alignment); break;
     case iek_variable: align_variable(attribute, (a_variable *)entity, alignment); break;
     case iek_type: align_type((a_type *)entity, alignment); break;
-    case iek_routine: align_routine((a_routine *)entity, alignment); break;
-    default: report_bad_attribute_target(attribute); break;
+    case iek_routine: align_routine(attribute, (a_routine *)entity, alignment); break;
+    default: report_bad_attribute_target(attribute, kind); break;
   }
   return entity;
 }

@@ -1,12 +1,13 @@
 // options: -n
 // proves: what an attribute may stand on, and the conditions on it
 static int a __attribute__((weak));  // expect: error attribute_requires_external_linkage
-int b __attribute__((constructor));  // expect: warning wrong_entity_for_attribute
-int c __attribute__((gnu_inline));   // expect: warning wrong_entity_for_attribute
-struct s { int m __attribute__((section("x"))); };  // expect: warning wrong_entity_for_attribute
+int b __attribute__((constructor));  // expect: error wrong_entity_for_attribute
+int c __attribute__((gnu_inline));   // expect: error wrong_entity_for_attribute
+struct s { int m __attribute__((section("x"))); };  // expect: error wrong_entity_for_attribute
 struct t;
 struct __attribute__((packed)) t *head;  // expect: warning attribute_ignored_on_incomplete_class_decl
 struct t __attribute__((packed)) *ptr;  // expect: warning wrong_entity_for_attribute
+void early(void) __attribute__((constructor(101)));  // expect: error arguments_provided_for_attribute
 int f(void)
 {
   int local __attribute__((section("x"))) = 1;  // expect: error attr_disallows_automatic_storage
