@@ -10,6 +10,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "il/il_walk.h"
+#include "mem/stack_limit.h"
 
 // --- Setters -------------------------------------------------------------------------------------
 
@@ -536,6 +537,7 @@ static void copy_elements(a_constant *aggregate, bool in_file_scope)
 
 a_constant *copy_constant_full(const a_constant *constant, bool in_file_scope)
 {
+  check_recursion();
   a_constant *copy = alloc_unshared_constant_full(constant, in_file_scope);
   switch (copy->kind) {
   case ck_aggregate: copy_elements(copy, in_file_scope); break;

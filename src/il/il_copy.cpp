@@ -3,6 +3,7 @@
 //          initialization. Scopes and named variables are shared: a block printed twice declares
 //          them twice.
 #include "il/il.h"
+#include "mem/stack_limit.h"
 
 namespace {
 
@@ -249,6 +250,7 @@ static void copy_supplements(an_expr_node *copy, const an_expr_node *from, a_cop
 
 static an_expr_node *copy_tree(const an_expr_node *expr, a_copy_state *state)
 {
+  check_recursion();
   an_expr_node *copy = copy_node(expr);
   switch (expr->kind) {
   case enk_operation: first_operand_of(copy) = copy_list(first_operand_of(expr), state); break;

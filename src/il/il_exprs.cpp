@@ -6,6 +6,7 @@
 
 #include "driver/flags.h"
 #include "driver/target.h"
+#include "mem/stack_limit.h"
 
 // --- Properties of operators ---------------------------------------------------------------------
 
@@ -223,6 +224,7 @@ an_expr_node *make_comma_node(an_expr_node *left, an_expr_node *right)
 // The value of a wider use isn't wanted: casts, commas and conditions pass that on.
 void set_expr_result_not_used(an_expr_node *expr)
 {
+  check_recursion();
   while (!expr->result_not_used) {
     expr->result_not_used = true;
     if (expr->kind != enk_operation) return;

@@ -3,6 +3,7 @@
 // Rule:    a callback may set skip_subtree (cleared here) or stop (which ends the whole traversal).
 // Entry:   traverse_expr, traverse_statement, traverse_constant, traverse_dynamic_init.
 #include "il/il_walk.h"
+#include "mem/stack_limit.h"
 
 typedef an_expr_or_stmt_traversal_block a_block;
 
@@ -45,6 +46,7 @@ static void traverse_optional_init(a_dynamic_init *init, a_block *block)
 
 void traverse_constant(a_constant *constant, a_block *block)
 {
+  check_recursion();
   if (block->constant_callback != nullptr) {
     block->constant_callback(constant, block);
     if (parts_are_skipped(block)) return;
@@ -201,6 +203,7 @@ static void traverse_parts_of_expr(an_expr_node *expr, a_block *block)
 
 void traverse_expr(an_expr_node *expr, a_block *block)
 {
+  check_recursion();
   if (block->follow_lvalue_casts || block->follow_class_casts) {
     expr = skip_followed_casts(expr, block);
   }
@@ -242,6 +245,7 @@ static void traverse_for_supplement(a_for_supplement *supplement, a_block *block
 
 void traverse_statement(a_statement *statement, a_block *block)
 {
+  check_recursion();
   if (block->stmt_callback != nullptr) {
     block->stmt_callback(statement, block);
     if (parts_are_skipped(block)) return;

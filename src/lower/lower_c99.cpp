@@ -11,6 +11,7 @@
 #include "driver/trans_unit.h"
 #include "errors/error.h"
 #include "lower/lower_init.h"
+#include "mem/stack_limit.h"
 
 static bool in_gnu_mode()
 {
@@ -249,6 +250,7 @@ static void lower_compound_literal(an_expr_node *expr)
 
 void lower_c99_expr(an_expr_node *expr)
 {
+  check_recursion();
   entry_flags_of(expr).lowered = true;
   switch (expr->kind) {
   case enk_operation: lower_c99_operation(expr); break;
@@ -500,6 +502,7 @@ static void lower_parts_of_statement(a_statement *statement)
 
 void lower_c99_statement(a_statement *statement)
 {
+  check_recursion();
   if (statement == nullptr) return;
   a_statement *saved_inits = temp_init_statements;
   a_statement *saved_gnu_statement = curr_gnu_statement;

@@ -7,6 +7,7 @@
 #include "driver/flags.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_init.h"
+#include "mem/stack_limit.h"
 
 // --- Positional lists ----------------------------------------------------------------------------
 
@@ -140,6 +141,7 @@ static void rewrite_nested_designators(a_constant *constant, a_type *type);
 
 static bool contains_designators(const a_constant *constant)
 {
+  check_recursion();
   switch (constant->kind) {
   case ck_aggregate:
     if (aggregate_of(constant).has_designators) return true;
@@ -396,6 +398,7 @@ static void flatten_union(a_constant *aggregate, a_type *union_type, a_constant 
 // given.
 static void flatten_designators(a_constant *aggregate, a_type *type, a_constant *base)
 {
+  check_recursion();
   type = skip_typerefs(type);
   switch (type->kind) {
   case tk_array: flatten_array(aggregate, as_array(type).element_type, base); break;

@@ -8,6 +8,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "lower/lower_c99.h"
+#include "mem/stack_limit.h"
 
 // --- Positions -----------------------------------------------------------------------------------
 
@@ -323,6 +324,7 @@ static void lower_class_parts(a_constant *aggregate, a_type *class_type, an_init
 static void lower_aggregate_parts(a_constant *aggregate, an_init_pos_descr *descr, unsigned flags,
                                   an_insert_location *location)
 {
+  check_recursion();
   if (!has_dynamic_part(aggregate)) return;
   a_type *type = skip_typerefs(type_of_part(descr));
   if (type->kind == tk_array) {
