@@ -37,6 +37,11 @@ static void fill_operator_table()
 #include "parse/operators.def"
 }
 
+bool token_binds_tighter(unsigned token, int min_precedence)
+{
+  return operator_table[token].precedence > min_precedence;
+}
+
 // ---------------------------------------------------------------------------------------------------
 // Messages of constant contexts
 

@@ -69,6 +69,8 @@ void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source
 void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos, unsigned token,
                                an_operand *result);
 
+// Would the operator be applied to an operand that was scanned with this minimum?
+bool token_binds_tighter(unsigned token, int min_precedence);
 // A shift whose value operand isn't constant: warns about a constant count that is out of range.
 void check_count_of_unfolded_shift(an_operand *left, an_operand *right);
 

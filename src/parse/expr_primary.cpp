@@ -36,16 +36,16 @@ static bool must_be_integral()
 }
 
 // A floating constant isn't integral, unless it is cast at once.
-static bool floating_constant_allowed(unsigned flags)
+static bool floating_constant_allowed(unsigned flags, int min_precedence)
 {
   if (expr_stack->expression_kind == ek_preprocessing) return !expr_stack->value_required;
   if (expr_stack->expression_kind != ek_integral_constant) return true;
-  return (flags & se_float_cast_operand) != 0;
+  return (flags & se_float_cast_operand) != 0 && !token_binds_tighter(next_token(), min_precedence);
 }
 
-static void scan_floating_constant(an_operand *result, unsigned flags)
+static void scan_floating_constant(an_operand *result, unsigned flags, int min_precedence)
 {
-  if (!floating_constant_allowed(flags)) {
+  if (!floating_constant_allowed(flags, min_precedence)) {
     expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
     make_error_operand(result);
   } else {
@@ -55,9 +55,9 @@ static void scan_floating_constant(an_operand *result, unsigned flags)
   finish_literal();
 }
 
-static void scan_named_floating_constant(an_operand *result, unsigned flags)
+static void scan_named_floating_constant(an_operand *result, unsigned flags, int min_precedence)
 {
-  if (!floating_constant_allowed(flags)) {
+  if (!floating_constant_allowed(flags, min_precedence)) {
     expr_pos_error(ec_expr_not_integral_constant, pos_curr_token);
     make_error_operand(result);
   } else if (curr_token == tok_imaginary_unit) {
@@ -360,7 +360,7 @@ static void scan_label_address(an_operand *result)
   report_missing_expression(result);
 }
 
-void scan_primary(an_operand *result, an_operand *, int, unsigned flags)
+void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned flags)
 {
   error_position = pos_curr_token;
   switch (curr_token) {
@@ -370,10 +370,10 @@ void scan_primary(an_operand *result, an_operand *, int, unsigned flags)
   case tok_true:
   case tok_false: scan_integer_constant(result); return;
   case tok_float_constant:
-  case tok_fixed_point_constant: scan_floating_constant(result, flags); return;
+  case tok_fixed_point_constant: scan_floating_constant(result, flags, min_precedence); return;
   case tok_imaginary_unit:
   case tok_nan:
-  case tok_infinity: scan_named_floating_constant(result, flags); return;
+  case tok_infinity: scan_named_floating_constant(result, flags, min_precedence); return;
   case tok_string_literal: scan_string_literal(result); return;
   case tok_func_name:
   case tok_function_name:
