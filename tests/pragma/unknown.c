@@ -1,0 +1,34 @@
+// options: -n --no_gcc
+// proves: pragmas of other targets, of C++ and of modes that are off are unknown
+#pragma inline_template  // expect: warning unrecognized_pragma
+#pragma DUAL_STATE  // expect: warning unrecognized_pragma
+#pragma TASK  // expect: warning unrecognized_pragma
+#pragma NO_INTERRUPT  // expect: warning unrecognized_pragma
+#pragma PORT  // expect: warning unrecognized_pragma
+#pragma OVLY_INDIRECT  // expect: warning unrecognized_pragma
+#pragma NO_OVLY  // expect: warning unrecognized_pragma
+#pragma FUNC_NOT_IND_CALLED  // expect: warning unrecognized_pragma
+#pragma SHARED  // expect: warning unrecognized_pragma
+#pragma SHAREDPP  // expect: warning unrecognized_pragma
+#pragma OVLY_IND_CALLS  // expect: warning unrecognized_pragma
+#pragma REENTRANT  // expect: warning unrecognized_pragma
+#pragma CALLS  // expect: warning unrecognized_pragma
+#pragma SWI_ALIAS  // expect: warning unrecognized_pragma
+#pragma TRAP  // expect: warning unrecognized_pragma
+#pragma PROTECT_VOLATILE  // expect: warning unrecognized_pragma
+#pragma IDENT  // expect: warning unrecognized_pragma
+#pragma FAST_FUNC_CALL  // expect: warning unrecognized_pragma
+#pragma WORD_MODE_FUNC  // expect: warning unrecognized_pragma
+#pragma INTR_FUNC  // expect: warning unrecognized_pragma
+#pragma TRAP_FUNC  // expect: warning unrecognized_pragma
+#pragma CODE_STATE  // expect: warning unrecognized_pragma
+#pragma BIS_IE1_INTERRUPT  // expect: warning unrecognized_pragma
+#pragma CODE_ALIGN  // expect: warning unrecognized_pragma
+#pragma vector  // expect: warning unrecognized_pragma
+#pragma instantiate  // expect: warning unrecognized_pragma
+#pragma do_not_instantiate  // expect: warning unrecognized_pragma
+#pragma can_instantiate  // expect: warning unrecognized_pragma
+#pragma define_type_info  // expect: warning unrecognized_pragma
+#pragma GCC  // expect: warning unrecognized_pragma
+#pragma STDC  // expect: warning unrecognized_pragma
+#pragma omp  // expect: warning unrecognized_pragma
