@@ -15,6 +15,7 @@ int curr_il_region_number;
 bool initial_value_for_il_lowering_flag;
 bool in_front_end = true;
 bool flag_value_meaning_visited = true;
+bool file_scope_visited_value;
 bool okay_to_eliminate_unneeded_il_entries;
 a_name_linkage_kind default_routine_name_linkage = nlk_cplusplus;
 unsigned needed_flag_bit_number;

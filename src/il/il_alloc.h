@@ -17,7 +17,8 @@ extern an_il_header il_header;                  // writers: the owners of the fi
 extern int curr_il_region_number;               // 0 between translation units
 extern bool initial_value_for_il_lowering_flag; // 1 while lowering creates entries
 extern bool in_front_end;                       // clear in the back end and between
-extern bool flag_value_meaning_visited;         // see il_walk.h
+extern bool file_scope_visited_value;   // of entries that no walk is at; writer: il_walk.cpp
+extern bool flag_value_meaning_visited; // see il_walk.h
 extern bool okay_to_eliminate_unneeded_il_entries;
 extern bool il_lowering_underway; // writer: lowering
 extern a_name_linkage_kind default_routine_name_linkage;
@@ -88,6 +89,7 @@ inline void *alloc_il_entry_in_region(int region, size_t size, bool in_file_scop
   an_il_entry_flags &flags = entry_flags_of(entry);
   flags.is_file_scope_entry = in_file_scope;
   flags.is_secondary_entry = !is_primary_translation_unit;
+  flags.visited = in_file_scope && file_scope_visited_value;
   flags.lowered = initial_value_for_il_lowering_flag;
   return entry;
 }

@@ -227,6 +227,7 @@ void walk_file_scope_il(const an_il_walk_callbacks *callbacks)
   walk_root_list((void *&)il_header.types_used_in_eh, iek_type);
   walk_root_list((void *&)il_header.seq_number_lookup_list, iek_seq_number_lookup_entry);
   walk_orphans();
+  file_scope_visited_value = flag_value_meaning_visited;
   flag_value_meaning_visited = saved_meaning;
   walk = saved;
 }

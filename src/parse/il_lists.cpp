@@ -339,18 +339,18 @@ static void append_in_order(an_ordering_state *state, a_type *type)
   state->tail = type;
 }
 
-// Marks: an entry's `visited` bit differs from the list's start while it waits.  The nesting of
-// members by value is limited by the language: a class can't contain itself.
-static void place_type(an_ordering_state *state, a_type *type, bool waiting)
+// A type that is placed has its `visited` bit away from the value that entries have at rest. The
+// nesting of members by value is limited by the language: a class can't contain itself.
+static void place_type(an_ordering_state *state, a_type *type)
 {
-  if (entry_flags_of(type).visited != waiting) return;
-  entry_flags_of(type).visited = !waiting;
+  if (entry_flags_of(type).visited != file_scope_visited_value) return;
+  entry_flags_of(type).visited = !file_scope_visited_value;
   if (kind_has_class_part(type->kind)) {
     for (a_field *field = as_class(type).first_field; field != nullptr; field = field->next) {
       a_type *needed = class_needed_before(field->type);
       bool is_here = needed != nullptr && needed != type &&
                      needed->source_corresp.parent_scope == state->scope;
-      if (is_here) place_type(state, needed, waiting);
+      if (is_here) place_type(state, needed);
     }
   }
   append_in_order(state, type);
@@ -365,13 +365,13 @@ static bool is_out_of_order(a_scope *scope)
         a_type *needed = class_needed_before(field->type);
         bool is_here =
             needed != nullptr && needed != type && needed->source_corresp.parent_scope == scope;
-        if (is_here && !entry_flags_of(needed).visited) result = true;
+        if (is_here && entry_flags_of(needed).visited == file_scope_visited_value) result = true;
       }
     }
-    entry_flags_of(type).visited = true;
+    entry_flags_of(type).visited = !file_scope_visited_value;
   }
   for (a_type *type = scope->types; type != nullptr; type = type->next) {
-    entry_flags_of(type).visited = false;
+    entry_flags_of(type).visited = file_scope_visited_value;
   }
   return result;
 }
@@ -389,10 +389,10 @@ void fix_type_list_ordering_problems(a_scope *scope)
     types[i++] = type;
   an_ordering_state state = {scope, nullptr, nullptr};
   for (i = 0; i < count; i++)
-    place_type(&state, types[i], false);
+    place_type(&state, types[i]);
   state.tail->next = nullptr;
   for (i = 0; i < count; i++)
-    entry_flags_of(types[i]).visited = false;
+    entry_flags_of(types[i]).visited = file_scope_visited_value;
   free_general(types, count * sizeof(a_type *));
   scope->types = state.head;
   a_scope_pointers_block *block = block_of_active_scope(scope);

@@ -78,6 +78,9 @@ TEST_F(il_walk, every_entry_is_met_once_by_each_walk)
     EXPECT_EQ(visits[first], pass);
     EXPECT_EQ(visits[pointer], pass);
     EXPECT_EQ(visits[integer_type(ik_short)], pass);
+    // What is made between two walks is met by the next one.
+    a_variable *late = file_variable("late", sc_unspecified, pointer);
+    EXPECT_EQ(entry_flags_of(late).visited, entry_flags_of(first).visited);
   }
   EXPECT_EQ(texts.count("second"), 1u);
 }
