@@ -285,7 +285,8 @@ static void check_unsigned_comparison(a_token_kind token, an_operand *left, an_o
   an_operand *value = swapped ? right : left, *constant = swapped ? left : right;
   if (constant->kind != ok_constant || value->kind == ok_constant) return;
   if (constant->value.constant.kind != ck_integer) return;
-  a_type *promoted = type_after_integral_promotion(rvalue_type(value->type));
+  if (!is_integral_or_enum_type(value->type)) return;
+  a_type *promoted = determine_arithmetic_conversions(value, value);  // a narrow bit-field is an int
   if (is_bool_type(value->type) || !is_unsigned_integral_type(promoted)) return;
   bool is_signed = !is_unsigned_integral_type(constant->type);
   int sign = is_signed ? cmplit_integer_constant(&constant->value.constant, 0)

@@ -327,11 +327,25 @@ static void skip_call_after_error(an_operand *result)
   make_error_operand(result);
 }
 
+// GNU: the unnamed arguments of the call that an inline function is expanded into.
+static bool check_va_arg_pack(a_routine *builtin, a_source_position pos)
+{
+  const char *name = builtin->source_corresp.name;
+  if (name == nullptr || strncmp(name, "__builtin_va_arg_pack", 21) != 0) return true;
+  a_routine *routine = curr_routine();
+  if (routine != nullptr && routine->is_inline && routine_supplement_of(skip_typerefs(routine->type))->has_ellipsis) {
+    return true;
+  }
+  expr_pos_error(ec_bad_function_for_gnu_va_arg_pack, pos);
+  return false;
+}
+
 static bool check_callable(an_operand *function, a_routine *routine, a_source_position *pos)
 {
   do_operand_transformations(function, 0);
   if (!check_call_function_pointer_operand(function)) return false;
   if (routine == nullptr) return true;
+  if (is_gnu_builtin_function(routine) && !check_va_arg_pack(routine, *pos)) return false;
   if (C_dialect == 2 && !gpp_mode && routine->is_main) expr_pos_error(ec_bad_use_of_main, *pos);
   return true;
 }
