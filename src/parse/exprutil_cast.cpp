@@ -192,9 +192,10 @@ static void report_impossible_conversion(an_operand *operand, a_type *type, an_e
 // What a conversion that is allowed but doubtful is worth.  The GNU modes take the pointer mixtures that
 // old code is full of with a warning; so does every mode that isn't strict.
 static void report_doubtful_conversion(an_operand *operand, a_type *type, an_error_code code,
-                                       an_error_severity severity)
+                                       an_error_severity severity, a_source_position *pos)
 {
-  if (code != ec_no_error) expr_pos_ty2_diagnostic(severity, code, operand->position, operand->type, type);
+  if (code == ec_no_error) return;
+  expr_pos_ty2_diagnostic(severity, code, pos != nullptr ? *pos : operand->position, operand->type, type);
 }
 
 // Pointers to other types, and integers as pointers: refused by the standard, taken by compilers of C.
@@ -219,7 +220,7 @@ static void general_conversion(an_operand *operand, a_type *type, bool is_argume
   an_error_code warning_code;
   an_error_severity severity;
   if (implicit_conversion_possible(operand, type, &warning_code, &severity)) {
-    report_doubtful_conversion(operand, type, warning_code, severity);
+    report_doubtful_conversion(operand, type, warning_code, severity, pos);
     if (is_class_struct_union_type(type)) return;
     cast_operand_full(type, operand, &operand->position, true, true, true, false, false);
     return;
@@ -227,7 +228,7 @@ static void general_conversion(an_operand *operand, a_type *type, bool is_argume
   if (is_argument && (gcc_mode || gpp_mode) && conv_to_transparent_union(operand, type)) return;
   if (lax_pointer_conversion(operand, type)) {
     severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
-    report_doubtful_conversion(operand, type, code, severity);
+    report_doubtful_conversion(operand, type, code, severity, pos);
     if (severity >= es_error) conv_to_error_operand(operand);
     else cast_operand_full(type, operand, &operand->position, true, true, true, false, false);
     return;
