@@ -19,6 +19,17 @@ void source_line_modifs_reset();
 
 // A line was read: remembers whether it is recorded as N or S.
 void note_kind_of_output_line();
+// A text was put in front of the current line: the outputs get it although they may have the line.
+void note_start_text();
+
+// Is the record that of a "??/" which continued the line?  Nothing of it stands in the line, and the
+// splice's record follows.
+inline bool is_trigraph_of_splice(const an_orig_line_modif *m)
+{
+  const an_orig_line_modif *next = m->next;
+  return m->kind == olm_trigraph && next != nullptr && next->kind == olm_splice
+         && next->location == m->location;
+}
 
 void positions_trans_unit_init();
 

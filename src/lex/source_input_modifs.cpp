@@ -156,6 +156,7 @@ static void attach_source_line_modif(a_source_line_modif *modif, char *location,
     modif->saved_char = ' ';
     modif->parent_is_known = true;
     line_start_source_line_modif = modif;
+    note_start_text();
     return;
   }
   modif->saved_char = *location;

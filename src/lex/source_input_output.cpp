@@ -295,6 +295,12 @@ void note_kind_of_output_line()
   expanded_line_is_due = !currently_in_pp_if_skip;
 }
 
+void note_start_text()
+{
+  start_text_was_output = false;
+  expanded_line_is_due = true;
+}
+
 // Puts back what reading changed at the place of an original modification; returns where the text goes on.
 static char *undo_orig_line_modif(const an_orig_line_modif *modif, char *place)
 {
@@ -304,7 +310,10 @@ static char *undo_orig_line_modif(const an_orig_line_modif *modif, char *place)
     put_output('?');
     put_output('?');
     put_output(modif->variant.character);
-    return place + 1;
+    if (!is_trigraph_of_splice(modif)) return place + 1;
+    put_output('\n');
+    put_output(raw_listing_kind);
+    return place;
   case olm_splice:
     put_output('\\');
     put_output('\n');
@@ -330,7 +339,7 @@ void gen_raw_listing_output_for_curr_line()
   while (p < end_of_curr_source_line || (orig != nullptr && orig->location == p)) {
     if (orig != nullptr && orig->location == p) {
       p = undo_orig_line_modif(orig, p);
-      orig = orig->next;
+      orig = is_trigraph_of_splice(orig) ? orig->next->next : orig->next;
       continue;
     }
     ensure_output_space(1);

@@ -92,6 +92,7 @@ static bool pass_orig_modif(const an_orig_line_modif *m, const char *location)
     return true;
   }
   case olm_trigraph:
+    if (is_trigraph_of_splice(m)) return pass_orig_modif(m->next, location);
     if (m->location >= location) return false;
     orig_walk.adjustment += 2;
     return true;

@@ -22,3 +22,4 @@ foo
 
 foo
   , 
+foo

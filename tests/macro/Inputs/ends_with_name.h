@@ -1,0 +1,2 @@
+#define f(x) <x>
+int f
