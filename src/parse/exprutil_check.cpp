@@ -209,6 +209,20 @@ static bool class_has_const_member(a_type *type)
   return kind_has_class_part(type->kind) && as_class(type).has_const_field;
 }
 
+// System V: a cast that changes nothing but the type leaves an lvalue.
+static void make_lvalue_of_cast(an_operand *operand)
+{
+  if (operand->kind != ok_expression || operand->state != os_rvalue) return;
+  an_expr_node *node = operand->value.expr;
+  bool casts_seen = false;
+  an_expr_node *below = lvalue_below_casts(node, &casts_seen);
+  if (below == nullptr || !casts_seen || size_of_type(below->type) != size_of_type(node->type)) return;
+  an_operand saved = *operand;
+  below->is_lvalue = true;
+  make_lvalue_expression_operand(make_lvalue_operator_node(eok_lvalue_cast, node->type, below), operand);
+  restore_operand_details_incl_ref(operand, &saved);
+}
+
 bool check_modifiable_lvalue_operand(an_operand *operand)
 {
   if (is_hopeless(operand)) {
@@ -217,6 +231,7 @@ bool check_modifiable_lvalue_operand(an_operand *operand)
   }
   revert_gcc_rvalue_to_lvalue_if_possible(operand, true);
   if (operand->kind == ok_error) return false;
+  if (SVR4_C_mode && !gcc_mode) make_lvalue_of_cast(operand);
   bool is_lvalue = is_lvalue_operand(operand) && operand->kind == ok_expression;
   if (!is_lvalue || is_array_type(operand->type)) return fail(operand, ec_expr_not_a_modifiable_lvalue);
   if (is_void_type(operand->type) || is_incomplete_type(operand->type)) {
