@@ -215,8 +215,9 @@ a_type *va_list_type()
   return type_underlying_va_list;
 }
 
-// In the GNU modes the built-in name stands for the type, so that generated text says it, too.
-static void declare_gnu_va_list()
+// The built-in name stands for the type, so that generated text says it, too: from the start in the
+// GNU modes, else when <stdarg.h> is included.
+static void name_underlying_va_list()
 {
   a_symbol *symbol = make_symbol_for_predeclared_type("__builtin_va_list", va_list_type());
   type_underlying_va_list = type_of_symbol(symbol);
@@ -240,7 +241,10 @@ void declare_builtin_va_list_type(bool)
   if (builtin_va_list_type != nullptr) return;
   builtin_va_list_type = declared_type("va_list");
   if (builtin_va_list_type == nullptr) builtin_va_list_type = declared_type("__zok_va_list");
-  if (builtin_va_list_type == nullptr) builtin_va_list_type = va_list_type();
+  if (builtin_va_list_type != nullptr) return;
+  if (!(gcc_mode || gpp_mode)) name_underlying_va_list();
+  a_symbol *symbol = make_symbol_for_predeclared_type("va_list", va_list_type());
+  builtin_va_list_type = type_of_symbol(symbol);
 }
 
 //-------------------------------------------------------------------------------------------------
@@ -359,7 +363,7 @@ void enter_system_specific_predeclared_symbols()
   symbol_header_hook = nullptr;
   builtin_va_list_type = type_underlying_va_list = nullptr;
   if (do_preprocessing_only) return;
-  if (gcc_mode || gpp_mode) declare_gnu_va_list();
+  if (gcc_mode || gpp_mode) name_underlying_va_list();
   if (!no_intrinsics) {
     declare_hook_function(hk_entry, bfk_entry_hook);
     declare_hook_function(hk_exit, bfk_exit_hook);

@@ -42,8 +42,8 @@ void TRG_enter_system_specific_macros();
 // nobody can tell from a declaration here.
 void enter_system_specific_predeclared_symbols();
 
-// Sets builtin_va_list_type, once: the va_list declared so far, or __zok_va_list, or the target's
-// type.
+// Sets builtin_va_list_type, once: the va_list declared so far, or __zok_va_list, or va_list as the
+// name of the target's type, which is declared then.
 void declare_builtin_va_list_type(bool is_cstdarg);
 extern a_type *builtin_va_list_type; // written by declare_builtin_va_list_type
 
