@@ -17,6 +17,7 @@
 
 static constexpr size_t small_block_size = 2048;
 static constexpr size_t trimming_threshold = 1144; // a tail of this size is cut off as a fragment
+static constexpr int max_searched_neighbours = 32;
 static constexpr int table_increment = 500;
 static constexpr a_memory_region_number last_region_number = 0x7fffffff;
 
@@ -63,12 +64,14 @@ static bool ends_where_fragment_begins(const a_mem_block *lower, const a_mem_blo
   return higher->total_size == 0 && lower->end == reinterpret_cast<const char *>(higher);
 }
 
-// Joins `block` with every free neighbour.  Returns null if that completed a heap piece, which has
-// been given back, else the joined block, which is on no list.
+// Joins `block` with its free neighbours.  They were most likely freed just before: only the front
+// of the list is searched, or freeing many regions would take quadratic time.  Returns null if that
+// completed a heap piece, which has been given back, else the joined block, which is on no list.
 static a_mem_block *merge_with_free_neighbours(a_mem_block *block)
 {
   a_mem_block **link = &free_mem_blocks;
-  while (a_mem_block *other = *link) {
+  for (int searched = 0; *link != nullptr && searched < max_searched_neighbours; searched++) {
+    a_mem_block *other = *link;
     a_mem_block *lower;
     a_mem_block *higher;
     if (ends_where_fragment_begins(other, block)) {

@@ -42,7 +42,7 @@ uint32_t decl_seq_counter;
 bool file_scope_symbols_are_on_inactive_list;
 a_symbol *symbols_with_no_scope;
 
-static constexpr unsigned initial_table_bits = 14;
+static constexpr unsigned initial_table_bits = 12;
 static constexpr int trans_unit_table_step = 16384;
 // Translation unit of each scope number; used once a second unit is open.
 static a_translation_unit **trans_unit_for_scope;
