@@ -6,6 +6,7 @@
 #include "driver/target.h"
 
 static void write_operation(an_expr_node *expr);
+static an_expr_node *visible_expression(an_expr_node *expr);
 
 void write_parenthesized(an_expr_node *expr)
 {
@@ -391,6 +392,35 @@ static void write_struct_assign(const an_expr_node *expr)
   put_char(')');
 }
 
+// GNU: the value that a temporary of transparent union type passes on to a call, else the argument.
+// The compiler of the generated C takes the value for the union, and for the type of a member too, with
+// which the function may be declared elsewhere.
+static an_expr_node *without_transparent_union(an_expr_node *argument)
+{
+  if (!gcc_is_generated_code_target || !is_operation(argument, eok_comma)) return argument;
+  an_expr_node *assignment = first_operand_of(argument);
+  an_expr_node *passed = visible_expression(assignment->next);
+  if (passed->kind != enk_variable || assignment->kind != enk_operation) return argument;
+  a_variable *temporary = variable_of(passed);
+  a_type *type = skip_typerefs(temporary->type);
+  bool is_made = temporary->source_corresp.name == nullptr && type->kind == tk_union &&
+                 as_class(type).is_transparent_union;
+  if (!is_made) return argument;
+  an_expr_node *member = first_operand_of(assignment);
+  bool sets_it = is_operation(member, eok_dot_field) && member->next != nullptr &&
+                 visible_expression(first_operand_of(member))->kind == enk_variable &&
+                 variable_of(visible_expression(first_operand_of(member))) == temporary;
+  return sets_it ? member->next : argument;
+}
+
+static void write_call_arguments(an_expr_node *argument)
+{
+  for (; argument != nullptr; argument = argument->next) {
+    write_assignment_expression(without_transparent_union(argument));
+    if (argument->next != nullptr) put_str(", ");
+  }
+}
+
 static void write_call(const an_expr_node *expr)
 {
   an_expr_node *callee = first_operand_of(expr);
@@ -398,7 +428,7 @@ static void write_call(const an_expr_node *expr)
       is_operation(callee, eok_address_of) && first_operand_of(callee)->kind == enk_routine;
   write_operand(by_name ? first_operand_of(callee) : callee);
   put_char('(');
-  write_argument_list(callee->next);
+  write_call_arguments(callee->next);
   put_char(')');
 }
 
