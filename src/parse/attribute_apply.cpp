@@ -414,6 +414,7 @@ static void *apply_cleanup(an_attribute *attribute, void *entity, an_il_entry_ki
   }
   record_symbol_reference(4, symbol, &locator.position);
   variable->cleanup_routine = routine_of_symbol(symbol);
+  variable->source_corresp.needed = true;  // the call happens even if nothing else uses the object
   return entity;
 }
 

@@ -108,13 +108,18 @@ static void finish_unevaluated_result(an_operand *result, a_source_position pos,
 // ---------------------------------------------------------------------------------------------------
 // sizeof
 
-// The size at run time: a node that lowering turns into the product of the dimensions.
+// The size at run time: a node that lowering turns into the product of the dimensions.  An operand of
+// variable length is evaluated (C99 6.5.3.4p2): what it does stands in front.
 static void make_runtime_sizeof(an_unevaluated_operand *source, an_operand *result)
 {
   an_expr_node *node = alloc_expr_node(enk_sizeof);
   node->type = size_t_type();
   sizeof_of(node).is_type = true;
   sizeof_of(node).type = source->type;
+  if (!source->is_type && source->operand.kind == ok_expression) {
+    an_expr_node *operand = source->operand.value.expr;
+    if (node_has_side_effects(operand)) node = make_comma_node(operand, node);
+  }
   make_expression_operand(node, result);
 }
 

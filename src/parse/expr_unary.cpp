@@ -75,6 +75,19 @@ void scan_prefix_operator(an_operand *result)
 // ---------------------------------------------------------------------------------------------------
 // __real, __imag
 
+// The imaginary part of a real value: zero, behind what computing the value does.
+static void make_zero_imaginary_part(an_operand *operand, an_operand *result)
+{
+  a_constant zero;
+  make_zero_of_proper_type(rvalue_type(operand->type), &zero);
+  an_operand value = *operand;
+  make_constant_operand(&zero, result);
+  if (value.kind != ok_expression) return;
+  an_expr_node *effects = make_node_from_operand(&value);
+  if (!node_has_side_effects(effects)) return;
+  make_expression_operand(make_comma_node(effects, make_node_from_operand(result)), result);
+}
+
 void scan_real_or_imag_operator(an_operand *result)
 {
   bool is_real = curr_token == tok_real;
@@ -93,9 +106,7 @@ void scan_real_or_imag_operator(an_operand *result)
       *result = operand;
       return;
     }
-    a_constant zero;
-    make_zero_of_proper_type(rvalue_type(operand.type), &zero);
-    make_constant_operand(&zero, result);
+    make_zero_imaginary_part(&operand, result);
     return;
   }
   a_type *part = float_type(float_kind_of_type(operand.type));
