@@ -1,6 +1,6 @@
 // options: --no_gcc --c99 --strict --remarks
 // proves: strict C99: what is reported beside plain C99
-int f(void); int v; int arr[3]; struct S { int a; } s; struct T; 
+int f(void); int v; int arr[3]; struct S { int a; } s; struct T;
 enum E { A = 1 };
 void t(int n)
 {

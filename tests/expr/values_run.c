@@ -10,7 +10,7 @@ int main(void) {
   P(x.a - 2 < 0); P(x.b - 3 < 0); P(-1 < (unsigned char)1); P(-1 < 1u); P(-1L < 1u); P(-1LL < 1u);
   P(x.d - 5 < 0); P(x.c * 2); P(~x.f); P(-x.f); P(x.g + 1); P(!x.a); P(x.a << 1); P(sizeof(x.a + 0)); P(sizeof(x.e + 0));P(sizeof(+x.d));
   P((char)200); P((signed char)200); P((short)70000); P((unsigned char)-1); P((_Bool)0.5); P((_Bool)&cnt); P((int)3.99); P((int)-3.99); P((unsigned)3e9); P((long long)-1e15); P((unsigned long long)1.8e19);
-  P(mk(3).v[2]); P(sizeof mk(1).v); P(sizeof(mk(1))); 
+  P(mk(3).v[2]); P(sizeof mk(1).v); P(sizeof(mk(1)));
   { int *p = (int[]){1,2,3}; P(p[1]); struct ar *q = &(struct ar){{[2] = 9}}; P(q->v[2] + q->v[0]); }
   { int i = 3; int r = ({ int t = i * 2; t + 1; }); P(r); P(i ?: 7); i = 0; P(i ?: 7); P(side() ?: 5); P(cnt); }
   { int i = 0; int j = (i++, i + 10); P(j); P(i++ + ++i); int a[3] = {0}; a[i - 2] = i; P(a[0]); 2[a] = 5; P(a[2]); P(*(a + 2)); P(&a[2] - a); P(&2[a] - &*a);}
