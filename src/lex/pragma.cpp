@@ -243,6 +243,12 @@ void record_pragma(a_pragma_kind_description *description,
     skip_pragma();
     return;
   }
+  if (from_operator && description->phase == pragma_at_directive &&
+      !(description->flags2 & prf2_in_operator)) {
+    pos_error(ec_invalid_pragma_operator, *pos_of_name);
+    skip_pragma();
+    return;
+  }
   a_pragma_reading reading = {};
   reading.description = description;
   reading.from_operator = from_operator;

@@ -119,6 +119,11 @@ static bool declares_type(const a_decl_parse_state *state)
 static void specifiers_alone(a_decl_parse_state *state)
 {
   bool in_error = state->bad_declaration || (state->specifier_flags & sf_is_in_error);
+  // Old headers declare their own void.
+  if (C_dialect == 1 && state->storage_class == sc_typedef && is_void_type(state->type_specifier)) {
+    pos_warning(ec_decl_of_void_ignored, state->start_position);
+    return;
+  }
   bool no_typedef = state->storage_class != sc_typedef;
   if (!declares_type(state) && no_typedef && !in_error && !ulp_standalone_ext) {
     pos_diagnostic(strict_ansi_mode ? strict_ansi_error_severity : es_warning, ec_useless_decl,

@@ -598,7 +598,14 @@ an_expr_node *scan_computed_goto_expression()
   open_entry(&scan, ek_normal, false, false);
   scan_expression(&operand, nullptr, prec_lowest, 0);
   do_operand_transformations(&operand, 0);
-  if (check_pointer_operand(&operand)) cast_operand(make_pointer_type(void_type()), &operand, false);
+  if (operand.kind != ok_error && is_pointer_type(operand.type)) {
+    cast_operand(make_pointer_type(void_type()), &operand, false);
+  } else {
+    if (operand.kind != ok_error) {
+      expr_pos_error(ec_assigned_goto_requires_void_ptr, operand.position);
+    }
+    conv_to_error_operand(&operand);
+  }
   an_expr_node *node = finish_full_expression(&operand, nullptr);
   close_entry(&scan, &operand);
   return node;
