@@ -187,6 +187,7 @@ static an_error_code conv_escape(a_char_conversion_state *state, unsigned long *
   int simple = simple_escape_value(c);
   if (simple < 0) {
     report_unknown_escape(state);
+    if (c == 0) ++*state->loc; // a null character is two bytes of the line
     simple = (unsigned char)c;
   }
   *value = (unsigned long)simple & mask;
