@@ -40,8 +40,8 @@ static bool constants_keep_their_expression()
 static void cast_constant_operand(a_type *type, an_operand *operand, a_source_position *pos, bool check_access,
                                   bool check_ambiguity, bool is_implicit, bool reports, bool no_hierarchy_adjust)
 {
-  an_operand saved = *operand;
   if (is_implicit && identical_types(operand->type, type) && operand->state != os_lvalue) return;
+  an_operand saved = *operand;
   a_constant result = operand->value.constant;
   bool not_folded = false;
   an_error_code suppressed = ec_no_error;

@@ -37,13 +37,22 @@ void clear_operand(an_operand_kind kind, an_operand *operand)
   set_operand_kind(operand, kind);
 }
 
-static void start_operand(an_operand_kind kind, a_type *type, an_operand_state state, an_operand *operand)
+// The value is the caller's: a constant is large, and clearing it before it is copied would be waste.
+static void start_operand_without_value(an_operand_kind kind, a_type *type, an_operand_state state,
+                                        an_operand *operand)
 {
-  clear_operand(kind, operand);
+  memset((void *)operand, 0, offsetof(an_operand, value));
+  operand->kind = kind;
   operand->type = type;
   operand->state = state;
   operand->position = pos_curr_token;
   operand->end_position = end_pos_curr_token;
+}
+
+static void start_operand(an_operand_kind kind, a_type *type, an_operand_state state, an_operand *operand)
+{
+  start_operand_without_value(kind, type, state, operand);
+  set_operand_kind(operand, kind);
 }
 
 void make_error_operand(an_operand *operand)
@@ -158,7 +167,7 @@ void make_constant_operand(a_constant *constant, an_operand *operand)
     make_error_operand(operand);
     return;
   }
-  start_operand(ok_constant, constant->type, os_rvalue, operand);
+  start_operand_without_value(ok_constant, constant->type, os_rvalue, operand);
   operand->value.constant = *constant;
 }
 
