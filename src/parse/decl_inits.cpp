@@ -1,5 +1,6 @@
 // decl_inits.cpp - initializers of declared objects: values, strings, and where the result goes.
-// Rule:    a value that is a constant of an object of static storage becomes the variable's constant, everything
+// Rule:    a value that is a constant of an object of static storage becomes the variable's
+//          constant, everything
 //          else a dynamic initialization with a statement at the place of the declaration.
 // Entry:   initializer, scan_compound_literal_initializer, check_string_constant_initializer_full.
 // See:     C99 6.7.8.
@@ -22,10 +23,11 @@
 #include "parse/statements.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Values
 
-void make_dynamic_element(an_expr_node *expr, a_type *type, an_init_walk *walk, a_constant *constant)
+void make_dynamic_element(an_expr_node *expr, a_type *type, an_init_walk *walk,
+                          a_constant *constant)
 {
   a_dynamic_init *init = alloc_dynamic_init(dik_expression);
   expr_of(init) = expr;
@@ -79,13 +81,13 @@ void scan_scalar_initializer(a_type *type, an_init_walk *walk, a_constant *const
   required_token(tok_rbrace, ec_exp_rbrace);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Strings
 
 bool token_ends_initializer(unsigned token)
 {
-  return token == tok_comma || token == tok_semicolon || token == tok_rbrace || token == tok_rparen ||
-         token == tok_end_of_source;
+  return token == tok_comma || token == tok_semicolon || token == tok_rbrace ||
+         token == tok_rparen || token == tok_end_of_source;
 }
 
 static bool is_string_array(a_type *type)
@@ -103,12 +105,14 @@ static a_char_kind char_kind_of_array(a_type *type, a_char_kind string_kind)
   return is_wchar_t_array_type(type) ? chk_wchar_t : chk_last;
 }
 
-// At "abc" (several in a row are one) that makes up the whole value.  In parentheses: GNU, and reported.
+// At "abc" (several in a row are one) that makes up the whole value.  In parentheses: GNU, and
+// reported.
 bool string_initializes_array(a_type *type, bool)
 {
   if (!is_string_array(type)) return false;
   if (curr_token == tok_lparen && next_token() == tok_string_literal) return true;
-  if (curr_token != tok_string_literal && !token_is_function_name_string_literal_hook()) return false;
+  if (curr_token != tok_string_literal && !token_is_function_name_string_literal_hook())
+    return false;
   a_token_kind next = next_token();
   if (next == tok_string_literal) {
     concat_adjacent_string_literals(true);
@@ -156,13 +160,14 @@ static void skip_parens_around_string(int *depth)
   *depth = 0;
   while (curr_token == tok_lparen) {
     if (strict_ansi_mode && *depth == 0) {
-      pos_diagnostic(strict_ansi_discretionary_severity, ec_nonstandard_parenthesized_string_initializer,
-                     pos_curr_token);
+      pos_diagnostic(strict_ansi_discretionary_severity,
+                     ec_nonstandard_parenthesized_string_initializer, pos_curr_token);
     }
     ++*depth;
     get_token();
   }
-  if (curr_token == tok_string_literal && next_token() == tok_string_literal) concat_adjacent_string_literals(true);
+  if (curr_token == tok_string_literal && next_token() == tok_string_literal)
+    concat_adjacent_string_literals(true);
 }
 
 void scan_string_initializer(a_type **type, an_init_walk *walk, a_constant *constant)
@@ -174,7 +179,8 @@ void scan_string_initializer(a_type **type, an_init_walk *walk, a_constant *cons
   *constant = const_for_curr_token;
   if (constant->kind != ck_string) {
     set_error_constant(constant);
-  } else if (!check_string_constant_initializer_full(type, constant, gcc_mode || gpp_mode ? &too_long : nullptr)) {
+  } else if (!check_string_constant_initializer_full(type, constant,
+                                                     gcc_mode || gpp_mode ? &too_long : nullptr)) {
     pos_opt_ty2_error(ec_bad_initializer_type, pos, constant->type, *type);
     set_error_constant(constant);
     walk->error_seen = true;
@@ -182,10 +188,11 @@ void scan_string_initializer(a_type **type, an_init_walk *walk, a_constant *cons
     pos_warning(ec_excess_characters_in_literal_ignored, pos);
   }
   get_token();
-  while (depth-- > 0) required_token(tok_rparen, ec_exp_rparen);
+  while (depth-- > 0)
+    required_token(tok_rparen, ec_exp_rparen);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Whole objects
 
 // GNU: int a[] = (int[]){1, 2}; the literal's braces stand for the array's own.
@@ -196,7 +203,8 @@ static bool scan_array_from_literal(a_type **type, an_init_walk *walk, a_constan
   if (!is_decl_not_expr(dst_parenthesized_type | dst_cast)) return false;
   a_type *literal_type = scan_type_for_cast(false, &defines_type, &is_class_definition);
   if (!required_token(tok_rparen, ec_exp_rparen) || curr_token != tok_lbrace) return false;
-  if (!f_types_are_compatible(literal_type, *type, tco_array_bounds | tco_ignore_top_qualifiers)) return false;
+  if (!f_types_are_compatible(literal_type, *type, tco_array_bounds | tco_ignore_top_qualifiers))
+    return false;
   scan_object_initializer(&literal_type, walk, constant);
   if (is_incomplete_array_type(*type)) *type = literal_type;
   return true;
@@ -205,19 +213,24 @@ static bool scan_array_from_literal(a_type **type, an_init_walk *walk, a_constan
 bool missing_braces_are_tolerated(a_source_position pos)
 {
   if (C_dialect == 1) return true;
-  an_error_severity severity = C_dialect == 2 ? es_error : strict_ansi_mode ? strict_ansi_error_severity : es_warning;
+  an_error_severity severity = C_dialect == 2     ? es_error
+                               : strict_ansi_mode ? strict_ansi_error_severity
+                                                  : es_warning;
   pos_diagnostic(severity, ec_missing_initializer_list, pos);
   return severity < es_error;
 }
 
-// The value of an initializer: a constant, or (some_dynamic) a constant tree with values to evaluate.
+// The value of an initializer: a constant, or (some_dynamic) a constant tree with values to
+// evaluate.
 static void scan_whole_initializer(a_type **type, an_init_walk *walk, a_constant *constant)
 {
   bool aggregate = is_array_type(*type) || is_class_struct_union_type(*type);
-  bool brace_missing = is_array_type(*type) && curr_token != tok_lbrace && !string_initializes_array(*type, false);
+  bool brace_missing =
+      is_array_type(*type) && curr_token != tok_lbrace && !string_initializes_array(*type, false);
   if (aggregate && brace_missing) {
     a_source_position pos = pos_curr_token;
-    if (curr_token == tok_lparen && gcc_mode && scan_array_from_literal(type, walk, constant)) return;
+    if (curr_token == tok_lparen && gcc_mode && scan_array_from_literal(type, walk, constant))
+      return;
     if (!missing_braces_are_tolerated(pos)) {
       scan_and_discard_initializer_expression();
       set_error_constant(constant);
@@ -252,7 +265,7 @@ void scan_compound_literal_initializer(a_type **type, bool is_static, a_constant
   *out_dynamic_init = init;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Attaching
 
 static bool is_static_object(a_variable *variable)
@@ -267,8 +280,8 @@ static void attach_static_initializer(a_variable *variable, a_constant *constant
 }
 
 // The initialization happens where the declaration stands.
-static void attach_automatic_initializer(a_variable *variable, a_constant *constant, bool some_dynamic,
-                                         const a_source_position *pos)
+static void attach_automatic_initializer(a_variable *variable, a_constant *constant,
+                                         bool some_dynamic, const a_source_position *pos)
 {
   a_dynamic_init *init;
   if (constant->kind == ck_dynamic_init) {
@@ -289,21 +302,24 @@ static void attach_automatic_initializer(a_variable *variable, a_constant *const
 }
 
 // The bound that the initializer gave is part of the type of every declaration of the object.
-static void set_completed_type(a_symbol *symbol, a_variable *variable, a_type *type, a_source_position *pos)
+static void set_completed_type(a_symbol *symbol, a_variable *variable, a_type *type,
+                               a_source_position *pos)
 {
   if (type == variable->type) return;
   variable->type = type;
   a_symbol *external = find_external_symbol(symbol->header);
-  if (external != nullptr && external->kind == sk_extern_variable && variable->source_corresp.name_linkage == nlk_c) {
+  if (external != nullptr && external->kind == sk_extern_variable &&
+      variable->source_corresp.name_linkage == nlk_c) {
     reconcile_external_symbol_types(external, pos, type, es_error);
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // The entry
 
 // What may not have an initializer at all; the tokens are still read.
-static bool check_may_be_initialized(a_decl_parse_state *state, a_variable *variable, a_source_position *pos)
+static bool check_may_be_initialized(a_decl_parse_state *state, a_variable *variable,
+                                     a_source_position *pos)
 {
   if (state->symbol == nullptr) return false;
   if (variable == nullptr) {
@@ -314,7 +330,8 @@ static bool check_may_be_initialized(a_decl_parse_state *state, a_variable *vari
     pos_sy_error(ec_cannot_initialize, *pos, state->symbol);
     return false;
   }
-  bool block_extern = variable->storage_class == sc_extern && in_function_scope() && !at_file_scope();
+  bool block_extern =
+      variable->storage_class == sc_extern && in_function_scope() && !at_file_scope();
   if (block_extern) {
     pos_sy_error(ec_cannot_initialize, *pos, state->symbol);
     return false;
@@ -370,7 +387,7 @@ void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is
       pos_sy_warning(ec_var_with_uninitialized_field, *pos, state->symbol);
     }
     if (walk.error_seen || constant.kind == ck_error) {
-      walk.error_seen = true;  // the object stays without a value; nobody complains about that
+      walk.error_seen = true; // the object stays without a value; nobody complains about that
     } else if (walk.is_static) {
       attach_static_initializer(variable, &constant);
     }
@@ -385,7 +402,7 @@ void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is
   if (end_pos != nullptr) *end_pos = curr_construct_end_position;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Objects without initializer
 
 void def_initializer(a_symbol *symbol, a_source_position *pos)
@@ -399,7 +416,8 @@ void check_for_missing_initializer_full(a_symbol *symbol, a_type *type, bool)
   if (C_dialect != 2 || is_error_type(type)) return;
   if (is_any_reference_type(type)) {
     pos_sy_error(ec_missing_initializer_on_reference, symbol->position, symbol);
-  } else if (is_const_qualified(type) && !is_class_struct_union_type(underlying_array_element_type(type))) {
+  } else if (is_const_qualified(type) &&
+             !is_class_struct_union_type(underlying_array_element_type(type))) {
     pos_sy_error(ec_missing_initializer_on_const, symbol->position, symbol);
   }
 }

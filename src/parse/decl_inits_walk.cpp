@@ -1,6 +1,8 @@
 // decl_inits_walk.cpp - values in braces: aggregates, elided braces, designators.
-// Rule:    a level walks one object; without braces of its own it takes as many values as it needs, and leaves
-//          designators to the innermost level with braces.  A value's place is told by a designator entry wherever
+// Rule:    a level walks one object; without braces of its own it takes as many values as it needs,
+//          and leaves
+//          designators to the innermost level with braces.  A value's place is told by a designator
+//          entry wherever
 //          it isn't the next one; a later entry for a place overrides an earlier one.
 // Entry:   scan_object_initializer.
 // See:     C99 6.7.8.
@@ -21,23 +23,23 @@
 
 // Where a level stands in its object.
 struct an_init_pos_state {
-  a_type *type;               // skipped typerefs
+  a_type *type; // skipped typerefs
   an_init_walk *walk;
-  a_constant *aggregate;      // being built
+  a_constant *aggregate; // being built
   bool has_braces;
   bool is_array;
   bool bound_is_known;
-  bool at_end;                // the element behind the last one
+  bool at_end; // the element behind the last one
   uint64_t bound;
-  uint64_t index;             // arrays: the element that comes next
-  uint64_t highest;           // arrays: one past the highest index reached
-  a_field *field;             // classes: the member that comes next
-  uint64_t range_count;       // GNU: the value stands for that many elements
+  uint64_t index;       // arrays: the element that comes next
+  uint64_t highest;     // arrays: one past the highest index reached
+  a_field *field;       // classes: the member that comes next
+  uint64_t range_count; // GNU: the value stands for that many elements
 };
 
 static void scan_level(an_init_pos_state *level, bool starts_with_designator);
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Places
 
 static bool is_aggregate(a_type *type)
@@ -82,7 +84,8 @@ static void step_to_next_element(an_init_pos_state *level)
     level->at_end = level->bound_is_known && level->index >= level->bound;
     return;
   }
-  level->field = level->type->kind == tk_union ? nullptr : next_initializable_field(level->field->next);
+  level->field =
+      level->type->kind == tk_union ? nullptr : next_initializable_field(level->field->next);
   level->at_end = level->field == nullptr;
 }
 
@@ -97,13 +100,15 @@ static void append_designator(an_init_pos_state *level)
 {
   a_constant designator;
   clear_constant(&designator, ck_designator);
-  if (level->is_array) designator_of(&designator).index = level->index;
-  else designator_of(&designator).field = level->field;
+  if (level->is_array)
+    designator_of(&designator).index = level->index;
+  else
+    designator_of(&designator).field = level->field;
   append_entry(level, &designator);
   aggregate_of(level->aggregate).has_designators = true;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Designators
 
 static bool at_old_field_designator()
@@ -167,13 +172,14 @@ static bool scan_array_designator(an_init_pos_state *level, bool *is_extended)
 // The first step of the way to a member: the unnamed member that holds it, or the member itself.
 static a_symbol *first_step_to_member(a_symbol *symbol)
 {
-  while (symbol->variant.field.anonymous_parent != nullptr) symbol = symbol->variant.field.anonymous_parent;
+  while (symbol->variant.field.anonymous_parent != nullptr)
+    symbol = symbol->variant.field.anonymous_parent;
   return symbol;
 }
 
 // *remaining: the member that the way goes on to inside an anonymous one, or null.
-static bool designate_member(an_init_pos_state *level, a_symbol_locator *locator, a_source_position pos,
-                             a_symbol **remaining)
+static bool designate_member(an_init_pos_state *level, a_symbol_locator *locator,
+                             a_source_position pos, a_symbol **remaining)
 {
   *remaining = nullptr;
   if (level->is_array) {
@@ -183,8 +189,10 @@ static bool designate_member(an_init_pos_state *level, a_symbol_locator *locator
   a_symbol *symbol = class_qualified_id_lookup(locator, level->type, lo_none);
   if (symbol == nullptr || symbol->kind != sk_field) {
     a_symbol *class_symbol = level->type->source_corresp.assoc_symbol;
-    if (class_symbol != nullptr) pos_stsy_error(ec_not_a_field, pos, locator->header->identifier, class_symbol);
-    else pos_st_error(ec_not_a_field_name, pos, locator->header->identifier);
+    if (class_symbol != nullptr)
+      pos_stsy_error(ec_not_a_field, pos, locator->header->identifier, class_symbol);
+    else
+      pos_st_error(ec_not_a_field_name, pos, locator->header->identifier);
     return false;
   }
   record_symbol_reference(4, symbol, &pos);
@@ -199,11 +207,14 @@ static bool designate_member(an_init_pos_state *level, a_symbol_locator *locator
 static void report_designator_extension(bool is_extended, a_source_position pos)
 {
   if (!report_gnu_extensions || !(gcc_mode || gpp_mode)) return;
-  if (is_extended) pos_warning(ec_extended_designator_is_gnu_extension, pos);
-  else if (!c99_mode) pos_warning(ec_designator_is_nonstandard, pos);
+  if (is_extended)
+    pos_warning(ec_extended_designator_is_gnu_extension, pos);
+  else if (!c99_mode)
+    pos_warning(ec_designator_is_nonstandard, pos);
 }
 
-// Behind a designator: "=", or another designator, which belongs to the element's own level.  False: error.
+// Behind a designator: "=", or another designator, which belongs to the element's own level. 
+// False: error.
 static bool finish_designator(bool is_extended, bool *goes_on)
 {
   *goes_on = false;
@@ -221,14 +232,15 @@ static bool finish_designator(bool is_extended, bool *goes_on)
   return true;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Elements
 
 static void note_value(an_init_pos_state *level, a_constant *value)
 {
   if (value->kind == ck_error) level->walk->error_seen = true;
   if (level->is_array && level->range_count > 1) {
-    if (value->kind == ck_dynamic_init) pos_error(ec_no_range_designator_with_dynamic_init, pos_curr_token);
+    if (value->kind == ck_dynamic_init)
+      pos_error(ec_no_range_designator_with_dynamic_init, pos_curr_token);
     a_constant repeat;
     clear_constant(&repeat, ck_init_repeat);
     init_repeat_of(&repeat).repeated = alloc_unshared_constant(value);
@@ -287,7 +299,8 @@ static bool check_flexible_array(an_init_pos_state *level, a_source_position pos
     pos_error(ec_cannot_init_auto_flexible_array_member, pos);
     return false;
   }
-  // GNU C takes a string there: whoever writes one knows that the object around ends with room for it.
+  // GNU C takes a string there: whoever writes one knows that the object around ends with room for
+  // it.
   if (level->walk->level_depth > 1 && (C_dialect == 2 || curr_token != tok_string_literal)) {
     pos_error(ec_cannot_initialize_indirect_flexible_array, pos);
     return false;
@@ -314,7 +327,7 @@ static bool scan_designated_element(an_init_pos_state *level)
     a_symbol_locator locator = locator_for_curr_id;
     a_source_position name_pos = pos_curr_token;
     get_token();
-    if (is_extended) get_token();  // the colon
+    if (is_extended) get_token(); // the colon
     ok = designate_member(level, &locator, name_pos, &remaining);
   }
   report_designator_extension(is_extended, pos);
@@ -386,7 +399,7 @@ static void skip_excess_element(an_init_pos_state *level)
   scan_and_discard_initializer_expression();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Levels
 
 // Behind a value.  True: another value of this level follows, the comma is consumed.
@@ -415,7 +428,8 @@ static bool another_value_follows(an_init_pos_state *level)
   return true;
 }
 
-// Does an entry of the list stand for the member?  A designator says where the entries behind it go.
+// Does an entry of the list stand for the member?  A designator says where the entries behind it
+// go.
 static bool member_has_value(an_init_pos_state *level, a_field *member)
 {
   a_field *place = first_initializable_field(level->type);
@@ -437,7 +451,8 @@ static void note_const_members_without_value(an_init_pos_state *level)
   a_field *field = first_initializable_field(level->type);
   for (; field != nullptr; field = next_initializable_field(field->next)) {
     a_type *type = skip_typerefs(field->type);
-    bool is_const = is_const_qualified(field->type) || (type->kind == tk_struct && as_class(type).has_const_field);
+    bool is_const = is_const_qualified(field->type) ||
+                    (type->kind == tk_struct && as_class(type).has_const_field);
     if (is_const && !member_has_value(level, field)) level->walk->const_member_unset = true;
   }
 }
@@ -484,7 +499,8 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   get_token();
   ++walk->brace_depth;
   bool saved_required = walk->constants_required;
-  if (C_dialect != 2 && !allow_nonconstant_auto_aggr_init_in_c_mode) walk->constants_required = true;
+  if (C_dialect != 2 && !allow_nonconstant_auto_aggr_init_in_c_mode)
+    walk->constants_required = true;
   add_stop_token(tok_rbrace);
   add_stop_token(tok_comma);
   if (string_initializes_array(*type, true)) {
@@ -511,7 +527,8 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   required_token(tok_rbrace, ec_exp_rbrace);
 }
 
-// Without a brace: a class takes a whole value of its type where one comes, else its members take the values.
+// Without a brace: a class takes a whole value of its type where one comes, else its members take
+// the values.
 static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constant *constant)
 {
   if (string_initializes_array(*type, false)) {
@@ -524,7 +541,8 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   if (is_class && curr_token != tok_string_literal) {
     bool not_whole;
     an_expr_node *expr;
-    scan_initializer_element(*type, walk->constants_required, is_whole_object, &not_whole, &expr, constant);
+    scan_initializer_element(*type, walk->constants_required, is_whole_object, &not_whole, &expr,
+                             constant);
     if (!not_whole) {
       if (expr != nullptr) make_dynamic_element(expr, *type, walk, constant);
       return;
@@ -538,7 +556,7 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   }
   an_init_pos_state level;
   start_level(*type, walk, false, constant, &level);
-  if (level.at_end) return;  // an empty class takes no value
+  if (level.at_end) return; // an empty class takes no value
   scan_level(&level, false);
   complete_array(type, &level);
 }

@@ -1,5 +1,6 @@
 // expr.cpp - the core of the expression scanner and its entries.
-// Rule:    each entry cuts the expression stack, pushes its own kind, scans, pops and restores; the scan itself
+// Rule:    each entry cuts the expression stack, pushes its own kind, scans, pops and restores; the
+//          scan itself
 //          climbs precedences, one handler a group of operators.
 // Entry:   scan_expression and the scan_* of expr.h.
 // See:     C99 6.5, 6.6.
@@ -21,10 +22,11 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-typedef void an_operator_handler(an_operand *left, a_rescan_control_block *control_block, an_operand *result);
+typedef void an_operator_handler(an_operand *left, a_rescan_control_block *control_block,
+                                 an_operand *result);
 
 struct an_operator_entry {
-  signed char precedence;  // 0: the token is no operator
+  signed char precedence; // 0: the token is no operator
   bool right_associative;
   an_operator_handler *handler;
 };
@@ -33,7 +35,8 @@ static an_operator_entry operator_table[tok_last];
 
 static void fill_operator_table()
 {
-#define OPERATOR(token, precedence, right, handler) operator_table[token] = {precedence, right, handler};
+#define OPERATOR(token, precedence, right, handler)                                                \
+  operator_table[token] = {precedence, right, handler};
 #include "parse/operators.def"
 }
 
@@ -42,7 +45,7 @@ bool token_binds_tighter(unsigned token, int min_precedence)
   return operator_table[token].precedence > min_precedence;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Messages of constant contexts
 
 an_error_code not_allowed_in_constant_code()
@@ -58,7 +61,7 @@ an_error_code not_allowed_in_constant_code()
   return ec_bad_constant_operator;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Operands on the way
 
 // A name without declaration is fine only before "(".
@@ -68,9 +71,11 @@ static void reject_undefined_symbol(an_operand *operand)
   a_symbol_locator locator = cleared_locator;
   locator.header = operand->symbol->header;
   locator.position = operand->position;
-  expr_pos_st_diagnostic(es_error, ec_undefined_identifier, operand->position, operand->symbol->header->identifier);
+  expr_pos_st_diagnostic(es_error, ec_undefined_identifier, operand->position,
+                         operand->symbol->header->identifier);
   enter_undefined_symbol(&locator);
-  record_symbol_reference(rk_plain | rk_error, locator.symbol != nullptr ? locator.symbol : operand->symbol,
+  record_symbol_reference(rk_plain | rk_error,
+                          locator.symbol != nullptr ? locator.symbol : operand->symbol,
                           &operand->position);
   conv_to_error_operand(operand);
 }
@@ -113,7 +118,8 @@ static void merge_old_compound_assignment()
 static bool is_end_of_template_argument()
 {
   if (!expr_stack->angle_bracket_sensitive || expr_stack->paren_depth != 0) return false;
-  return curr_token == tok_gt || (curr_token == tok_shift_right && right_shift_can_be_angle_brackets);
+  return curr_token == tok_gt ||
+         (curr_token == tok_shift_right && right_shift_can_be_angle_brackets);
 }
 
 // The entry of the operator at hand when it is to be applied; null: the expression ends here.
@@ -142,7 +148,8 @@ static void apply_operators(an_operand *result, int min_precedence, unsigned fla
   }
 }
 
-// GNU: in the arm that a known condition drops, anything may stand where a constant is required.  What isn't
+// GNU: in the arm that a known condition drops, anything may stand where a constant is required. 
+//      What isn't
 // constant becomes a zero of its type.
 static void replace_nonconstant_of_dead_arm(an_operand *result)
 {
@@ -166,13 +173,16 @@ static void join_outer_references(a_ref_entry *outer)
 {
   if (outer == nullptr) return;
   a_ref_entry **link = &curr_expr_ref_entries;
-  while (*link != nullptr) link = &(*link)->next_in_expression;
+  while (*link != nullptr)
+    link = &(*link)->next_in_expression;
   *link = outer;
 }
 
-static void scan_expression_in_context(an_operand *result, an_operand *selector, int min_precedence, unsigned flags)
+static void scan_expression_in_context(an_operand *result, an_operand *selector, int min_precedence,
+                                       unsigned flags)
 {
-  while (curr_token == tok_extension) get_token();
+  while (curr_token == tok_extension)
+    get_token();
   if ((flags & se_paren_consumed) != 0) {
     scan_parenthesized_form(result, flags);
   } else {
@@ -210,7 +220,8 @@ void scan_expression(an_operand *result, an_operand *selector, int min_precedenc
   } else {
     scan_expression_in_context(result, selector, min_precedence, flags);
   }
-  flush_ref_entries_except(result->ref_entries, selector != nullptr ? selector->ref_entries : nullptr);
+  flush_ref_entries_except(result->ref_entries,
+                           selector != nullptr ? selector->ref_entries : nullptr);
   join_outer_references(outer_references);
 }
 
@@ -219,7 +230,7 @@ void scan_operand_of_list(an_operand *result)
   scan_expression(result, nullptr, prec_comma, se_stop_at_comma);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Entries: opening and closing
 
 struct a_scan_entry {
@@ -227,7 +238,8 @@ struct a_scan_entry {
   an_expr_stack_entry entry;
 };
 
-static void open_entry(a_scan_entry *scan, an_expression_kind kind, bool force_own_lifetime, bool no_lifetime)
+static void open_entry(a_scan_entry *scan, an_expression_kind kind, bool force_own_lifetime,
+                       bool no_lifetime)
 {
   scan->enclosing = expr_stack;
   expr_stack = nullptr;
@@ -247,7 +259,7 @@ static void init_unset_operand(an_operand *operand)
   operand->end_position = pos_curr_token;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Constant expressions
 
 static bool is_integral_constant_operand(an_operand *operand)
@@ -271,7 +283,8 @@ void scan_integral_constant_expression(a_constant *constant)
   }
   extract_constant_from_operand(&operand, constant);
   // An address that was cast to an integer has no value before the program is linked.
-  if (constant->kind != ck_integer && constant->kind != ck_error && constant->kind != ck_template_param) {
+  if (constant->kind != ck_integer && constant->kind != ck_error &&
+      constant->kind != ck_template_param) {
     expr_pos_error(ec_expr_not_integral_constant, operand.position);
     set_error_constant(constant);
   }
@@ -292,7 +305,8 @@ void scan_member_constant_initializer_expression(a_type *type, a_constant *const
 }
 
 // Any expression of the comma level: conditions of the C grammar's constant-expression allow none.
-void scan_constant_initializer_expression(a_type *type, an_init_pos_state *state, a_constant *constant)
+void scan_constant_initializer_expression(a_type *type, an_init_pos_state *state,
+                                          a_constant *constant)
 {
   (void)state;
   a_scan_entry scan;
@@ -313,7 +327,7 @@ void scan_constant_initializer_expression(a_type *type, an_init_pos_state *state
   close_entry(&scan, &operand);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Initializers and typed expressions
 
 // The end of a full expression: its node, lifetimes bound, relaxed calls replaced.
@@ -333,7 +347,8 @@ static void scan_initializer(a_type *type, bool is_static, bool no_lifetime, boo
   scan.entry.in_aggregate_constant_prescan = in_prescan && is_static;
   scan.entry.favor_constant_result = is_static || favor_constant_result_for_nonstatic_init;
   scan_expression(&operand, nullptr, prec_comma, se_stop_at_comma);
-  prep_initializer_operand(&operand, type, is_static ? 513 : 1, ec_bad_initializer_type, &operand.position);
+  prep_initializer_operand(&operand, type, is_static ? 513 : 1, ec_bad_initializer_type,
+                           &operand.position);
   *out_expr = nullptr;
   if (operand.kind == ok_expression) {
     *out_expr = finish_full_expression(&operand, type);
@@ -344,8 +359,8 @@ static void scan_initializer(a_type *type, bool is_static, bool no_lifetime, boo
   close_entry(&scan, &operand);
 }
 
-void scan_initializer_expression(a_type *type, a_decl_parse_state *state, bool is_static, bool no_lifetime,
-                                 an_expr_node **out_expr, a_constant *constant)
+void scan_initializer_expression(a_type *type, a_decl_parse_state *state, bool is_static,
+                                 bool no_lifetime, an_expr_node **out_expr, a_constant *constant)
 {
   (void)state;
   scan_initializer(type, is_static, no_lifetime, false, out_expr, constant);
@@ -358,7 +373,8 @@ void scan_aggregate_initializer_expression(a_type *type, a_decl_parse_state *sta
   scan_initializer(type, is_static, true, true, out_expr, constant);
 }
 
-// A value that was scanned for a class element and turned out to be of another type waits for the first
+// A value that was scanned for a class element and turned out to be of another type waits for the
+// first
 // member without braces; nothing else is scanned before that.
 static struct {
   bool is_waiting;
@@ -405,7 +421,8 @@ void scan_initializer_element(a_type *type, bool is_static, bool is_whole_object
     close_entry(&scan, &operand);
     return;
   }
-  prep_initializer_operand(&operand, type, is_static ? 513 : 1, ec_bad_initializer_type, &operand.position);
+  prep_initializer_operand(&operand, type, is_static ? 513 : 1, ec_bad_initializer_type,
+                           &operand.position);
   if (operand.kind == ok_expression && is_static) {
     expr_pos_error(ec_expr_not_constant, operand.position);
     conv_to_error_operand(&operand);
@@ -456,7 +473,8 @@ an_expr_node *scan_typed_expression(a_type *type, an_error_code code)
   return node;
 }
 
-an_expr_node *scan_return_expression(a_type *return_type, an_error_code code, a_dynamic_init **out_init)
+an_expr_node *scan_return_expression(a_type *return_type, an_error_code code,
+                                     a_dynamic_init **out_init)
 {
   if (out_init != nullptr) *out_init = nullptr;
   a_scan_entry scan;
@@ -510,7 +528,7 @@ an_expr_node *scan_default_arg_expr(a_type *type)
   return node;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Statements
 
 an_expr_node *scan_boolean_controlling_expression()
@@ -545,13 +563,15 @@ static bool is_value_of_statement_expression(bool in_statement_expression)
   return curr_token == tok_rbrace || (curr_token == tok_semicolon && next_token() == tok_rbrace);
 }
 
-an_expr_node *scan_void_expression(bool force_own_lifetime, bool extension_seen, bool in_statement_expression)
+an_expr_node *scan_void_expression(bool force_own_lifetime, bool extension_seen,
+                                   bool in_statement_expression)
 {
   a_scan_entry scan;
   an_operand operand;
   init_unset_operand(&operand);
   open_entry(&scan, ek_normal, force_own_lifetime, false);
-  scan_expression(&operand, nullptr, prec_lowest, se_statement_level | (extension_seen ? se_extension_seen : 0u));
+  scan_expression(&operand, nullptr, prec_lowest,
+                  se_statement_level | (extension_seen ? se_extension_seen : 0u));
   an_expr_node *node;
   if (is_value_of_statement_expression(in_statement_expression)) {
     do_operand_transformations(&operand, 0);
@@ -611,7 +631,7 @@ an_expr_node *scan_computed_goto_expression()
   return node;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 
 void expr_one_time_init()
 {

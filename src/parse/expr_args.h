@@ -6,27 +6,28 @@
 enum a_format_kind : unsigned char { fmk_none, fmk_printf, fmk_scanf };
 
 struct an_arg_check_block {
-  a_routine *routine;  // null: called through a pointer
+  a_routine *routine; // null: called through a pointer
   bool is_error_call;
-  bool params_known;   // prototyped, or the parameters of an old-style definition are listed
+  bool params_known; // prototyped, or the parameters of an old-style definition are listed
   a_param_type *next_param;
   bool prototyped;
   bool has_ellipsis;
   a_format_kind format_kind;
-  int min_arg_count;  // -1: the parameter list says it
+  int min_arg_count; // -1: the parameter list says it
   int arg_count;
   an_expr_node *result_list;
   an_expr_node *result_tail;
-  int format_arg_number;        // from 1; 0: the last argument before the ellipsis
-  int first_checked_arg;        // number of the first argument that the format describes
-  int sentinel_position;        // -1: none
+  int format_arg_number; // from 1; 0: the last argument before the ellipsis
+  int first_checked_arg; // number of the first argument that the format describes
+  int sentinel_position; // -1: none
   an_expr_node *first_format_arg;
   an_expr_node *format_arg;
   a_source_position call_position;
-  bool parameters_given_up;     // too many arguments: they are no longer compared
+  bool parameters_given_up; // too many arguments: they are no longer compared
 };
 
-void start_call_argument_processing(a_type *routine_type, a_routine *routine, an_arg_check_block *block);
+void start_call_argument_processing(a_type *routine_type, a_routine *routine,
+                                    an_arg_check_block *block);
 // Converts one argument and appends its node.
 void process_call_argument(struct an_operand *argument, an_arg_check_block *block);
 // Messages that need all arguments: too few, format, sentinel.

@@ -9,10 +9,12 @@
 #include "lex/lexical.h"
 #include "parse/expr_internal.h"
 
-static bool reject_in_constant_context(an_operand *left, an_operand *right, a_source_position *pos, an_operand *result)
+static bool reject_in_constant_context(an_operand *left, an_operand *right, a_source_position *pos,
+                                       an_operand *result)
 {
   if (!in_constant_context()) return false;
-  if (left->kind != ok_error && right->kind != ok_error) expr_pos_error(not_allowed_in_constant_code(), *pos);
+  if (left->kind != ok_error && right->kind != ok_error)
+    expr_pos_error(not_allowed_in_constant_code(), *pos);
   change_operand_refs_to_error(left);
   change_operand_refs_to_error(right);
   make_error_operand(result);
@@ -26,8 +28,8 @@ static void make_failed_assignment(an_operand *left, an_operand *right, an_opera
   make_error_operand(result);
 }
 
-static void build_assignment(an_expr_operator_kind op, an_operand *left, an_operand *right, a_source_position *pos,
-                             unsigned token, an_operand *result)
+static void build_assignment(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                             a_source_position *pos, unsigned token, an_operand *result)
 {
   a_ref_entry *refs = left->ref_entries, *last_ref = left->last_ref_entry;
   build_binary_result_operand(op, left, right, rvalue_type(left->type), result, pos, token);
@@ -42,8 +44,8 @@ static void build_assignment(an_expr_operator_kind op, an_operand *left, an_oper
   rule_out_expr_kinds(rule_out_any_constant, result);
 }
 
-void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos, unsigned token,
-                               an_operand *result)
+void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos,
+                               unsigned token, an_operand *result)
 {
   do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
   if (left->kind == ok_error || !check_modifiable_lvalue_operand(left)) {
@@ -71,7 +73,7 @@ void scan_assignment_operator(an_operand *left, a_rescan_control_block *, an_ope
   process_simple_assignment(left, &right, &pos, tok_assign, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Compound assignments
 
 static bool check_compound_operands(a_token_kind token, an_operand *left, an_operand *right)
@@ -84,7 +86,8 @@ static bool check_compound_operands(a_token_kind token, an_operand *left, an_ope
     }
     [[fallthrough]];
   case tok_times_assign:
-  case tok_divide_assign: return check_arithmetic_or_enum_operand(left) && check_arithmetic_or_enum_operand(right);
+  case tok_divide_assign:
+    return check_arithmetic_or_enum_operand(left) && check_arithmetic_or_enum_operand(right);
   default: return check_integral_or_enum_operand(left) && check_integral_or_enum_operand(right);
   }
 }
@@ -94,7 +97,8 @@ static bool is_shift_assignment(a_token_kind token)
   return token == tok_shift_left_assign || token == tok_shift_right_assign;
 }
 
-// The type in which the operation of a compound assignment is done; the right operand is converted to it.
+// The type in which the operation of a compound assignment is done; the right operand is converted
+// to it.
 static void convert_right_of_compound(a_token_kind token, an_operand *left, an_operand *right)
 {
   if (is_pointer_type(left->type)) {
@@ -111,13 +115,15 @@ static void convert_right_of_compound(a_token_kind token, an_operand *left, an_o
   an_operand left_value = *left;
   left_value.ref_entries = left_value.last_ref_entry = nullptr;
   a_type *type = determine_arithmetic_conversions(&left_value, right);
-  if (is_floating_type(type) && is_nonreal_floating_type(right->type) && !is_nonreal_floating_type(left->type)) {
+  if (is_floating_type(type) && is_nonreal_floating_type(right->type) &&
+      !is_nonreal_floating_type(left->type)) {
     type = float_type(float_kind_of_type(type));
   }
   if (!is_error_type(type)) cast_operand(type, right, false);
 }
 
-void scan_compound_assignment_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
+void scan_compound_assignment_operator(an_operand *left, a_rescan_control_block *,
+                                       an_operand *result)
 {
   a_token_kind token = curr_token;
   a_source_position pos = pos_curr_token;

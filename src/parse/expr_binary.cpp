@@ -1,5 +1,6 @@
 // expr_binary.cpp - binary operators, the conditional operator and the comma.
-// Rule:    each handler scans its right operand at its own precedence, converts both, and leaves folding and
+// Rule:    each handler scans its right operand at its own precedence, converts both, and leaves
+//          folding and
 //          node building to do_binary_operation.
 // Entry:   the handlers of operators.def.
 // See:     C99 6.5.5 to 6.5.15, 6.5.17.
@@ -14,7 +15,7 @@
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Operators and tokens
 
 an_expr_operator_kind which_binary_operator(unsigned token, a_type *type)
@@ -63,7 +64,8 @@ static a_type *boolean_result_type()
 }
 
 // Steps over the operator and scans the right operand of a left-associative one.
-static void scan_right_operand(int precedence, a_token_kind *token, a_source_position *pos, an_operand *right)
+static void scan_right_operand(int precedence, a_token_kind *token, a_source_position *pos,
+                               an_operand *right)
 {
   *token = curr_token;
   *pos = pos_curr_token;
@@ -92,8 +94,8 @@ static void report_incompatible(an_operand *left, an_operand *right, a_source_po
 }
 
 // Both arithmetic: converts to the common type and does the operation.
-static void do_arithmetic(a_token_kind token, an_operand *left, an_operand *right, a_source_position *pos,
-                          an_operand *result)
+static void do_arithmetic(a_token_kind token, an_operand *left, an_operand *right,
+                          a_source_position *pos, an_operand *result)
 {
   a_type *type = determine_arithmetic_conversions(left, right);
   an_expr_operator_kind op = which_binary_operator(token, type);
@@ -106,7 +108,7 @@ static void do_arithmetic(a_token_kind token, an_operand *left, an_operand *righ
   do_binary_operation(op, left, right, result_type, result, pos, token);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // * / %
 
 void scan_multiplicative_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
@@ -117,8 +119,10 @@ void scan_multiplicative_operator(an_operand *left, a_rescan_control_block *, an
   scan_right_operand(prec_multiplicative, &token, &pos, &right);
   transform_both(left, &right);
   bool integral_only = token == tok_remainder;
-  bool left_ok = integral_only ? check_integral_or_enum_operand(left) : check_arithmetic_or_enum_operand(left);
-  bool right_ok = integral_only ? check_integral_or_enum_operand(&right) : check_arithmetic_or_enum_operand(&right);
+  bool left_ok =
+      integral_only ? check_integral_or_enum_operand(left) : check_arithmetic_or_enum_operand(left);
+  bool right_ok = integral_only ? check_integral_or_enum_operand(&right)
+                                : check_arithmetic_or_enum_operand(&right);
   if (!left_ok || !right_ok) {
     make_failed_result(left, &right, result);
     return;
@@ -126,7 +130,7 @@ void scan_multiplicative_operator(an_operand *left, a_rescan_control_block *, an
   do_arithmetic(token, left, &right, &pos, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // + -
 
 // The index of pointer arithmetic keeps its own type after promotion.
@@ -143,7 +147,8 @@ static void do_pointer_and_integer(a_token_kind token, an_operand *pointer, an_o
   if (result->kind != ok_error) rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
-static void do_pointer_difference(an_operand *left, an_operand *right, a_source_position *pos, an_operand *result)
+static void do_pointer_difference(an_operand *left, an_operand *right, a_source_position *pos,
+                                  an_operand *result)
 {
   if (!check_object_pointer_operand(left) || !check_object_pointer_operand(right)) {
     make_failed_result(left, right, result);
@@ -159,10 +164,12 @@ static void do_pointer_difference(an_operand *left, an_operand *right, a_source_
       make_failed_result(left, right, result);
       return;
     }
-    expr_pos_ty2_diagnostic(es_warning, ec_nonstandard_ptr_minus_ptr, *pos, left->type, right->type);
+    expr_pos_ty2_diagnostic(es_warning, ec_nonstandard_ptr_minus_ptr, *pos, left->type,
+                            right->type);
     cast_operand(rvalue_type(left->type), right, false);
   }
-  do_binary_operation(eok_pointer_difference, left, right, ptrdiff_t_type(), result, pos, tok_minus);
+  do_binary_operation(eok_pointer_difference, left, right, ptrdiff_t_type(), result, pos,
+                      tok_minus);
 }
 
 void scan_additive_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
@@ -194,13 +201,15 @@ void scan_additive_operator(an_operand *left, a_rescan_control_block *, an_opera
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // << >> & | ^ <? >?
 
-// A shift whose operands aren't both constants has its count checked here; folding checks the others.
+// A shift whose operands aren't both constants has its count checked here; folding checks the
+// others.
 void check_count_of_unfolded_shift(an_operand *left, an_operand *right)
 {
-  if (right->kind != ok_constant || left->kind == ok_constant || !expr_stack->value_required) return;
+  if (right->kind != ok_constant || left->kind == ok_constant || !expr_stack->value_required)
+    return;
   an_error_code code = ec_no_error;
   check_shift_count(&right->value.constant, left->type, left->type, &code);
   if (code != ec_no_error) expr_pos_warning(code, right->position);
@@ -219,15 +228,15 @@ void scan_shift_operator(an_operand *left, a_rescan_control_block *, an_operand 
     make_failed_result(left, &right, result);
     return;
   }
-  if (C_dialect == 1) {  // K&R: the usual arithmetic conversions apply to the left operand too
+  if (C_dialect == 1) { // K&R: the usual arithmetic conversions apply to the left operand too
     a_type *type = determine_arithmetic_conversions(left, &right);
     cast_operand(type, left, false);
   }
   promote_operand(left);
   promote_operand(&right);
   check_count_of_unfolded_shift(left, &right);
-  do_binary_operation(which_binary_operator(token, left->type), left, &right, rvalue_type(left->type), result, &pos,
-                      token);
+  do_binary_operation(which_binary_operator(token, left->type), left, &right,
+                      rvalue_type(left->type), result, &pos, token);
 }
 
 void scan_bit_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
@@ -235,7 +244,9 @@ void scan_bit_operator(an_operand *left, a_rescan_control_block *, an_operand *r
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  int precedence = curr_token == tok_ampersand ? prec_bit_and : curr_token == tok_excl_or ? prec_bit_xor : prec_bit_or;
+  int precedence = curr_token == tok_ampersand ? prec_bit_and
+                   : curr_token == tok_excl_or ? prec_bit_xor
+                                               : prec_bit_or;
   scan_right_operand(precedence, &token, &pos, &right);
   transform_both(left, &right);
   bool left_ok = check_integral_or_enum_operand(left);
@@ -262,7 +273,8 @@ void scan_min_max_operator(an_operand *left, a_rescan_control_block *, an_operan
       return;
     }
     change_binary_operand_types(type, left, &right);
-    do_binary_operation(which_binary_operator(token, integer_type(ik_int)), left, &right, type, result, &pos, token);
+    do_binary_operation(which_binary_operator(token, integer_type(ik_int)), left, &right, type,
+                        result, &pos, token);
     return;
   }
   bool left_ok = check_arithmetic_or_enum_operand(left);
@@ -274,11 +286,12 @@ void scan_min_max_operator(an_operand *left, a_rescan_control_block *, an_operan
   do_arithmetic(token, left, &right, &pos, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Comparisons
 
 // Unsigned against zero or a negative constant; the operands are not converted yet.
-static void check_unsigned_comparison(a_token_kind token, an_operand *left, an_operand *right, a_source_position *pos)
+static void check_unsigned_comparison(a_token_kind token, an_operand *left, an_operand *right,
+                                      a_source_position *pos)
 {
   if (!expr_stack->value_required || expr_stack->expression_kind == ek_preprocessing) return;
   bool swapped = left->kind == ok_constant && right->kind != ok_constant;
@@ -286,12 +299,13 @@ static void check_unsigned_comparison(a_token_kind token, an_operand *left, an_o
   if (constant->kind != ok_constant || value->kind == ok_constant) return;
   if (constant->value.constant.kind != ck_integer) return;
   if (!is_integral_or_enum_type(value->type)) return;
-  a_type *promoted = determine_arithmetic_conversions(value, value);  // a narrow bit-field is an int
+  a_type *promoted = determine_arithmetic_conversions(value, value); // a narrow bit-field is an int
   if (is_bool_type(value->type) || !is_unsigned_integral_type(promoted)) return;
   bool is_signed = !is_unsigned_integral_type(constant->type);
   int sign = is_signed ? cmplit_integer_constant(&constant->value.constant, 0)
                        : cmpulit_integer_constant(&constant->value.constant, 0);
-  bool with_zero = swapped ? token == tok_gt || token == tok_le : token == tok_lt || token == tok_ge;
+  bool with_zero =
+      swapped ? token == tok_gt || token == tok_le : token == tok_lt || token == tok_ge;
   if (sign == 0 && with_zero) {
     expr_pos_warning(ec_unsigned_compare_with_zero, *pos);
   } else if (sign < 0) {
@@ -313,8 +327,8 @@ static void check_mixed_comparison(an_operand *left, an_operand *right, a_source
   expr_pos_diagnostic(es_remark, ec_signed_unsigned_comparison, *pos);
 }
 
-static void do_pointer_comparison(a_token_kind token, an_operand *left, an_operand *right, a_source_position *pos,
-                                  an_operand *result)
+static void do_pointer_comparison(a_token_kind token, an_operand *left, an_operand *right,
+                                  a_source_position *pos, an_operand *result)
 {
   a_type *type;
   if (!check_compatibility_of_pointer_operands(left, right, token, pos, &type)) {
@@ -322,13 +336,13 @@ static void do_pointer_comparison(a_token_kind token, an_operand *left, an_opera
     return;
   }
   change_binary_operand_types(type, left, right);
-  do_binary_operation(which_binary_operator(token, integer_type(ik_int)), left, right, boolean_result_type(), result,
-                      pos, token);
+  do_binary_operation(which_binary_operator(token, integer_type(ik_int)), left, right,
+                      boolean_result_type(), result, pos, token);
   if (result->kind != ok_error) rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
-static void do_comparison(a_token_kind token, an_operand *left, an_operand *right, a_source_position *pos,
-                          an_operand *result)
+static void do_comparison(a_token_kind token, an_operand *left, an_operand *right,
+                          a_source_position *pos, an_operand *result)
 {
   transform_both(left, right);
   if (left->kind == ok_error || right->kind == ok_error) {
@@ -355,7 +369,8 @@ static void do_comparison(a_token_kind token, an_operand *left, an_operand *righ
   check_mixed_comparison(left, right, pos);
   a_type *type = determine_arithmetic_conversions(left, right);
   change_binary_operand_types(type, left, right);
-  do_binary_operation(which_binary_operator(token, type), left, right, boolean_result_type(), result, pos, token);
+  do_binary_operation(which_binary_operator(token, type), left, right, boolean_result_type(),
+                      result, pos, token);
 }
 
 void scan_relational_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
@@ -368,7 +383,8 @@ void scan_relational_operator(an_operand *left, a_rescan_control_block *, an_ope
   bool complex = (left->kind != ok_error && is_nonreal_floating_type(left->type)) ||
                  (right.kind != ok_error && is_nonreal_floating_type(right.type));
   if (complex) {
-    expr_pos_error(ec_complex_type_not_allowed, is_nonreal_floating_type(left->type) ? left->position : right.position);
+    expr_pos_error(ec_complex_type_not_allowed,
+                   is_nonreal_floating_type(left->type) ? left->position : right.position);
     make_failed_result(left, &right, result);
     return;
   }
@@ -384,13 +400,15 @@ void scan_equality_operator(an_operand *left, a_rescan_control_block *, an_opera
   do_comparison(token, left, &right, &pos, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // && ||
 
 // True when the left operand is known to decide the result.
 static bool left_decides(an_operand *left, bool is_and)
 {
-  if (left->kind != ok_constant || !constant_bool_value_known_at_compile_time(&left->value.constant)) return false;
+  if (left->kind != ok_constant ||
+      !constant_bool_value_known_at_compile_time(&left->value.constant))
+    return false;
   return is_false_constant(&left->value.constant) == is_and;
 }
 
@@ -428,7 +446,8 @@ void scan_logical_operator(an_operand *left, a_rescan_control_block *, an_operan
     return;
   }
   a_type *type = boolean_result_type();
-  if (dead && right.kind != ok_constant && !(right.kind == ok_expression && has_statement_expression(right.value.expr))) {
+  if (dead && right.kind != ok_constant &&
+      !(right.kind == ok_expression && has_statement_expression(right.value.expr))) {
     a_source_position start = left->position, end = right.end_position;
     unsigned ruled_out = left->ruled_out_expr_kinds | right.ruled_out_expr_kinds;
     make_integer_constant_operand(is_and ? 0 : 1, type, result);
@@ -440,7 +459,7 @@ void scan_logical_operator(an_operand *left, a_rescan_control_block *, an_operan
   do_binary_operation(is_and ? eok_land : eok_lor, left, &right, type, result, &pos, token);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // ?:
 
 static bool both_are(bool (*test)(a_type *), an_operand *a, an_operand *b)
@@ -459,21 +478,25 @@ static bool is_void_operand(an_operand *operand)
 }
 
 // The pointed-to types' composite with the qualifiers of both sides; false after error 43.
-static a_type *type_of_conditional_with_pointers(an_operand *second, an_operand *third, a_source_position *pos)
+static a_type *type_of_conditional_with_pointers(an_operand *second, an_operand *third,
+                                                 a_source_position *pos)
 {
   a_type *type;
-  if (!check_compatibility_of_pointer_operands(second, third, tok_quest_mark, pos, &type)) return nullptr;
+  if (!check_compatibility_of_pointer_operands(second, third, tok_quest_mark, pos, &type))
+    return nullptr;
   return type;
 }
 
 // The result type of the two arms, converting both to it; null after an error.
-static a_type *convert_arms(an_operand *second, an_operand *third, bool *is_void, a_source_position *pos)
+static a_type *convert_arms(an_operand *second, an_operand *third, bool *is_void,
+                            a_source_position *pos)
 {
   *is_void = false;
   if (is_void_operand(second) || is_void_operand(third)) {
     bool both = both_are(is_void_type, second, third);
     if (!both && strict_ansi_mode && C_dialect != 2) {
-      expr_pos_ty2_diagnostic(strict_ansi_error_severity, ec_incompatible_operands, *pos, second->type, third->type);
+      expr_pos_ty2_diagnostic(strict_ansi_error_severity, ec_incompatible_operands, *pos,
+                              second->type, third->type);
       if (strict_ansi_error_severity >= es_error) return nullptr;
     }
     *is_void = true;
@@ -481,13 +504,15 @@ static a_type *convert_arms(an_operand *second, an_operand *third, bool *is_void
   }
   if (both_are(is_arithmetic_or_enum_type, second, third)) {
     a_type *type = rvalue_type(second->type);
-    bool same = identical_types(type, rvalue_type(third->type)) && (C_dialect == 2 || is_floating_type(type));
+    bool same = identical_types(type, rvalue_type(third->type)) &&
+                (C_dialect == 2 || is_floating_type(type));
     if (!same) type = determine_arithmetic_conversions(second, third);
     change_binary_operand_types(type, second, third);
     return type;
   }
   if (both_are(is_class_struct_union_type, second, third)) {
-    if (f_types_are_compatible(second->type, third->type, tco_ignore_top_qualifiers)) return rvalue_type(second->type);
+    if (f_types_are_compatible(second->type, third->type, tco_ignore_top_qualifiers))
+      return rvalue_type(second->type);
     report_incompatible(second, third, pos);
     return nullptr;
   }
@@ -532,13 +557,15 @@ void scan_conditional_operator(an_operand *left, a_rescan_control_block *, an_op
   check_boolean_controlling_expr(left);
   flush_ref_entries_except(nullptr, nullptr);
   left->ref_entries = left->last_ref_entry = nullptr;
-  bool known = left->kind == ok_constant && constant_bool_value_known_at_compile_time(&left->value.constant);
+  bool known =
+      left->kind == ok_constant && constant_bool_value_known_at_compile_time(&left->value.constant);
   bool is_false = known && is_false_constant(&left->value.constant);
   get_token();
   scan_second_operand(left, &second, known && is_false);
   flush_ref_entries_except(second.ref_entries, nullptr);
   required_token(tok_colon, ec_exp_colon);
-  int minimum = C_dialect == 2 && !cfront_2_1_mode && !cfront_3_0_mode ? prec_assignment : prec_question;
+  int minimum =
+      C_dialect == 2 && !cfront_2_1_mode && !cfront_3_0_mode ? prec_assignment : prec_question;
   scan_conditionally(&third, minimum, 0, known && !is_false);
   transform_arm(&second, known && is_false);
   transform_arm(&third, known && !is_false);
@@ -567,7 +594,7 @@ void scan_conditional_operator(an_operand *left, a_rescan_control_block *, an_op
   if (is_null_constant_operand(result)) rule_out_expr_kinds(0, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Comma
 
 void scan_comma_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
@@ -578,14 +605,16 @@ void scan_comma_operator(an_operand *left, a_rescan_control_block *, an_operand 
   check_for_no_effect(left);
   check_for_unused_result(left);
   discard_operand(left);
-  if (is_array_type(left->type) || left->state == os_function_designator) do_operand_transformations(left, 0);
+  if (is_array_type(left->type) || left->state == os_function_designator)
+    do_operand_transformations(left, 0);
   flush_ref_entries_except(nullptr, nullptr);
   left->ref_entries = left->last_ref_entry = nullptr;
   an_operand right;
   get_token();
   scan_expression(&right, nullptr, prec_comma, 0);
   if (forbidden) {
-    if (left->kind != ok_error && right.kind != ok_error) expr_pos_error(not_allowed_in_constant_code(), pos);
+    if (left->kind != ok_error && right.kind != ok_error)
+      expr_pos_error(not_allowed_in_constant_code(), pos);
     make_failed_result(left, &right, result);
     return;
   }

@@ -1,5 +1,7 @@
-// expr_builtin.cpp - GNU built-in functions whose calls are folded or have arguments of their own kind.
-// Entry:   has_special_arguments, scan_builtin_with_special_arguments, fold_builtin_call_if_possible.
+// expr_builtin.cpp - GNU built-in functions whose calls are folded or have arguments of their own
+// kind.
+// Entry:   has_special_arguments, scan_builtin_with_special_arguments,
+//          fold_builtin_call_if_possible.
 #include <cstring>
 
 #include "consts/folding.h"
@@ -35,7 +37,7 @@ enum a_builtin_class : unsigned char {
 };
 
 struct a_builtin_row {
-  const char *name;  // without "__builtin_"
+  const char *name; // without "__builtin_"
   a_builtin_class builtin_class;
 };
 
@@ -81,7 +83,7 @@ bool is_foldable_gnu_builtin_function(a_routine *routine)
   return builtin_class != bc_none && builtin_class <= bc_constant_p;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Folding of ordinary calls
 
 static void replace_by_constant(a_constant *constant, an_operand *result)
@@ -116,8 +118,10 @@ static void fold_abs(an_expr_node *argument, a_type *type, an_operand *result)
 
 static a_constant *string_behind_argument(an_expr_node *argument)
 {
-  while (argument != nullptr && is_operation(argument, eok_cast)) argument = first_operand_of(argument);
-  if (argument != nullptr && is_operation(argument, eok_array_to_pointer)) argument = first_operand_of(argument);
+  while (argument != nullptr && is_operation(argument, eok_cast))
+    argument = first_operand_of(argument);
+  if (argument != nullptr && is_operation(argument, eok_array_to_pointer))
+    argument = first_operand_of(argument);
   a_constant *constant;
   if (!constant_argument(argument, &constant)) return nullptr;
   if (constant->kind == ck_string) return constant;
@@ -197,7 +201,8 @@ void fold_builtin_call_if_possible(a_routine *routine, an_expr_node *arguments, 
   case bc_abs: fold_abs(arguments, result->type, result); return;
   case bc_bit_count:
     if (!constant_argument(arguments, &value) || value->kind != ck_integer) return;
-    if (fold_bit_count_operation_if_possible(routine, value, &constant)) replace_by_constant(&constant, result);
+    if (fold_bit_count_operation_if_possible(routine, value, &constant))
+      replace_by_constant(&constant, result);
     return;
   case bc_nan: fold_nan(arguments, result->type, result); return;
   case bc_huge:
@@ -213,8 +218,9 @@ void fold_builtin_call_if_possible(a_routine *routine, an_expr_node *arguments, 
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
-// Calls with arguments of their own kind: the current token is "(" at the start and behind ")" at the end.
+// -------------------------------------------------------------------------------------------------
+// Calls with arguments of their own kind: the current token is "(" at the start and behind ")" at
+// the end.
 
 static bool open_arguments()
 {
@@ -251,7 +257,8 @@ static void scan_choose_expr(an_operand *result)
   bool ok = check_scalar_operand(&condition);
   condition.ref_entries = condition.last_ref_entry = nullptr;
   pop_expr_stack();
-  bool is_false = ok && condition.kind == ok_constant && is_false_constant(&condition.value.constant);
+  bool is_false =
+      ok && condition.kind == ok_constant && is_false_constant(&condition.value.constant);
   bool saved_required = expr_stack->value_required, saved_generated = expr_stack->code_is_generated;
   comma_between_arguments();
   if (is_false) expr_stack->value_required = expr_stack->code_is_generated = false;
@@ -305,8 +312,10 @@ static void scan_classify_type(an_operand *result)
 {
   an_operand operand;
   scan_unevaluated_argument(&operand, false);
-  if (operand.kind == ok_error) make_error_operand(result);
-  else make_integer_constant_operand(type_class_number(operand.type), integer_type(ik_int), result);
+  if (operand.kind == ok_error)
+    make_error_operand(result);
+  else
+    make_integer_constant_operand(type_class_number(operand.type), integer_type(ik_int), result);
 }
 
 // A constant of arithmetic type, or the address of a string literal.
@@ -336,8 +345,10 @@ static void scan_constant_p(an_operand *result)
   do_operand_transformations(&operand, 0);
   operand.ref_entries = operand.last_ref_entry = nullptr;
   pop_expr_stack();
-  if (operand.kind == ok_error) make_error_operand(result);
-  else make_integer_constant_operand(counts_as_constant(&operand), integer_type(ik_int), result);
+  if (operand.kind == ok_error)
+    make_error_operand(result);
+  else
+    make_integer_constant_operand(counts_as_constant(&operand), integer_type(ik_int), result);
 }
 
 void scan_builtin_with_special_arguments(an_operand *, a_routine *routine, an_operand *result)
@@ -345,11 +356,11 @@ void scan_builtin_with_special_arguments(an_operand *, a_routine *routine, an_op
   a_builtin_class builtin_class = class_of_builtin(routine);
   a_source_position pos = pos_curr_token;
   if (builtin_class >= bc_va_start) {
-    scan_va_builtin(builtin_class == bc_va_start       ? tok_va_start
-                    : builtin_class == bc_va_end       ? tok_va_end
-                    : builtin_class == bc_va_copy      ? tok_va_copy
-                    : builtin_class == bc_va_arg       ? tok_va_arg
-                                                       : tok_error,
+    scan_va_builtin(builtin_class == bc_va_start  ? tok_va_start
+                    : builtin_class == bc_va_end  ? tok_va_end
+                    : builtin_class == bc_va_copy ? tok_va_copy
+                    : builtin_class == bc_va_arg  ? tok_va_arg
+                                                  : tok_error,
                     pos, result);
     return;
   }
@@ -362,10 +373,11 @@ void scan_builtin_with_special_arguments(an_operand *, a_routine *routine, an_op
   result->end_position = close_arguments();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Variable arguments: va_start, va_arg, va_end, va_copy in both their spellings
 
-// A va_list object, also one that a parameter of array type has become a pointer to; `use` is what happens to it.
+// A va_list object, also one that a parameter of array type has become a pointer to; `use` is what
+// happens to it.
 static bool scan_va_list_argument(an_error_code code, an_operand *list, unsigned use)
 {
   scan_operand_of_list(list);
@@ -382,7 +394,8 @@ static bool scan_va_list_argument(an_error_code code, an_operand *list, unsigned
   return true;
 }
 
-static an_expr_node *make_va_node(an_expr_operator_kind op, a_type *type, an_operand *list, an_expr_node *second)
+static an_expr_node *make_va_node(an_expr_operator_kind op, a_type *type, an_operand *list,
+                                  an_expr_node *second)
 {
   an_expr_node *node = make_node_from_operand(list);
   node->next = second;
@@ -392,7 +405,8 @@ static an_expr_node *make_va_node(an_expr_operator_kind op, a_type *type, an_ope
 static bool check_in_variadic_function(a_source_position pos, an_error_code code)
 {
   a_routine *routine = curr_routine();
-  bool variadic = routine != nullptr && routine_supplement_of(skip_typerefs(routine->type))->has_ellipsis;
+  bool variadic =
+      routine != nullptr && routine_supplement_of(skip_typerefs(routine->type))->has_ellipsis;
   if (variadic) return true;
   expr_pos_error(code, pos);
   return false;
@@ -401,7 +415,9 @@ static bool check_in_variadic_function(a_source_position pos, an_error_code code
 static bool is_last_named_parameter(an_operand *operand)
 {
   a_routine *routine = curr_routine();
-  if (routine == nullptr || operand->kind != ok_expression || operand->value.expr->kind != enk_variable) return false;
+  if (routine == nullptr || operand->kind != ok_expression ||
+      operand->value.expr->kind != enk_variable)
+    return false;
   a_variable *variable = variable_of(operand->value.expr);
   return variable->is_parameter && variable->next == nullptr;
 }
@@ -423,10 +439,12 @@ static void scan_va_start(a_source_position pos, an_operand *result)
     return;
   }
   if (curr_routine() != nullptr) curr_routine()->contains_varargs_use = true;
-  make_expression_operand(make_va_node(eok_va_start, void_type(), &list, make_node_from_operand(&parameter)), result);
+  make_expression_operand(
+      make_va_node(eok_va_start, void_type(), &list, make_node_from_operand(&parameter)), result);
 }
 
-// A type that default promotion changes can't come out of an argument list; the program would misbehave.
+// A type that default promotion changes can't come out of an argument list; the program would
+// misbehave.
 static void check_va_arg_type(a_type *type, a_source_position pos)
 {
   a_type *promoted = default_argument_promotion(make_unqualified_type(type));
@@ -484,7 +502,8 @@ static void scan_va_copy(an_operand *result)
     make_error_operand(result);
     return;
   }
-  make_expression_operand(make_va_node(eok_va_copy, void_type(), &target, make_node_from_operand(&source)), result);
+  make_expression_operand(
+      make_va_node(eok_va_copy, void_type(), &target, make_node_from_operand(&source)), result);
 }
 
 static void scan_varargs_start(an_operand *result)

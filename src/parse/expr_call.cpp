@@ -19,12 +19,14 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Arguments
 
-static void set_format_information(a_type *routine_type, a_routine *routine, an_arg_check_block *block);
+static void set_format_information(a_type *routine_type, a_routine *routine,
+                                   an_arg_check_block *block);
 
-void start_call_argument_processing(a_type *routine_type, a_routine *routine, an_arg_check_block *block)
+void start_call_argument_processing(a_type *routine_type, a_routine *routine,
+                                    an_arg_check_block *block)
 {
   *block = {};
   block->routine = routine;
@@ -46,8 +48,10 @@ void start_call_argument_processing(a_type *routine_type, a_routine *routine, an
 static void append_argument_node(an_expr_node *node, an_arg_check_block *block)
 {
   node->next = nullptr;
-  if (block->result_tail == nullptr) block->result_list = node;
-  else block->result_tail->next = node;
+  if (block->result_tail == nullptr)
+    block->result_list = node;
+  else
+    block->result_tail->next = node;
   block->result_tail = node;
 }
 
@@ -69,16 +73,19 @@ static void convert_to_prototype(an_operand *argument, an_arg_check_block *block
   block->next_param = param->next;
 }
 
-static bool old_style_argument_fits(an_operand *argument, a_type *param_type, an_error_severity *severity)
+static bool old_style_argument_fits(an_operand *argument, a_type *param_type,
+                                    an_error_severity *severity)
 {
   if (f_types_are_compatible(argument->type, param_type, tco_ignore_top_qualifiers)) return true;
   *severity = es_warning;
   a_type *type = rvalue_type(argument->type);
-  if (interchangeable_types(type, param_type) || integral_types_the_same_except_for_signedness(type, param_type)) {
+  if (interchangeable_types(type, param_type) ||
+      integral_types_the_same_except_for_signedness(type, param_type)) {
     *severity = es_remark;
   }
-  bool null_pointer = argument->kind == ok_constant && is_zero_constant(&argument->value.constant) &&
-                      is_pointer_type(param_type) && !strict_ansi_mode &&
+  bool null_pointer = argument->kind == ok_constant &&
+                      is_zero_constant(&argument->value.constant) && is_pointer_type(param_type) &&
+                      !strict_ansi_mode &&
                       size_of_type(rvalue_type(argument->type)) == targ_sizeof_pointer;
   if (null_pointer) *severity = es_remark;
   return false;
@@ -125,9 +132,12 @@ void process_call_argument(an_operand *argument, an_arg_check_block *block)
   } else {
     report_surplus_argument(argument, block);
     bool keep = (gcc_mode || gpp_mode) && block->has_ellipsis && block->routine != nullptr &&
-                is_gnu_builtin_function(block->routine) && is_foldable_gnu_builtin_function(block->routine);
-    if (keep) do_operand_transformations(argument, 0);
-    else arg_default_promote_operand(argument, block->has_ellipsis);
+                is_gnu_builtin_function(block->routine) &&
+                is_foldable_gnu_builtin_function(block->routine);
+    if (keep)
+      do_operand_transformations(argument, 0);
+    else
+      arg_default_promote_operand(argument, block->has_ellipsis);
   }
   an_expr_node *node = make_node_from_operand(argument);
   append_argument_node(node, block);
@@ -146,15 +156,19 @@ static void check_sentinel(an_arg_check_block *block, a_source_position *close_p
     return;
   }
   an_expr_node *argument = block->result_list;
-  for (int i = 1; i < number; ++i) argument = argument->next;
+  for (int i = 1; i < number; ++i)
+    argument = argument->next;
   bool is_null = argument->kind == enk_constant && is_zero_constant(constant_of(argument)) &&
                  is_pointer_type(argument->type);
   int named = 0;
   if (block->routine != nullptr) {
-    for (a_param_type *p = param_types_of(block->routine->type); p != nullptr; p = p->next) ++named;
+    for (a_param_type *p = param_types_of(block->routine->type); p != nullptr; p = p->next)
+      ++named;
   }
   if (number <= named && gnu_version >= 40002) {
-    expr_pos_warning(is_null ? ec_gnu_sentinel_must_be_ellipsis_argument : ec_no_gnu_sentinel_argument, *close_pos);
+    expr_pos_warning(is_null ? ec_gnu_sentinel_must_be_ellipsis_argument
+                             : ec_no_gnu_sentinel_argument,
+                     *close_pos);
   } else if (!is_null) {
     expr_pos_warning(ec_invalid_gnu_sentinel_argument, argument->expr_range.start);
   }
@@ -175,49 +189,59 @@ void finish_call_argument_processing(an_arg_check_block *block, a_source_positio
   check_sentinel(block, close_pos);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // What attributes and well-known names say of a function's arguments
 
 static an_attribute *attributes_of_call(a_type *routine_type, a_routine *routine)
 {
-  if (routine != nullptr && routine->source_corresp.attributes != nullptr) return routine->source_corresp.attributes;
+  if (routine != nullptr && routine->source_corresp.attributes != nullptr)
+    return routine->source_corresp.attributes;
   return routine_type->source_corresp.attributes;
 }
 
 static long attribute_number(an_attribute *attribute, int which)
 {
   an_attribute_arg *arg = attribute->args;
-  for (int i = 1; i < which && arg != nullptr; ++i) arg = arg->next;
-  if (arg == nullptr || arg->kind != aak_constant || arg->variant.constant->kind != ck_integer) return -1;
+  for (int i = 1; i < which && arg != nullptr; ++i)
+    arg = arg->next;
+  if (arg == nullptr || arg->kind != aak_constant || arg->variant.constant->kind != ck_integer)
+    return -1;
   bool overflow = false;
   return (long)value_of_integer_constant(arg->variant.constant, &overflow);
 }
 
-// #pragma __printf_args: the format is the last parameter, and the ellipsis behind it what it describes.
-static void set_format_information_of_pragma(a_type *routine_type, a_routine *routine, an_arg_check_block *block)
+// #pragma __printf_args: the format is the last parameter, and the ellipsis behind it what it
+// describes.
+static void set_format_information_of_pragma(a_type *routine_type, a_routine *routine,
+                                             an_arg_check_block *block)
 {
   if (routine == nullptr || !block->has_ellipsis) return;
   if (!routine->checks_printf_args && !routine->checks_scanf_args) return;
   block->format_kind = routine->checks_printf_args ? fmk_printf : fmk_scanf;
   block->format_arg_number = 0;
-  for (a_param_type *p = param_types_of(routine_type); p != nullptr; p = p->next) ++block->format_arg_number;
+  for (a_param_type *p = param_types_of(routine_type); p != nullptr; p = p->next)
+    ++block->format_arg_number;
   block->first_checked_arg = block->format_arg_number + 1;
   if (block->format_arg_number == 0) block->format_kind = fmk_none;
 }
 
-static void set_format_information(a_type *routine_type, a_routine *routine, an_arg_check_block *block)
+static void set_format_information(a_type *routine_type, a_routine *routine,
+                                   an_arg_check_block *block)
 {
   set_format_information_of_pragma(routine_type, routine, block);
   an_attribute *list = attributes_of_call(skip_typerefs(routine_type), routine);
   if (list == nullptr) return;
   if (an_attribute *format = f_find_attribute(ak_format, list)) {
     an_attribute_arg *archetype = format->args;
-    const char *name = archetype != nullptr && archetype->kind == aak_name ? archetype->variant.text : "";
-    if (strstr(name, "printf") != nullptr) block->format_kind = fmk_printf;
-    else if (strstr(name, "scanf") != nullptr) block->format_kind = fmk_scanf;
+    const char *name =
+        archetype != nullptr && archetype->kind == aak_name ? archetype->variant.text : "";
+    if (strstr(name, "printf") != nullptr)
+      block->format_kind = fmk_printf;
+    else if (strstr(name, "scanf") != nullptr)
+      block->format_kind = fmk_scanf;
     block->format_arg_number = (int)attribute_number(format, 2);
     block->first_checked_arg = (int)attribute_number(format, 3);
-    if (block->first_checked_arg < 1) block->format_kind = fmk_none;  // the arguments are a va_list
+    if (block->first_checked_arg < 1) block->format_kind = fmk_none; // the arguments are a va_list
   }
   if (an_attribute *sentinel = f_find_attribute(ak_sentinel, list)) {
     long distance = attribute_number(sentinel, 1);
@@ -228,7 +252,8 @@ static void set_format_information(a_type *routine_type, a_routine *routine, an_
 // Does a nonnull attribute name the parameter of the argument at hand?
 static bool parameter_is_nonnull(an_arg_check_block *block)
 {
-  if (block->routine == nullptr || block->routine->source_corresp.attributes == nullptr) return false;
+  if (block->routine == nullptr || block->routine->source_corresp.attributes == nullptr)
+    return false;
   an_attribute *attribute = f_find_attribute(ak_nonnull, block->routine->source_corresp.attributes);
   if (attribute == nullptr) return false;
   if (attribute->args == nullptr) return is_pointer_type(block->next_param->type);
@@ -239,7 +264,7 @@ static bool parameter_is_nonnull(an_arg_check_block *block)
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // The function
 
 // The operand's function, through the address that a designator has become.
@@ -264,7 +289,8 @@ static void declare_function_of_call(an_operand *function)
     conv_to_error_operand(function);
     return;
   }
-  expr_pos_st_diagnostic(c99_mode ? es_warning : es_remark, ec_implicit_func_decl, pos, locator.header->identifier);
+  expr_pos_st_diagnostic(c99_mode ? es_warning : es_remark, ec_implicit_func_decl, pos,
+                         locator.header->identifier);
   a_symbol *symbol = declare_implicit_routine(&locator);
   if (symbol == nullptr || !is_routine_symbol(symbol)) {
     conv_to_error_operand(function);
@@ -280,7 +306,7 @@ static a_type *called_routine_type(an_operand *function)
   return skip_typerefs(type);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // The call
 
 static void scan_argument_list(an_arg_check_block *block)
@@ -301,7 +327,8 @@ static void scan_argument_list(an_arg_check_block *block)
   --expr_stack->paren_depth;
 }
 
-static an_expr_node *make_call_node(an_operand *function, an_expr_node *arguments, a_type *return_type)
+static an_expr_node *make_call_node(an_operand *function, an_expr_node *arguments,
+                                    a_type *return_type)
 {
   an_expr_node *target = make_node_from_operand(function);
   target->next = arguments;
@@ -333,7 +360,8 @@ static bool check_va_arg_pack(a_routine *builtin, a_source_position pos)
   const char *name = builtin->source_corresp.name;
   if (name == nullptr || strncmp(name, "__builtin_va_arg_pack", 21) != 0) return true;
   a_routine *routine = curr_routine();
-  if (routine != nullptr && routine->is_inline && routine_supplement_of(skip_typerefs(routine->type))->has_ellipsis) {
+  if (routine != nullptr && routine->is_inline &&
+      routine_supplement_of(skip_typerefs(routine->type))->has_ellipsis) {
     return true;
   }
   expr_pos_error(ec_bad_function_for_gnu_va_arg_pack, pos);
@@ -350,11 +378,13 @@ static bool check_callable(an_operand *function, a_routine *routine, a_source_po
   return true;
 }
 
-static void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block, a_type *return_type,
-                        a_source_position *open_pos, a_source_position *end, an_operand *result)
+static void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block,
+                        a_type *return_type, a_source_position *open_pos, a_source_position *end,
+                        an_operand *result)
 {
   a_source_position start = function->position;
-  bool foldable = routine != nullptr && is_gnu_builtin_function(routine) && is_foldable_gnu_builtin_function(routine);
+  bool foldable = routine != nullptr && is_gnu_builtin_function(routine) &&
+                  is_foldable_gnu_builtin_function(routine);
   an_expr_node *node = make_call_node(function, block->result_list, return_type);
   node->operator_position = *open_pos;
   node->expr_range.start = start;
@@ -388,7 +418,8 @@ void scan_function_call(an_operand *function, a_rescan_control_block *, an_opera
   }
   bool forbidden = in_constant_context() && expr_stack->value_required &&
                    !(is_builtin && is_foldable_gnu_builtin_function(routine));
-  change_some_ref_kinds(function->ref_entries, rk_plain, rk_read);  // a called function's address isn't taken
+  change_some_ref_kinds(function->ref_entries, rk_plain,
+                        rk_read); // a called function's address isn't taken
   a_ref_entry *refs = function->ref_entries;
   function->ref_entries = function->last_ref_entry = nullptr;
   bool ok = check_callable(function, routine, &start);
@@ -415,5 +446,6 @@ void scan_function_call(an_operand *function, a_rescan_control_block *, an_opera
     result->end_position = end;
     return;
   }
-  finish_call(function, routine, &block, return_type_of_call(routine_type, &start), &open_pos, &end, result);
+  finish_call(function, routine, &block, return_type_of_call(routine_type, &start), &open_pos, &end,
+              result);
 }

@@ -12,25 +12,35 @@
 #include "parse/expr_internal.h"
 
 enum a_length_modifier : unsigned char {
-  lm_none, lm_hh, lm_h, lm_l, lm_ll, lm_long_double, lm_j, lm_z, lm_t, lm_int40
+  lm_none,
+  lm_hh,
+  lm_h,
+  lm_l,
+  lm_ll,
+  lm_long_double,
+  lm_j,
+  lm_z,
+  lm_t,
+  lm_int40
 };
 
 struct a_format_scan {
   const an_arg_check_block *block;
   const char *text;
   const char *end;
-  an_expr_node *next_arg;  // the one that the next conversion takes
+  an_expr_node *next_arg; // the one that the next conversion takes
   bool positional_seen;
   bool stopped;
 };
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // The text
 
 // The literal behind a format argument, through casts; false when it is none.
 static bool text_of_format(an_expr_node *argument, const char **text, const char **end)
 {
-  while (is_operation(argument, eok_cast)) argument = first_operand_of(argument);
+  while (is_operation(argument, eok_cast))
+    argument = first_operand_of(argument);
   a_constant *string = nullptr;
   if (is_operation(argument, eok_array_to_pointer)) argument = first_operand_of(argument);
   if (argument->kind != enk_constant) return false;
@@ -41,7 +51,8 @@ static bool text_of_format(an_expr_node *argument, const char **text, const char
     if (address_of(constant).offset != 0) return false;
     string = (a_constant *)address_of(constant).entity;
   }
-  if (string == nullptr || string->kind != ck_string || !is_ordinary_string_constant(string)) return false;
+  if (string == nullptr || string->kind != ck_string || !is_ordinary_string_constant(string))
+    return false;
   const a_constant_string &value = string_of(string);
   if (value.length == 0 || value.text[value.length - 1] != 0) return false;
   *text = value.text;
@@ -49,7 +60,7 @@ static bool text_of_format(an_expr_node *argument, const char **text, const char
   return true;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Arguments
 
 static an_expr_node *take_argument(a_format_scan *scan)
@@ -70,13 +81,15 @@ static bool positional_number(a_format_scan *scan, an_expr_node **argument)
   if (!check_printf_scanf_positional_args) return false;
   const char *p = scan->text;
   unsigned number = 0;
-  while (p < scan->end && *p >= '0' && *p <= '9' && number <= 99) number = number * 10 + (unsigned)(*p++ - '0');
+  while (p < scan->end && *p >= '0' && *p <= '9' && number <= 99)
+    number = number * 10 + (unsigned)(*p++ - '0');
   if (p == scan->text || p >= scan->end || *p != '$') return false;
   scan->text = p + 1;
   scan->positional_seen = true;
   *argument = nullptr;
   if (number == 0) {
-    expr_pos_warning(ec_positional_format_specifier_zero, scan->block->format_arg->expr_range.start);
+    expr_pos_warning(ec_positional_format_specifier_zero,
+                     scan->block->format_arg->expr_range.start);
     scan->stopped = true;
     return true;
   }
@@ -85,7 +98,8 @@ static bool positional_number(a_format_scan *scan, an_expr_node **argument)
     return true;
   }
   *argument = scan->block->first_format_arg;
-  while (*argument != nullptr && --number > 0) *argument = (*argument)->next;
+  while (*argument != nullptr && --number > 0)
+    *argument = (*argument)->next;
   if (*argument == nullptr) {
     expr_pos_warning(ec_too_few_printf_args, scan->block->format_arg->expr_range.start);
     scan->stopped = true;
@@ -93,7 +107,7 @@ static bool positional_number(a_format_scan *scan, an_expr_node **argument)
   return true;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Expected types
 
 static an_integer_kind with_sign(an_integer_kind kind, bool is_signed)
@@ -131,15 +145,27 @@ static a_type *floating_of_length(a_length_modifier length, bool is_scanf)
 static a_type *type_of_conversion(char letter, a_length_modifier length, bool is_scanf)
 {
   switch (letter) {
-  case 'a': case 'A': case 'e': case 'E': case 'f': case 'F': case 'g': case 'G':
-    return floating_of_length(length, is_scanf);
-  case 'd': case 'i': case 'n': return integer_of_length(length, true);
-  case 'o': case 'u': case 'x': case 'X': return integer_of_length(length, false);
+  case 'a':
+  case 'A':
+  case 'e':
+  case 'E':
+  case 'f':
+  case 'F':
+  case 'g':
+  case 'G': return floating_of_length(length, is_scanf);
+  case 'd':
+  case 'i':
+  case 'n': return integer_of_length(length, true);
+  case 'o':
+  case 'u':
+  case 'x':
+  case 'X': return integer_of_length(length, false);
   case 'p': return make_pointer_type(void_type());
   case 'c':
     if (length == lm_l && !is_scanf) return integer_type(targ_wint_t_int_kind);
     [[fallthrough]];
-  case 's': case '[':
+  case 's':
+  case '[':
     if (letter == '[' && !is_scanf) return nullptr;
     if (length == lm_l) return eff_wchar_t_type();
     return integer_type(letter == 'c' && !is_scanf ? ik_int : plain_char_int_kind);
@@ -147,7 +173,7 @@ static a_type *type_of_conversion(char letter, a_length_modifier length, bool is
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Comparison
 
 static bool differs_in_sign_only(a_type *a, a_type *b)
@@ -166,8 +192,10 @@ static bool value_fits(a_type *actual, a_type *expected, char letter)
 {
   if (f_types_are_compatible(actual, expected, tco_ignore_top_qualifiers)) return true;
   if (is_one_of(letter, "oxXps") && differs_in_sign_only(actual, expected)) return true;
-  if (is_one_of(letter, "oxXp") && is_pointer_type(expected) && is_pointer_type(actual)) return true;
-  bool pointer_as_integer = is_integral_or_enum_type(expected) && is_pointer_type(actual) && !strict_ansi_mode;
+  if (is_one_of(letter, "oxXp") && is_pointer_type(expected) && is_pointer_type(actual))
+    return true;
+  bool pointer_as_integer =
+      is_integral_or_enum_type(expected) && is_pointer_type(actual) && !strict_ansi_mode;
   return pointer_as_integer && size_of_type(actual) == size_of_type(expected) &&
          f_alignment_of_type(actual) == f_alignment_of_type(expected);
 }
@@ -177,15 +205,18 @@ static void report_mismatch(an_expr_node *argument, a_type *actual, a_type *expe
   bool harmless = interchangeable_types(actual, expected) ||
                   (is_integral_or_enum_type(actual) && is_integral_or_enum_type(expected) &&
                    differs_in_sign_only(actual, expected));
-  expr_pos_diagnostic(harmless ? es_remark : es_warning, ec_printf_arg_mismatch, argument->expr_range.start);
+  expr_pos_diagnostic(harmless ? es_remark : es_warning, ec_printf_arg_mismatch,
+                      argument->expr_range.start);
 }
 
 // The argument is a pointer to what the conversion reads or writes.
-static void compare_pointer_argument(an_expr_node *argument, a_type *expected, char letter, bool is_scanf)
+static void compare_pointer_argument(an_expr_node *argument, a_type *expected, char letter,
+                                     bool is_scanf)
 {
   a_type *actual = argument->type;
   if (!is_pointer_type(actual)) {
-    if (!is_error_type(actual)) expr_pos_warning(ec_printf_arg_mismatch, argument->expr_range.start);
+    if (!is_error_type(actual))
+      expr_pos_warning(ec_printf_arg_mismatch, argument->expr_range.start);
     return;
   }
   a_type *object = type_pointed_to(actual);
@@ -195,7 +226,8 @@ static void compare_pointer_argument(an_expr_node *argument, a_type *expected, c
   }
   object = make_unqualified_type(object);
   if (value_fits(object, expected, letter)) return;
-  if ((letter == 's' || letter == '[') && is_character_type(object) && is_character_type(expected)) return;
+  if ((letter == 's' || letter == '[') && is_character_type(object) && is_character_type(expected))
+    return;
   report_mismatch(argument, object, expected);
 }
 
@@ -212,7 +244,7 @@ static void compare_argument(an_expr_node *argument, a_type *expected, char lett
   report_mismatch(argument, actual, expected);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // One conversion
 
 static void compare_star(a_format_scan *scan)
@@ -228,17 +260,22 @@ static void compare_star(a_format_scan *scan)
 
 static void skip_digits(a_format_scan *scan)
 {
-  while (scan->text < scan->end && *scan->text >= '0' && *scan->text <= '9') ++scan->text;
+  while (scan->text < scan->end && *scan->text >= '0' && *scan->text <= '9')
+    ++scan->text;
 }
 
 static void scan_width_and_precision(a_format_scan *scan)
 {
-  if (scan->text < scan->end && *scan->text == '*') compare_star(scan);
-  else skip_digits(scan);
+  if (scan->text < scan->end && *scan->text == '*')
+    compare_star(scan);
+  else
+    skip_digits(scan);
   if (scan->stopped || scan->text >= scan->end || *scan->text != '.') return;
   ++scan->text;
-  if (scan->text < scan->end && *scan->text == '*') compare_star(scan);
-  else skip_digits(scan);
+  if (scan->text < scan->end && *scan->text == '*')
+    compare_star(scan);
+  else
+    skip_digits(scan);
 }
 
 static a_length_modifier scan_length(a_format_scan *scan)
@@ -272,7 +309,8 @@ static void skip_scan_set(a_format_scan *scan)
 {
   if (scan->text < scan->end && *scan->text == '^') ++scan->text;
   if (scan->text < scan->end && *scan->text == ']') ++scan->text;
-  while (scan->text < scan->end && *scan->text != ']') ++scan->text;
+  while (scan->text < scan->end && *scan->text != ']')
+    ++scan->text;
   if (scan->text < scan->end) ++scan->text;
 }
 
@@ -289,7 +327,8 @@ static void scan_conversion(a_format_scan *scan)
     }
     skip_digits(scan);
   } else {
-    while (scan->text < scan->end && is_one_of(*scan->text, "-+ #0'")) ++scan->text;
+    while (scan->text < scan->end && is_one_of(*scan->text, "-+ #0'"))
+      ++scan->text;
     scan_width_and_precision(scan);
     if (scan->stopped) return;
   }

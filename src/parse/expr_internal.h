@@ -4,9 +4,10 @@
 #include "parse/exprutil.h"
 #include "lex/tokens.h"
 
-// Handlers of operators behind an operand; see operators.def.  The operator is the current token, `left` is
+// Handlers of operators behind an operand; see operators.def.  The operator is the current token,
+// `left` is
 // consumed, `result` may not be `left`.
-#define OPERATOR_HANDLER(name) \
+#define OPERATOR_HANDLER(name)                                                                     \
   void name(an_operand *left, a_rescan_control_block *control_block, an_operand *result)
 OPERATOR_HANDLER(scan_subscript);
 OPERATOR_HANDLER(scan_function_call);
@@ -43,9 +44,10 @@ void scan_intaddr_operator(an_operand *result);
 void scan_generic_operator(an_operand *result);
 void scan_types_compatible_operator(an_operand *result);
 void scan_va_operator(an_operand *result);
-// The same with the name consumed: the current token is "(".  tok_error stands for the old varargs form.
+// The same with the name consumed: the current token is "(".  tok_error stands for the old varargs
+// form.
 void scan_va_builtin(a_token_kind token, a_source_position pos, an_operand *result);
-void scan_target_operator(an_operand *result);  // __va_argref and its kin, segment operators
+void scan_target_operator(an_operand *result); // __va_argref and its kin, segment operators
 void scan_function_name_token(an_operand *result);
 void scan_string_literal(an_operand *result);
 bool token_is_function_name(a_token_kind token);
@@ -53,7 +55,8 @@ bool token_is_function_name(a_token_kind token);
 bool token_is_function_name_string_literal();
 
 // Calls.
-void scan_builtin_with_special_arguments(an_operand *function, a_routine *routine, an_operand *result);
+void scan_builtin_with_special_arguments(an_operand *function, a_routine *routine,
+                                         an_operand *result);
 bool has_special_arguments(a_routine *routine);
 bool is_foldable_gnu_builtin_function(a_routine *routine);
 void fold_builtin_call_if_possible(a_routine *routine, an_expr_node *arguments, an_operand *result);
@@ -63,11 +66,12 @@ struct an_arg_check_block;
 void check_format_arguments(const an_arg_check_block *block);
 
 // Selection of the (possibly anonymous) member of an object; see make_field_operand.
-void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos, an_operand *result);
+void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
+                   an_operand *result);
 
 // Assigns: both operands were scanned.
-void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos, unsigned token,
-                               an_operand *result);
+void process_simple_assignment(an_operand *left, an_operand *right, a_source_position *pos,
+                               unsigned token, an_operand *result);
 
 // Would the operator be applied to an operand that was scanned with this minimum?
 bool token_binds_tighter(unsigned token, int min_precedence);
@@ -80,4 +84,4 @@ void make_size_constant_operand(unsigned long long value, an_operand *operand);
 void check_for_no_effect(an_operand *operand);
 void check_for_unused_result(an_operand *operand);
 // Tokens are skipped as one operand of an expression would be; nothing is reported twice.
-void scan_operand_of_list(an_operand *result);  // up to a comma
+void scan_operand_of_list(an_operand *result); // up to a comma

@@ -1,4 +1,5 @@
-// expr_paren.cpp - what may stand behind "(": an expression, a cast, a compound literal, a statement expression;
+// expr_paren.cpp - what may stand behind "(": an expression, a cast, a compound literal, a
+// statement expression;
 //                  and what becomes of a value that nobody uses.
 // Entry:   scan_parenthesized_form, check_for_no_effect.
 // See:     C99 6.5.1p5, 6.5.2.5, 6.5.4, 6.8.3.
@@ -15,7 +16,7 @@
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Statement expressions (GNU)
 
 static void skip_statement_expression(an_operand *result, an_error_code code, a_source_position pos)
@@ -30,7 +31,8 @@ static an_expr_node *make_statement_expr_node(a_statement *block)
 {
   a_type *type = void_type();
   a_statement *last = last_statement_in_block(block);
-  if (last != nullptr && last->kind == stmk_expr && last->expr != nullptr) type = rvalue_type(last->expr->type);
+  if (last != nullptr && last->kind == stmk_expr && last->expr != nullptr)
+    type = rvalue_type(last->expr->type);
   an_expr_node *node = alloc_expr_node(enk_statement_expr);
   node->type = type;
   statement_of(node) = block;
@@ -65,7 +67,7 @@ static void scan_statement_expression(a_source_position pos, an_operand *result)
   rule_out_expr_kinds(rule_out_any_constant, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Compound literals
 
 // The object of a literal outside functions, or of one that is a constant in a constant context.
@@ -84,7 +86,8 @@ static void make_static_literal(a_type *type, a_constant *constant, an_operand *
   result->is_id_expression = false;
 }
 
-static void make_automatic_literal(a_type *type, a_constant *constant, a_dynamic_init *init, an_operand *result)
+static void make_automatic_literal(a_type *type, a_constant *constant, a_dynamic_init *init,
+                                   an_operand *result)
 {
   if (init == nullptr) {
     init = alloc_dynamic_init(dik_constant);
@@ -120,7 +123,7 @@ static void scan_compound_literal(a_type *type, a_source_position pos, an_operan
   if (result->kind != ok_error) rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Casts
 
 // The target itself: functions and arrays can't be cast to, qualifiers mean nothing.
@@ -128,7 +131,8 @@ static bool check_cast_target(a_type **type, a_source_position pos)
 {
   if (is_error_type(*type)) return false;
   if (is_function_type(*type) || is_array_type(*type)) {
-    bool lax = is_array_type(*type) && !strict_ansi_mode && !is_incomplete_array_type(*type) && C_dialect == 1;
+    bool lax = is_array_type(*type) && !strict_ansi_mode && !is_incomplete_array_type(*type) &&
+               C_dialect == 1;
     if (!lax) {
       expr_pos_ty_diagnostic(es_error, ec_cast_to_bad_type, pos, *type);
       return false;
@@ -151,12 +155,14 @@ static bool cast_to_union(a_type *type, an_operand *operand)
   a_type *union_type = skip_typerefs(type);
   if (union_type->kind != tk_union || !gcc_mode || !in_function_scope()) return false;
   for (a_field *field = as_class(union_type).first_field; field != nullptr; field = field->next) {
-    if (!f_types_are_compatible(rvalue_type(field->type), operand->type, tco_ignore_top_qualifiers)) continue;
+    if (!f_types_are_compatible(rvalue_type(field->type), operand->type, tco_ignore_top_qualifiers))
+      continue;
     an_operand saved = *operand;
     a_variable *temporary = make_expression_temporary(union_type);
     an_expr_node *member = field_lvalue_selection_expr(var_lvalue_expr(temporary), field);
     member->next = make_node_from_operand(operand);
-    an_expr_node *store = make_operator_node(assignment_operator_for_type(field->type), rvalue_type(field->type), member);
+    an_expr_node *store = make_operator_node(assignment_operator_for_type(field->type),
+                                             rvalue_type(field->type), member);
     make_expression_operand(make_comma_node(store, var_rvalue_expr(temporary)), operand);
     restore_operand_details_incl_ref(operand, &saved);
     return true;
@@ -179,14 +185,17 @@ static void warn_about_pointer_truncation(a_type *type, an_operand *operand)
   a_type *source = rvalue_type(operand->type);
   if (!is_pointer_type(source) || !is_integral_type(type) || is_bool_type(type)) return;
   bool narrow = size_of_type(type) < size_of_type(source);
-  if (narrow && expr_stack->value_required) expr_pos_warning(ec_integer_truncated, operand->position);
+  if (narrow && expr_stack->value_required)
+    expr_pos_warning(ec_integer_truncated, operand->position);
 }
 
 static void cast_to_type(a_type *type, an_operand *operand, a_source_position pos)
 {
   if (is_void_type(type)) {
-    if (is_lvalue_operand(operand) && !is_array_type(operand->type)) change_some_ref_kinds(operand->ref_entries, rk_plain, rk_read);
-    do_operand_transformations(operand, is_class_struct_union_type(operand->type) ? ot_keep_lvalues : 0u);
+    if (is_lvalue_operand(operand) && !is_array_type(operand->type))
+      change_some_ref_kinds(operand->ref_entries, rk_plain, rk_read);
+    do_operand_transformations(operand,
+                               is_class_struct_union_type(operand->type) ? ot_keep_lvalues : 0u);
     if (operand->kind != ok_error) cast_operand(type, operand, true);
     return;
   }
@@ -194,12 +203,16 @@ static void cast_to_type(a_type *type, an_operand *operand, a_source_position po
   do_operand_transformations(operand, 0);
   if (operand->kind == ok_error) return;
   if (same_class) {
-    if (C_dialect != 2 && gcc_mode && f_types_are_compatible(type, operand->type, tco_ignore_top_qualifiers)) return;
+    if (C_dialect != 2 && gcc_mode &&
+        f_types_are_compatible(type, operand->type, tco_ignore_top_qualifiers))
+      return;
     if (cast_to_union(type, operand)) return;
   }
   if (is_void_type(operand->type) || !cast_is_possible(type, operand)) {
-    if (same_class) expr_pos_ty_diagnostic(es_error, ec_cast_to_bad_type, pos, type);
-    else expr_pos_error(ec_bad_cast, pos);
+    if (same_class)
+      expr_pos_ty_diagnostic(es_error, ec_cast_to_bad_type, pos, type);
+    else
+      expr_pos_error(ec_bad_cast, pos);
     conv_to_error_operand(operand);
     return;
   }
@@ -208,7 +221,8 @@ static void cast_to_type(a_type *type, an_operand *operand, a_source_position po
   cast_operand(type, operand, true);
   if (operand->kind == ok_constant && is_integral_or_enum_type(type)) ruled_out = 0;
   operand->ruled_out_expr_kinds = (unsigned char)ruled_out;
-  if (is_pointer_type(type) || is_floating_type(type)) rule_out_expr_kinds(rule_out_integral_constant, operand);
+  if (is_pointer_type(type) || is_floating_type(type))
+    rule_out_expr_kinds(rule_out_integral_constant, operand);
 }
 
 // (int)1.5 stays usable in an integral constant expression: its operand is read as any constant.
@@ -243,7 +257,7 @@ static void scan_cast(a_type *type, a_source_position pos, an_operand *result)
   result->is_string_literal = false;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // (
 
 static void scan_type_in_parens(a_source_position pos, an_operand *result)
@@ -264,7 +278,8 @@ static void scan_parenthesized_expression(a_source_position pos, unsigned flags,
 {
   ++expr_stack->paren_depth;
   add_stop_token(tok_rparen);
-  scan_expression(result, nullptr, prec_lowest, (flags & 0xa06) | se_allow_bound_function | se_in_parens);
+  scan_expression(result, nullptr, prec_lowest,
+                  (flags & 0xa06) | se_allow_bound_function | se_in_parens);
   remove_stop_token(tok_rparen);
   --expr_stack->paren_depth;
   a_source_position end = end_pos_curr_token;
@@ -282,21 +297,23 @@ void scan_parenthesized_form(an_operand *result, unsigned flags)
 {
   a_source_position pos = pos_curr_token;
   if ((flags & se_paren_consumed) == 0) get_token();
-  if (curr_token == tok_lbrace && (gcc_mode || gpp_mode) && expr_stack->expression_kind != ek_preprocessing) {
+  if (curr_token == tok_lbrace && (gcc_mode || gpp_mode) &&
+      expr_stack->expression_kind != ek_preprocessing) {
     scan_statement_expression(pos, result);
     result->position = pos;
     result->end_position = end_pos_curr_token;
     required_token(tok_rparen, ec_exp_rparen);
     return;
   }
-  if (expr_stack->expression_kind != ek_preprocessing && is_decl_not_expr(dst_parenthesized_type | dst_cast)) {
+  if (expr_stack->expression_kind != ek_preprocessing &&
+      is_decl_not_expr(dst_parenthesized_type | dst_cast)) {
     scan_type_in_parens(pos, result);
     return;
   }
   scan_parenthesized_expression(pos, flags, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Values that nobody uses
 
 static bool operation_has_effect(an_expr_node *node);
@@ -327,7 +344,8 @@ static bool operation_has_effect(an_expr_node *node)
     if (is_void_type(node->type)) return true;
     return has_effect(first_operand_of(node));
   case eok_comma: return has_effect(second_operand_of(node));
-  case eok_question: return has_effect(second_operand_of(node)) || has_effect(third_operand_of(node));
+  case eok_question:
+    return has_effect(second_operand_of(node)) || has_effect(third_operand_of(node));
   case eok_land:
   case eok_lor: return has_effect(second_operand_of(node));
   case eok_call:

@@ -18,7 +18,7 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Literals
 
 static void finish_literal()
@@ -27,7 +27,8 @@ static void finish_literal()
   get_token();
 }
 
-// In #if what is not evaluated doesn't matter; an integral constant expression of the language holds nothing else
+// In #if what is not evaluated doesn't matter; an integral constant expression of the language
+// holds nothing else
 // even there.
 static bool must_be_integral()
 {
@@ -50,7 +51,8 @@ static void scan_floating_constant(an_operand *result, unsigned flags, int min_p
     make_error_operand(result);
   } else {
     make_constant_operand(&const_for_curr_token, result);
-    if ((flags & se_float_cast_operand) == 0) rule_out_expr_kinds(rule_out_integral_constant, result);
+    if ((flags & se_float_cast_operand) == 0)
+      rule_out_expr_kinds(rule_out_integral_constant, result);
   }
   finish_literal();
 }
@@ -79,14 +81,15 @@ static void scan_integer_constant(an_operand *result)
 
 bool token_is_function_name(a_token_kind token)
 {
-  return token == tok_func_name || token == tok_function_name || token == tok_pretty_function_name ||
-         token == tok_decorated_function_name;
+  return token == tok_func_name || token == tok_function_name ||
+         token == tok_pretty_function_name || token == tok_decorated_function_name;
 }
 
 void scan_string_literal(an_operand *result)
 {
   a_token_kind next = next_token();
-  if (next == tok_string_literal || (token_is_function_name(next) && gcc_mode && gnu_version < 30400)) {
+  if (next == tok_string_literal ||
+      (token_is_function_name(next) && gcc_mode && gnu_version < 30400)) {
     concat_adjacent_string_literals(true);
   }
   if (must_be_integral()) {
@@ -99,7 +102,7 @@ void scan_string_literal(an_operand *result)
   finish_literal();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __func__ and its kin
 
 static const char *name_of_function_at_hand()
@@ -195,21 +198,23 @@ void scan_function_name_token(an_operand *result)
     make_string_constant_operand(&name, result);
     result->is_string_literal = false;
   } else {
-    expr_pos_st_diagnostic(es_error, ec_id_can_only_appear_in_function, pos, spelling_of_function_name(token));
+    expr_pos_st_diagnostic(es_error, ec_id_can_only_appear_in_function, pos,
+                           spelling_of_function_name(token));
     make_error_operand(result);
   }
   rule_out_expr_kinds(rule_out_integral_constant, result);
   finish_literal();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Names
 
 // Nothing of that name: legal before "(" only, which the caller's loop decides.
 static void make_operand_of_unknown_name(a_symbol_locator *locator, an_operand *result)
 {
   if (in_constant_context() && expr_stack->value_required) {
-    expr_pos_st_diagnostic(es_error, ec_undefined_identifier, pos_curr_token, locator->header->identifier);
+    expr_pos_st_diagnostic(es_error, ec_undefined_identifier, pos_curr_token,
+                           locator->header->identifier);
     enter_undefined_symbol(locator);
     make_error_operand(result);
     return;
@@ -218,7 +223,8 @@ static void make_operand_of_unknown_name(a_symbol_locator *locator, an_operand *
   make_undefined_symbol_operand(symbol, result);
 }
 
-// C99 6.7.4p3: an inline definition of a function with external linkage may not name what has internal linkage.
+// C99 6.7.4p3: an inline definition of a function with external linkage may not name what has
+// internal linkage.
 static void check_c99_inline_definition(a_symbol *symbol, a_storage_class storage_class)
 {
   if (!std_c99_inlining || curr_routine() == nullptr || !expr_stack->code_is_generated) return;
@@ -238,7 +244,8 @@ static void make_operand_of_variable(a_symbol *symbol, an_operand *result)
   if (c99_mode && !gcc_mode) check_c99_inline_definition(symbol, variable->storage_class);
   a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
   make_lvalue_variable_operand(variable, &pos_curr_token, &end_pos_curr_token, result, ref);
-  if (!is_integral_or_enum_type(variable->type)) rule_out_expr_kinds(rule_out_integral_constant, result);
+  if (!is_integral_or_enum_type(variable->type))
+    rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
 static void make_operand_of_routine(a_symbol *symbol, an_operand *result)
@@ -298,7 +305,8 @@ static void make_operand_of_symbol(a_symbol *symbol, an_operand *result)
     make_error_operand(result);
     break;
   default:
-    expr_pos_st_diagnostic(es_error, ec_undefined_identifier, pos_curr_token, symbol->header->identifier);
+    expr_pos_st_diagnostic(es_error, ec_undefined_identifier, pos_curr_token,
+                           symbol->header->identifier);
     make_error_operand(result);
     break;
   }
@@ -331,7 +339,7 @@ void scan_identifier_expression(an_operand *result, unsigned)
   get_token();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Dispatch
 
 static void report_missing_expression(an_operand *result)
@@ -356,7 +364,8 @@ static void scan_gnu_null(an_operand *result)
 // GNU: the address of a label has no meaning for the code that is generated.
 static void scan_label_address(an_operand *result)
 {
-  if (gcc_mode || gpp_mode) expr_pos_st_diagnostic(es_error, ec_not_supported, pos_curr_token, "GCC && operator");
+  if (gcc_mode || gpp_mode)
+    expr_pos_st_diagnostic(es_error, ec_not_supported, pos_curr_token, "GCC && operator");
   report_missing_expression(result);
 }
 
@@ -409,7 +418,8 @@ void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned
   case tok_null: scan_gnu_null(result); return;
   case tok_and_and: scan_label_address(result); return;
   case tok_colon_colon:
-    if (expr_stack->expression_kind == ek_preprocessing) expr_pos_error(ec_bad_pp_operator, pos_curr_token);
+    if (expr_stack->expression_kind == ek_preprocessing)
+      expr_pos_error(ec_bad_pp_operator, pos_curr_token);
     report_missing_expression(result);
     return;
   default: report_missing_expression(result); return;

@@ -15,7 +15,7 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // []
 
 void scan_subscript(an_operand *left, a_rescan_control_block *, an_operand *result)
@@ -41,7 +41,8 @@ void scan_subscript(an_operand *left, a_rescan_control_block *, an_operand *resu
   do_operand_transformations(&index, 0);
   a_source_position start = left->position;
   an_operand *pointer = left, *number = &index;
-  if (index.kind != ok_error && is_pointer_type(index.type) && left->kind != ok_error && !is_pointer_type(left->type)) {
+  if (index.kind != ok_error && is_pointer_type(index.type) && left->kind != ok_error &&
+      !is_pointer_type(left->type)) {
     pointer = &index;
     number = left;
   }
@@ -70,11 +71,12 @@ void scan_subscript(an_operand *left, a_rescan_control_block *, an_operand *resu
   check_pointer_range(result, false);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // . and ->
 
 // A member of an anonymous struct or union is reached through the unnamed member that holds it.
-void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos, an_operand *result)
+void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
+                   an_operand *result)
 {
   a_symbol *parent = symbol->variant.field.anonymous_parent;
   if (parent != nullptr) {
@@ -86,7 +88,8 @@ void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source
   make_field_operand(field_of_symbol(symbol), object, is_arrow, pos, result);
 }
 
-static void report_unknown_member(a_type *class_type, a_symbol_locator *locator, a_source_position pos)
+static void report_unknown_member(a_type *class_type, a_symbol_locator *locator,
+                                  a_source_position pos)
 {
   a_symbol *class_symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
   const char *name = locator->header->identifier;
@@ -98,7 +101,8 @@ static void report_unknown_member(a_type *class_type, a_symbol_locator *locator,
   }
 }
 
-// Old C: any structure's member name may stand behind any object, as long as all of that name agree.
+// Old C: any structure's member name may stand behind any object, as long as all of that name
+// agree.
 static a_symbol *field_of_any_class(a_symbol_locator *locator, a_symbol **other)
 {
   a_symbol *found = nullptr;
@@ -107,7 +111,8 @@ static a_symbol *field_of_any_class(a_symbol_locator *locator, a_symbol **other)
   for (a_symbol *symbol : chains) {
     for (; symbol != nullptr; symbol = symbol->next_same_name) {
       if (symbol->kind != sk_field || symbol == found) continue;
-      if (found != nullptr && field_of_symbol(found)->offset != field_of_symbol(symbol)->offset) *other = symbol;
+      if (found != nullptr && field_of_symbol(found)->offset != field_of_symbol(symbol)->offset)
+        *other = symbol;
       if (found == nullptr) found = symbol;
     }
   }
@@ -120,18 +125,21 @@ static void report_bad_object(an_operand *object, bool is_arrow)
   if (!is_arrow) {
     expr_pos_error(ec_expr_not_class, object->position);
   } else {
-    expr_pos_error(is_pointer_type(object->type) ? ec_expr_not_ptr_to_class : ec_expr_not_pointer, object->position);
+    expr_pos_error(is_pointer_type(object->type) ? ec_expr_not_ptr_to_class : ec_expr_not_pointer,
+                   object->position);
   }
 }
 
 // The object as if it were of the class of the field that the name happens to be of.
-static void scan_old_fashioned_selection(an_operand *object, bool is_arrow, a_symbol_locator *locator,
-                                         a_source_position *pos, an_operand *result)
+static void scan_old_fashioned_selection(an_operand *object, bool is_arrow,
+                                         a_symbol_locator *locator, a_source_position *pos,
+                                         an_operand *result)
 {
   a_symbol *other;
   a_symbol *symbol = field_of_any_class(locator, &other);
   if (symbol == nullptr || (!is_arrow && !is_lvalue_operand(object))) {
-    if (object->kind != ok_error) expr_pos_st_diagnostic(es_error, ec_not_a_field_name, *pos, locator->header->identifier);
+    if (object->kind != ok_error)
+      expr_pos_st_diagnostic(es_error, ec_not_a_field_name, *pos, locator->header->identifier);
     make_error_operand(result);
     return;
   }
@@ -140,7 +148,8 @@ static void scan_old_fashioned_selection(an_operand *object, bool is_arrow, a_sy
     make_error_operand(result);
     return;
   }
-  expr_pos_warning(is_arrow ? ec_old_fashioned_ptr_field_selection : ec_old_fashioned_field_selection, *pos);
+  expr_pos_warning(
+      is_arrow ? ec_old_fashioned_ptr_field_selection : ec_old_fashioned_field_selection, *pos);
   a_type *pointer = make_pointer_type(parent_class_of(&field_of_symbol(symbol)->source_corresp));
   if (!is_arrow) {
     an_operand saved = *object;
@@ -176,8 +185,8 @@ static bool check_complete_class(a_type *class_type, an_operand *object, bool is
   return false;
 }
 
-static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *locator, a_source_position *pos,
-                           an_operand *result)
+static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *locator,
+                           a_source_position *pos, an_operand *result)
 {
   a_type *class_type = class_of_object(object, is_arrow);
   if (class_type == nullptr) {
@@ -210,8 +219,10 @@ void scan_field_selection(an_operand *left, a_rescan_control_block *, an_operand
   a_source_position op_pos = pos_curr_token;
   bool forbidden = expr_stack->expression_kind == ek_preprocessing ||
                    expr_stack->expression_kind == ek_integral_constant;
-  if (is_arrow) do_operand_transformations(left, 0);
-  else do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
+  if (is_arrow)
+    do_operand_transformations(left, 0);
+  else
+    do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
   get_token();
   if (curr_token != tok_identifier) {
     syntax_error(ec_exp_identifier);
@@ -237,7 +248,7 @@ void scan_field_selection(an_operand *left, a_rescan_control_block *, an_operand
   get_token();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __builtin_offsetof(type, member-designator)
 
 // The designator's start: a member of the type, on an object at address zero.

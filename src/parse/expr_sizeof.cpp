@@ -1,6 +1,8 @@
-// expr_sizeof.cpp - operators on types and on operands that are not evaluated: sizeof, alignment, typeof, and the
+// expr_sizeof.cpp - operators on types and on operands that are not evaluated: sizeof, alignment,
+// typeof, and the
 //                   target's own.
-// Entry:   scan_sizeof_operator, scan_alignof_operator, scan_typeof_operator, scan_types_compatible_operator, ...
+// Entry:   scan_sizeof_operator, scan_alignof_operator, scan_typeof_operator,
+//          scan_types_compatible_operator, ...
 // See:     C99 6.5.3.4.
 #include "consts/folding.h"
 #include "driver/flags.h"
@@ -17,13 +19,13 @@
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Operands that are types or expressions
 
 struct an_unevaluated_operand {
-  a_type *type;          // of either form
+  a_type *type; // of either form
   bool is_type;
-  an_operand operand;    // an expression's
+  an_operand operand; // an expression's
   a_source_position position;
 };
 
@@ -39,13 +41,13 @@ static void scan_unevaluated_expression(an_unevaluated_operand *result, bool par
 {
   unsigned flags = paren_consumed ? (unsigned)se_paren_consumed : 0u;
   scan_expression(&result->operand, nullptr, prec_unary, flags);
-  do_operand_transformations(&result->operand, ot_keep_function_designators | ot_keep_arrays | ot_keep_lvalues |
-                                                   ot_keep_sym_for_member);
+  do_operand_transformations(&result->operand, ot_keep_function_designators | ot_keep_arrays |
+                                                   ot_keep_lvalues | ot_keep_sym_for_member);
   result->type = result->operand.type;
   result->position = result->operand.position;
 }
 
-// The operand of sizeof and its kin, scanned in an entry of the unevaluated kind. 
+// The operand of sizeof and its kin, scanned in an entry of the unevaluated kind.
 static void scan_type_or_expression(an_unevaluated_operand *result)
 {
   result->is_type = false;
@@ -98,17 +100,19 @@ void make_size_constant_operand(unsigned long long value, an_operand *operand)
   make_constant_operand(&constant, operand);
 }
 
-static void finish_unevaluated_result(an_operand *result, a_source_position pos, a_source_position end)
+static void finish_unevaluated_result(an_operand *result, a_source_position pos,
+                                      a_source_position end)
 {
   result->position = pos;
   result->end_position = end;
   error_position = pos;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // sizeof
 
-// The size at run time: a node that lowering turns into the product of the dimensions.  An operand of
+// The size at run time: a node that lowering turns into the product of the dimensions.  An operand
+// of
 // variable length is evaluated (C99 6.5.3.4p2): what it does stands in front.
 static void make_runtime_sizeof(an_unevaluated_operand *source, an_operand *result)
 {
@@ -129,14 +133,20 @@ static bool size_of_incomplete_operand(an_unevaluated_operand *source, unsigned 
   bool is_function = is_function_type(source->type), is_void = is_void_type(source->type);
   if ((is_function || is_void) && (gcc_mode || gpp_mode)) {
     if (gpp_mode) {
-      if (is_function) expr_pos_warning(ec_sizeof_function, source->position);
-      else expr_pos_ty_diagnostic(es_warning, ec_incomplete_type_not_allowed, source->position, source->type);
+      if (is_function)
+        expr_pos_warning(ec_sizeof_function, source->position);
+      else
+        expr_pos_ty_diagnostic(es_warning, ec_incomplete_type_not_allowed, source->position,
+                               source->type);
     }
     *size = 1;
     return true;
   }
-  if (is_function) expr_pos_error(ec_sizeof_function, source->position);
-  else expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, source->position, source->type);
+  if (is_function)
+    expr_pos_error(ec_sizeof_function, source->position);
+  else
+    expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, source->position,
+                           source->type);
   return false;
 }
 
@@ -157,8 +167,10 @@ static void make_sizeof_operand(an_unevaluated_operand *source, an_operand *resu
   bool incomplete = is_function_type(type) || is_void_type(type) || is_incomplete_type(type) ||
                     is_incomplete_array_type(type);
   if (incomplete) {
-    if (size_of_incomplete_operand(source, &size)) make_size_constant_operand(size, result);
-    else make_error_operand(result);
+    if (size_of_incomplete_operand(source, &size))
+      make_size_constant_operand(size, result);
+    else
+      make_error_operand(result);
     return;
   }
   if (is_directly_variably_modified_type(type)) {
@@ -182,14 +194,15 @@ void scan_sizeof_operator(an_operand *result)
   }
   open_unevaluated_entry(&entry);
   scan_type_or_expression(&source);
-  a_source_position end = source.is_type ? curr_construct_end_position : source.operand.end_position;
+  a_source_position end =
+      source.is_type ? curr_construct_end_position : source.operand.end_position;
   source.operand.ref_entries = source.operand.last_ref_entry = nullptr;
   pop_expr_stack();
   make_sizeof_operand(&source, result);
   finish_unevaluated_result(result, pos, end);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __ALIGNOF__
 
 // A variable's or field's own alignment counts, else that of its type.
@@ -208,7 +221,8 @@ static unsigned long long alignment_of_operand(an_unevaluated_operand *source)
   return f_alignment_of_type(source->type);
 }
 
-// GNU: a function named has the alignment that its attribute gives; other functions and void have 1.
+// GNU: a function named has the alignment that its attribute gives; other functions and void have
+//      1.
 static unsigned long long alignment_of_routine_operand(an_unevaluated_operand *source)
 {
   if (source->is_type || source->operand.kind != ok_expression) return 1;
@@ -225,7 +239,8 @@ void scan_alignof_operator(an_operand *result)
   get_token();
   open_unevaluated_entry(&entry);
   scan_type_or_expression(&source);
-  a_source_position end = source.is_type ? curr_construct_end_position : source.operand.end_position;
+  a_source_position end =
+      source.is_type ? curr_construct_end_position : source.operand.end_position;
   source.operand.ref_entries = source.operand.last_ref_entry = nullptr;
   pop_expr_stack();
   if (is_any_reference_type(source.type)) source.type = type_pointed_to(source.type);
@@ -250,14 +265,16 @@ void scan_alignof_operator(an_operand *result)
   finish_unevaluated_result(result, pos, end);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // typeof
 
-// The type of an expression as written: arrays and functions stay, bit-fields have their declared type.
+// The type of an expression as written: arrays and functions stay, bit-fields have their declared
+// type.
 static a_type *type_of_typeof_operand(an_unevaluated_operand *source)
 {
   if (source->is_type) return source->type;
-  if (operand_is_bit_field(source)) return field_of(second_operand_of(source->operand.value.expr))->type;
+  if (operand_is_bit_field(source))
+    return field_of(second_operand_of(source->operand.value.expr))->type;
   return source->type;
 }
 
@@ -319,7 +336,7 @@ a_type *scan_underlying_type_operator()
   return error_type();
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __builtin_types_compatible_p
 
 void scan_types_compatible_operator(an_operand *result)
@@ -343,13 +360,14 @@ void scan_types_compatible_operator(an_operand *result)
   if (!ok || is_error_type(first) || is_error_type(second)) {
     make_error_operand(result);
   } else {
-    bool compatible = f_types_are_compatible(first, second, tco_error_types | tco_ignore_top_qualifiers);
+    bool compatible =
+        f_types_are_compatible(first, second, tco_error_types | tco_ignore_top_qualifiers);
     make_integer_constant_operand(compatible, integer_type(ik_int), result);
   }
   finish_unevaluated_result(result, pos, end);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __INTADDR__
 
 // An address as an integer constant: what offsetof macros of the target's headers are made of.
@@ -368,7 +386,8 @@ void scan_intaddr_operator(an_operand *result)
   scan_expression(&operand, nullptr, prec_lowest, 0);
   do_operand_transformations(&operand, 0);
   remove_stop_token(tok_rparen);
-  bool fits = operand.kind == ok_constant && (is_integral_or_enum_type(operand.type) || is_pointer_type(operand.type));
+  bool fits = operand.kind == ok_constant &&
+              (is_integral_or_enum_type(operand.type) || is_pointer_type(operand.type));
   if (operand.kind != ok_error && !fits) {
     expr_pos_error(ec_expr_not_integral_constant, operand.position);
     conv_to_error_operand(&operand);
@@ -382,7 +401,7 @@ void scan_intaddr_operator(an_operand *result)
   finish_unevaluated_result(result, pos, end);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __generic: the selector of type-generic macros
 
 static void combine_generic_type(an_operand *argument, a_float_kind *kind, bool *complex)
@@ -449,7 +468,7 @@ void scan_generic_operator(an_operand *result)
   finish_unevaluated_result(result, pos, end);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __va_parmadr, __va_argcsu, __va_argref, __segment_begin, __segment_end, __segment_size
 
 static bool is_passed_by_ref_type(a_type *type)
@@ -461,7 +480,8 @@ static bool is_passed_by_ref_type(a_type *type)
 
 static void make_va_parmadr(an_operand *operand, a_source_position pos, an_operand *result)
 {
-  bool names_parameter = operand->kind == ok_expression && operand->value.expr->kind == enk_variable &&
+  bool names_parameter = operand->kind == ok_expression &&
+                         operand->value.expr->kind == enk_variable &&
                          variable_of(operand->value.expr)->is_parameter;
   if (!names_parameter) {
     if (operand->kind != ok_error) expr_pos_error(ec_bad_va_parmadr, pos);
@@ -470,7 +490,8 @@ static void make_va_parmadr(an_operand *operand, a_source_position pos, an_opera
   }
   change_ref_kinds(operand->ref_entries, rk_address_taken);
   a_type *type = make_pointer_type(operand->type);
-  make_expression_operand(make_operator_node(eok_va_parmadr, type, make_node_from_operand(operand)), result);
+  make_expression_operand(make_operator_node(eok_va_parmadr, type, make_node_from_operand(operand)),
+                          result);
 }
 
 static void make_target_result(a_token_kind token, a_type *type, an_operand *result)
@@ -479,7 +500,9 @@ static void make_target_result(a_token_kind token, a_type *type, an_operand *res
   case tok_va_argcsu:
     make_integer_constant_operand(is_class_struct_union_type(type), integer_type(ik_int), result);
     return;
-  case tok_va_argref: make_integer_constant_operand(is_passed_by_ref_type(type), integer_type(ik_int), result); return;
+  case tok_va_argref:
+    make_integer_constant_operand(is_passed_by_ref_type(type), integer_type(ik_int), result);
+    return;
   default: make_size_constant_operand(0, result); return;
   }
 }
@@ -509,10 +532,13 @@ void scan_target_operator(an_operand *result)
   an_unevaluated_operand source;
   open_unevaluated_entry(&entry);
   scan_type_or_expression(&source);
-  a_source_position end = source.is_type ? curr_construct_end_position : source.operand.end_position;
+  a_source_position end =
+      source.is_type ? curr_construct_end_position : source.operand.end_position;
   source.operand.ref_entries = source.operand.last_ref_entry = nullptr;
   pop_expr_stack();
-  if (is_error_type(source.type)) make_error_operand(result);
-  else make_target_result(token, source.type, result);
+  if (is_error_type(source.type))
+    make_error_operand(result);
+  else
+    make_target_result(token, source.type, result);
   finish_unevaluated_result(result, pos, end);
 }

@@ -1,5 +1,6 @@
 // expr_unary.cpp - prefix and postfix operators with one operand.
-// Entry:   scan_prefix_operator, scan_address_of_operator, scan_indirection_operator, scan_prefix_incr_decr,
+// Entry:   scan_prefix_operator, scan_address_of_operator, scan_indirection_operator,
+//          scan_prefix_incr_decr,
 //          scan_postfix_incr_decr.
 // See:     C99 6.5.2.4, 6.5.3.
 #include "consts/folding.h"
@@ -12,7 +13,7 @@
 #include "parse/expr_internal.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // + - ~ !
 
 static an_expr_operator_kind unary_operator_of_token(a_token_kind token, a_type *type)
@@ -31,7 +32,7 @@ static bool check_unary_operand(a_token_kind token, an_operand *operand)
   switch (token) {
   case tok_not: return check_scalar_operand(operand);
   case tok_compl:
-    if (is_complex_type(operand->type) && (gcc_mode || gpp_mode)) return true;  // GNU: conjugate
+    if (is_complex_type(operand->type) && (gcc_mode || gpp_mode)) return true; // GNU: conjugate
     return check_integral_or_enum_operand(operand);
   default: return check_arithmetic_or_enum_operand(operand);
   }
@@ -72,7 +73,7 @@ void scan_prefix_operator(an_operand *result)
   do_unary_operation(unary_operator_of_token(token, type), &operand, type, result, &pos, token);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // __real, __imag
 
 // The imaginary part of a real value: zero, behind what computing the value does.
@@ -95,13 +96,14 @@ void scan_real_or_imag_operator(an_operand *result)
   an_operand operand;
   get_token();
   scan_expression(&operand, nullptr, prec_unary, 0);
-  bool is_lvalue = is_lvalue_operand(&operand) && is_complex_type(operand.type) && operand.kind == ok_expression;
+  bool is_lvalue =
+      is_lvalue_operand(&operand) && is_complex_type(operand.type) && operand.kind == ok_expression;
   if (!is_lvalue) do_operand_transformations(&operand, 0);
   if (!check_arithmetic_or_enum_operand(&operand)) {
     make_error_operand(result);
     return;
   }
-  if (!is_complex_type(operand.type)) {  // a real value is its own real part
+  if (!is_complex_type(operand.type)) { // a real value is its own real part
     if (is_real) {
       *result = operand;
       return;
@@ -113,9 +115,10 @@ void scan_real_or_imag_operator(an_operand *result)
   if (is_lvalue) {
     a_type_qualifier_set qualifiers = get_type_qualifiers(operand.type);
     an_operand saved = operand;
-    an_expr_node *node = make_lvalue_operator_node(is_real ? eok_real : eok_imag,
-                                                   qualifiers != 0 ? f_make_qualified_type(part, qualifiers) : part,
-                                                   make_node_from_operand(&operand));
+    an_expr_node *node =
+        make_lvalue_operator_node(is_real ? eok_real : eok_imag,
+                                  qualifiers != 0 ? f_make_qualified_type(part, qualifiers) : part,
+                                  make_node_from_operand(&operand));
     make_lvalue_expression_operand(node, result);
     result->ref_entries = saved.ref_entries;
     result->last_ref_entry = saved.last_ref_entry;
@@ -123,10 +126,11 @@ void scan_real_or_imag_operator(an_operand *result)
     result->end_position = saved.end_position;
     return;
   }
-  do_unary_operation(is_real ? eok_real : eok_imag, &operand, part, result, &pos, is_real ? tok_real : tok_imag);
+  do_unary_operation(is_real ? eok_real : eok_imag, &operand, part, result, &pos,
+                     is_real ? tok_real : tok_imag);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // &
 
 static bool is_bit_field_selection(an_operand *operand)
@@ -146,7 +150,8 @@ static bool check_address_operand(an_operand *operand)
     revert_gcc_rvalue_to_lvalue_if_possible(operand, true);
     if (operand->kind == ok_error) return false;
   }
-  bool is_lvalue = is_lvalue_operand(operand) || (operand->state == os_rvalue && is_array_type(operand->type));
+  bool is_lvalue =
+      is_lvalue_operand(operand) || (operand->state == os_rvalue && is_array_type(operand->type));
   if (!is_lvalue && !is_designator) {
     expr_pos_error(ec_expr_not_an_lvalue_or_function_designator, operand->position);
     return false;
@@ -212,7 +217,8 @@ void scan_address_of_operator(an_operand *result)
     make_error_operand(result);
     return;
   }
-  do_operand_transformations(&operand, ot_keep_function_designators | ot_keep_arrays | ot_keep_lvalues);
+  do_operand_transformations(&operand,
+                             ot_keep_function_designators | ot_keep_arrays | ot_keep_lvalues);
   if (!check_address_operand(&operand)) {
     change_operand_refs_to_error(&operand);
     make_error_operand(result);
@@ -221,7 +227,7 @@ void scan_address_of_operator(an_operand *result)
   make_address_operand(&operand, &pos, result);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // *
 
 void scan_indirection_operator(an_operand *result)
@@ -247,7 +253,8 @@ void scan_indirection_operator(an_operand *result)
   }
   a_type *object = type_pointed_to(operand.type);
   if (is_void_type(object) && !(gcc_mode || gpp_mode) && strict_ansi_mode) {
-    expr_pos_ty_diagnostic(strict_ansi_discretionary_severity, ec_incomplete_type_not_allowed, operand.position, object);
+    expr_pos_ty_diagnostic(strict_ansi_discretionary_severity, ec_incomplete_type_not_allowed,
+                           operand.position, object);
   }
   an_operand saved = operand;
   an_expr_node *node = add_indirection_to_node(make_node_from_operand(&operand));
@@ -262,7 +269,7 @@ void scan_indirection_operator(an_operand *result)
   node->expr_range.end = saved.end_position;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // ++ and --
 
 static bool check_incr_decr_operand(an_operand *operand, bool is_decrement)
@@ -287,8 +294,8 @@ static bool check_incr_decr_operand(an_operand *operand, bool is_decrement)
   return check_modifiable_lvalue_operand(operand);
 }
 
-static void finish_incr_decr(an_operand *operand, an_expr_operator_kind op, a_source_position *pos, bool is_prefix,
-                             a_source_position end, an_operand *result)
+static void finish_incr_decr(an_operand *operand, an_expr_operator_kind op, a_source_position *pos,
+                             bool is_prefix, a_source_position end, an_operand *result)
 {
   if (in_constant_context()) {
     if (operand->kind != ok_error) expr_pos_error(not_allowed_in_constant_code(), *pos);
@@ -301,7 +308,8 @@ static void finish_incr_decr(an_operand *operand, an_expr_operator_kind op, a_so
   }
   an_operand saved = *operand;
   modifying_lvalue(operand, true);
-  an_expr_node *node = make_operator_node(op, rvalue_type(operand->type), make_node_from_operand(operand));
+  an_expr_node *node =
+      make_operator_node(op, rvalue_type(operand->type), make_node_from_operand(operand));
   node->operator_position = *pos;
   make_expression_operand(node, result);
   rule_out_expr_kinds(rule_out_any_constant, result);

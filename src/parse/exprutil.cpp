@@ -1,7 +1,9 @@
 // exprutil.cpp - the context of the expression being scanned.
-// Owns:    expr_stack, curr_expr_ref_entries, the free lists of reference entries and cached operands.
+// Owns:    expr_stack, curr_expr_ref_entries, the free lists of reference entries and cached
+//          operands.
 // Uses:    symbol_ref.h to record a reference once its class is known, error.h.
-// Rule:    an entry lives in the frame of the scan routine that pushed it; a diagnostic of an expression is
+// Rule:    an entry lives in the frame of the scan routine that pushed it; a diagnostic of an
+//          expression is
 //          issued through expr_pos_*, so that a trial scan stays silent and only notes it.
 // Entry:   push_expr_stack, pop_expr_stack, ref_entry, change_ref_kinds, flush_ref_entries_except.
 #include "parse/exprutil.h"
@@ -25,7 +27,7 @@ a_source_position curr_construct_end_position;
 static a_ref_entry *avail_ref_entries;
 static a_cached_operand *avail_cached_operands;
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Expression stack
 
 static void inherit_from_previous_entry(an_expr_stack_entry *entry)
@@ -67,7 +69,8 @@ void push_expr_stack(an_expression_kind kind, an_expr_stack_entry *entry, bool f
   entry->value_required = true;
   entry->code_is_generated = true;
   entry->scope_number = depth_scope_stack >= 0 ? scope_stack[depth_scope_stack].number : -1;
-  entry->record_rescan_info = cpp11_sfinae_enabled && kind != ek_preprocessing && in_template_context();
+  entry->record_rescan_info =
+      cpp11_sfinae_enabled && kind != ek_preprocessing && in_template_context();
   if (entry->previous != nullptr) inherit_from_previous_entry(entry);
   if (kind < ek_normal) {
     entry->favor_constant_result = true;
@@ -96,7 +99,8 @@ void pop_expr_stack()
   expr_stack = entry->previous;
   if (expr_stack == nullptr) return;
   expr_stack->entity_list_tail = entry->entity_list_tail;
-  if (expr_stack->sfinae_context && entry->error_was_suppressed) expr_stack->error_was_suppressed = true;
+  if (expr_stack->sfinae_context && entry->error_was_suppressed)
+    expr_stack->error_was_suppressed = true;
 }
 
 static void transfer_context(bool full, an_expr_stack_entry *from, an_expr_stack_entry *to)
@@ -130,7 +134,7 @@ void transfer_context_from_enclosing_expr_stack_entry(bool full, an_expr_stack_e
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Diagnostics that a trial scan suppresses
 
 bool expr_error_should_be_issued()
@@ -168,9 +172,11 @@ void expr_pos_diagnostic(an_error_severity severity, an_error_code code, a_sourc
   if (expr_diagnostic_should_be_issued(severity, code)) pos_diagnostic(severity, code, pos);
 }
 
-void expr_pos_ty_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos, a_type *type)
+void expr_pos_ty_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
+                            a_type *type)
 {
-  if (expr_diagnostic_should_be_issued(severity, code)) pos_ty_diagnostic(severity, code, pos, type);
+  if (expr_diagnostic_should_be_issued(severity, code))
+    pos_ty_diagnostic(severity, code, pos, type);
 }
 
 void expr_pos_ty2_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
@@ -183,19 +189,22 @@ void expr_pos_ty2_diagnostic(an_error_severity severity, an_error_code code, a_s
 void expr_pos_sy_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
                             a_symbol *symbol)
 {
-  if (expr_diagnostic_should_be_issued(severity, code)) pos_sy_diagnostic(severity, code, pos, symbol);
+  if (expr_diagnostic_should_be_issued(severity, code))
+    pos_sy_diagnostic(severity, code, pos, symbol);
 }
 
 void expr_pos_st_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
                             const char *text)
 {
-  if (expr_diagnostic_should_be_issued(severity, code)) pos_st_diagnostic(severity, code, pos, text);
+  if (expr_diagnostic_should_be_issued(severity, code))
+    pos_st_diagnostic(severity, code, pos, text);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // References
 
-// Uses of these kinds are told apart (read, written, address taken) only when the operand is consumed.
+// Uses of these kinds are told apart (read, written, address taken) only when the operand is
+// consumed.
 static bool reference_is_classified_later(a_symbol *symbol)
 {
   switch (symbol->kind) {
@@ -213,7 +222,8 @@ static bool reference_is_classified_later(a_symbol *symbol)
 a_ref_entry *ref_entry(a_symbol *symbol, a_source_position pos)
 {
   bool evaluated = expr_stack == nullptr || expr_stack->code_is_generated;
-  unsigned kind = expr_stack != nullptr && expr_stack->implicit_reference_marks ? rk_implicit_plain : rk_plain;
+  unsigned kind =
+      expr_stack != nullptr && expr_stack->implicit_reference_marks ? rk_implicit_plain : rk_plain;
   if (expr_stack == nullptr || !evaluated || !reference_is_classified_later(symbol)) {
     record_symbol_reference(kind, symbol, &pos, evaluated);
     return nullptr;
@@ -253,7 +263,8 @@ static void note_address_taken(a_ref_entry *entry)
   if (entry->symbol->kind != sk_variable && entry->symbol->kind != sk_static_data_member) return;
   a_variable *variable = variable_of_symbol(entry->symbol);
   if (variable == nullptr) return;
-  bool is_register = C_dialect != 2 && variable->declared_register && variable->storage_class == sc_register;
+  bool is_register =
+      C_dialect != 2 && variable->declared_register && variable->storage_class == sc_register;
   if (is_register && !is_array_type(variable->type)) {
     if (SVR4_C_mode && !(strict_ansi_mode && strict_ansi_error_severity >= es_error)) {
       expr_pos_warning(ec_address_of_register_variable, entry->position);
@@ -302,7 +313,8 @@ static void record_ref_entry(a_ref_entry *entry)
 
 static void mark_kept(a_ref_entry *entries, bool is_kept)
 {
-  for (a_ref_entry *entry = entries; entry != nullptr; entry = entry->next_in_operand) entry->is_kept = is_kept;
+  for (a_ref_entry *entry = entries; entry != nullptr; entry = entry->next_in_operand)
+    entry->is_kept = is_kept;
 }
 
 // Reads are recorded before writes: in `x = x + 1` the value is used before it is set.
@@ -346,7 +358,7 @@ void record_entity_defined_in_expression(an_il_entry_kind kind, void *entity)
   expr_stack->entity_list_tail = entry;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Expression cache: operands that were scanned before their context was known
 
 void add_operand_to_expression_cache(an_operand *operand, bool at_head, bool take_lifetime,
@@ -370,8 +382,10 @@ void add_operand_to_expression_cache(an_operand *operand, bool at_head, bool tak
     if (cache->last == nullptr) cache->last = entry;
   } else {
     entry->next = nullptr;
-    if (cache->last == nullptr) cache->first = entry;
-    else cache->last->next = entry;
+    if (cache->last == nullptr)
+      cache->first = entry;
+    else
+      cache->last->next = entry;
     cache->last = entry;
   }
 }
@@ -400,7 +414,7 @@ void free_expression_cache(an_expression_cache *cache)
   cache->last = nullptr;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 
 void exprutil_one_time_init()
 {

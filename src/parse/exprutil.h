@@ -1,6 +1,7 @@
 // exprutil.h - operands: the value layer under the expression scanner.
 // Operands, the expression stack, reference entries, implicit conversions, casts, result building,
-// temporaries.  Writers of the globals: exprutil*.cpp only, but for `expr_stack`, which each scan entry
+// temporaries.  Writers of the globals: exprutil*.cpp only, but for `expr_stack`, which each scan
+// entry
 // of expr*.cpp sets to null and restores.
 #pragma once
 #include "errors/error.h"
@@ -8,22 +9,22 @@
 #include "il/il_fwd.h"
 #include "lex/source_position.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Operands
 
 enum an_operand_kind : unsigned char {
-  ok_error,                // silent in every operation; type is the error type
-  ok_expression,           // an IL expression
-  ok_constant,             // a constant held by value
-  ok_indefinite_function,  // overload set or function template not yet resolved
-  ok_sym_for_member,       // nonstatic member named without object
-  ok_undefined_symbol      // undeclared identifier, legal directly before "(" only
+  ok_error,               // silent in every operation; type is the error type
+  ok_expression,          // an IL expression
+  ok_constant,            // a constant held by value
+  ok_indefinite_function, // overload set or function template not yet resolved
+  ok_sym_for_member,      // nonstatic member named without object
+  ok_undefined_symbol     // undeclared identifier, legal directly before "(" only
 };
 
 enum an_operand_state : unsigned char {
   os_none,
   os_lvalue,
-  os_lhsref,  // lvalue of lhsref type
+  os_lhsref, // lvalue of lhsref type
   os_rvalue,
   os_function_designator
 };
@@ -43,29 +44,29 @@ struct a_name_reference_form {
 };
 
 struct an_operand {
-  a_type *type;  // of an lvalue: the object's type with qualifiers
+  a_type *type; // of an lvalue: the object's type with qualifiers
   an_operand_kind kind;
   an_operand_state state;
   // flags1
-  bool is_bound_function : 1;           // nonstatic member function selected through an object
-  bool selector_is_object_pointer : 1;  // the selector was already turned into an object pointer
+  bool is_bound_function : 1;          // nonstatic member function selected through an object
+  bool selector_is_object_pointer : 1; // the selector was already turned into an object pointer
   bool names_virtual_function : 1;
-  bool is_id_expression : 1;  // a bare name; parentheses, casts and decay clear it
-  bool suppress_virtual : 1;  // the name was qualified
+  bool is_id_expression : 1; // a bare name; parentheses, casts and decay clear it
+  bool suppress_virtual : 1; // the name was qualified
   bool no_member_pointer_check : 1;
-  bool pending_address_of : 1;     // "&" on a still indefinite function; see address_position
-  bool pending_address_of_id : 1;  // is_id_expression at that moment
+  bool pending_address_of : 1;    // "&" on a still indefinite function; see address_position
+  bool pending_address_of_id : 1; // is_id_expression at that moment
   // flags2
   bool template_keyword_in_name : 1;
   bool is_string_literal : 1;
   bool cfront_literal : 1;
-  bool followed_by_paren : 1;  // the name stood directly before "("
-  bool is_fake_object : 1;     // dereferenced null pointer that stands for an object
+  bool followed_by_paren : 1; // the name stood directly before "("
+  bool is_fake_object : 1;    // dereferenced null pointer that stands for an object
   bool parenthesized : 1;
   bool has_name_reference : 1;
   bool kept_across_restore : 1;
   unsigned char ruled_out_expr_kinds;
-  a_name_reference_form name_reference;  // only with has_name_reference
+  a_name_reference_form name_reference; // only with has_name_reference
   a_source_position position;
   a_source_position end_position;
   a_ref_entry *ref_entries;
@@ -76,8 +77,8 @@ struct an_operand {
   void *pack_expansion;
   a_symbol *symbol;
   union {
-    an_expr_node *expr;   // ok_expression
-    a_constant constant;  // ok_constant
+    an_expr_node *expr;  // ok_expression
+    a_constant constant; // ok_constant
   } value;
 };
 
@@ -104,7 +105,7 @@ inline a_constant *constant_of_operand(an_operand *operand)
   return &operand->value.constant;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // References: how a use is classified is known only when its operand is consumed.
 
 enum a_ref_kind : unsigned {
@@ -123,7 +124,7 @@ enum a_ref_kind : unsigned {
 struct a_ref_entry {
   unsigned ref_kind;
   bool recorded;
-  bool is_kept;  // belongs to the operand that a flush spares
+  bool is_kept; // belongs to the operand that a flush spares
   a_symbol *symbol;
   a_source_correspondence *source_corresp;
   a_source_position position;
@@ -131,20 +132,20 @@ struct a_ref_entry {
   a_ref_entry *next_in_operand;
 };
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // The expression stack
 
 enum an_expression_kind : unsigned char {
   ek_preprocessing = 0,
   ek_integral_constant = 1,
   ek_template_argument = 2,
-  ek_constant = 3,  // static initializers of C89
+  ek_constant = 3, // static initializers of C89
   ek_normal = 4,
   ek_unevaluated = 5
 };
 
 struct an_expr_rescan_info_entry {
-  an_operand operand;  // as it was just before being turned into a node
+  an_operand operand; // as it was just before being turned into a node
   an_expression_kind expression_kind;
   a_source_position operator_position;
   unsigned operator_token;
@@ -209,9 +210,9 @@ struct an_expr_stack_entry {
   a_rescan_control_block *rescan_control_block;
 };
 
-extern an_expr_stack_entry *expr_stack;                // innermost entry, null outside expressions
-extern a_ref_entry *curr_expr_ref_entries;             // pending references of the current expression
-extern a_source_position curr_construct_end_position;  // end of the last full expression
+extern an_expr_stack_entry *expr_stack;    // innermost entry, null outside expressions
+extern a_ref_entry *curr_expr_ref_entries; // pending references of the current expression
+extern a_source_position curr_construct_end_position; // end of the last full expression
 
 inline bool in_constant_context()
 {
@@ -219,10 +220,13 @@ inline bool in_constant_context()
 }
 
 // Opens `entry` above expr_stack.  force_own_lifetime and no_lifetime matter in C++ only.
-void push_expr_stack(an_expression_kind kind, an_expr_stack_entry *entry, bool force_own_lifetime, bool no_lifetime);
-// Closes the innermost entry: flushes its references, restores the list of the enclosing expression.
+void push_expr_stack(an_expression_kind kind, an_expr_stack_entry *entry, bool force_own_lifetime,
+                     bool no_lifetime);
+// Closes the innermost entry: flushes its references, restores the list of the enclosing
+// expression.
 void pop_expr_stack();
-void transfer_context_from_enclosing_expr_stack_entry(bool full, an_expr_stack_entry *old_entry, an_expr_stack_entry *new_entry);
+void transfer_context_from_enclosing_expr_stack_entry(bool full, an_expr_stack_entry *old_entry,
+                                                      an_expr_stack_entry *new_entry);
 
 // Whether a diagnostic of `severity` at this place is to be reported; notes a suppressed one.
 bool expr_error_should_be_issued();
@@ -232,13 +236,18 @@ bool expr_access_checking_should_be_done();
 void expr_pos_error(an_error_code code, a_source_position pos);
 void expr_pos_warning(an_error_code code, a_source_position pos);
 void expr_pos_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos);
-void expr_pos_ty_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos, a_type *type);
-void expr_pos_ty2_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos, a_type *type1, a_type *type2);
-void expr_pos_sy_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos, a_symbol *symbol);
-void expr_pos_st_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos, const char *text);
+void expr_pos_ty_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
+                            a_type *type);
+void expr_pos_ty2_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
+                             a_type *type1, a_type *type2);
+void expr_pos_sy_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
+                            a_symbol *symbol);
+void expr_pos_st_diagnostic(an_error_severity severity, an_error_code code, a_source_position pos,
+                            const char *text);
 
 // References.
-// Makes a pending reference to `symbol`, or records it at once where its class can't change; returns it or null.
+// Makes a pending reference to `symbol`, or records it at once where its class can't change;
+// returns it or null.
 a_ref_entry *ref_entry(a_symbol *symbol, a_source_position pos);
 void add_ref_entry_to_operand(a_ref_entry *entry, an_operand *operand);
 void change_ref_kinds(a_ref_entry *entries, unsigned kind);
@@ -249,7 +258,7 @@ void operand_will_not_be_used_because_of_error(an_operand *operand);
 void flush_ref_entries_except(a_ref_entry *result, a_ref_entry *selector);
 void record_entity_defined_in_expression(an_il_entry_kind kind, void *entity);
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Construction.  All fill the caller's operand, with the positions of the current token.
 
 void clear_operand(an_operand_kind kind, an_operand *operand);
@@ -264,12 +273,16 @@ void make_constant_operand(a_constant *constant, an_operand *operand);
 void make_string_constant_operand(a_constant *constant, an_operand *operand);
 void make_integer_constant_operand(long value, a_type *type, an_operand *operand);
 void make_sym_constant_operand(a_symbol *symbol, a_source_position *pos, an_operand *operand);
-void make_lvalue_variable_operand(a_variable *variable, a_source_position *pos, a_source_position *end_pos,
-                                  an_operand *operand, a_ref_entry *ref);
-void make_function_designator_operand(a_symbol *symbol, a_source_position *pos, a_source_position *end_pos,
-                                      an_operand *operand, a_ref_entry *ref);
-// `object` . or -> `field`: the object operand is an lvalue, an rvalue of class type, or (is_arrow) a pointer.
-void make_field_operand(a_field *field, an_operand *object, bool is_arrow, a_source_position *member_pos, an_operand *result);
+void make_lvalue_variable_operand(a_variable *variable, a_source_position *pos,
+                                  a_source_position *end_pos, an_operand *operand,
+                                  a_ref_entry *ref);
+void make_function_designator_operand(a_symbol *symbol, a_source_position *pos,
+                                      a_source_position *end_pos, an_operand *operand,
+                                      a_ref_entry *ref);
+// `object` . or -> `field`: the object operand is an lvalue, an rvalue of class type, or (is_arrow)
+// a pointer.
+void make_field_operand(a_field *field, an_operand *object, bool is_arrow,
+                        a_source_position *member_pos, an_operand *result);
 void make_indefinite_function_operand(a_symbol *symbol, an_operand *operand);
 void make_sym_for_member_operand(a_symbol *symbol, an_operand *operand);
 void make_undefined_symbol_operand(a_symbol *symbol, an_operand *operand);
@@ -277,7 +290,7 @@ void make_imaginary_unit_operand(an_operand *operand);
 void make_infinity_operand(an_operand *operand);
 void make_nan_operand(an_operand *operand);
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Transformation
 
 enum : unsigned {
@@ -289,12 +302,14 @@ enum : unsigned {
   ot_keep_sym_for_member = 32
 };
 
-// The implicit conversions in their one order (array decay, lvalue to rvalue, resolution, function decay).
+// The implicit conversions in their one order (array decay, lvalue to rvalue, resolution, function
+// decay).
 void do_operand_transformations(an_operand *operand, unsigned flags);
 void eliminate_unusual_operand_kinds(an_operand *operand);
 void conv_lvalue_to_rvalue(an_operand *operand);
 // Folds or strips an lvalue expression.  When it folds, *folded is set and *constant filled.
-an_expr_node *conv_lvalue_expr_to_rvalue(an_expr_node *node, bool *folded, a_constant *constant, a_source_position *pos);
+an_expr_node *conv_lvalue_expr_to_rvalue(an_expr_node *node, bool *folded, a_constant *constant,
+                                         a_source_position *pos);
 void do_array_to_pointer_conversion(an_operand *operand);
 void conv_array_operand_to_pointer_operand(an_operand *operand);
 void conv_function_designator_to_ptr_to_function(an_operand *operand);
@@ -319,7 +334,8 @@ void normalize_error_operand(an_operand *operand);
 void rule_out_expr_kinds(unsigned kinds, an_operand *operand);
 void preserve_ruled_out_expr_kinds_from_discarded_operand(an_operand *kept, an_operand *discarded);
 void prep_generic_operand_full(an_operand *operand, bool keep_lvalue, bool apply_transformations);
-// Reads and writes of an lvalue that stays one (compound assignment, ++): range checks and references.
+// Reads and writes of an lvalue that stays one (compound assignment, ++): range checks and
+// references.
 void using_lvalue(an_operand *operand);
 void modifying_lvalue(an_operand *operand, bool also_read);
 
@@ -331,38 +347,52 @@ void promote_operand(an_operand *operand);
 void arg_default_promote_operand(an_operand *operand, bool strict);
 void change_binary_operand_types(a_type *type, an_operand *left, an_operand *right);
 an_expr_operator_kind which_binary_operator(unsigned token, a_type *type);
-a_type *determine_imaginary_operation_type(an_expr_operator_kind op, a_type *left, a_type *right, a_type *common);
+a_type *determine_imaginary_operation_type(an_expr_operator_kind op, a_type *left, a_type *right,
+                                           a_type *common);
 
 // Casts.  The operand is changed in place; errors make it an error operand.
 void cast_operand(a_type *type, an_operand *operand, bool is_explicit);
 void convert_arithmetic_operand(a_type *type, an_operand *operand);
 void cast_operand_special(a_type *type, an_operand *operand, bool is_implicit, bool is_reinterpret);
-void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos, bool check_access, bool check_ambiguity,
-                       bool is_implicit, bool is_reinterpret, bool no_hierarchy_adjust);
+void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos, bool check_access,
+                       bool check_ambiguity, bool is_implicit, bool is_reinterpret,
+                       bool no_hierarchy_adjust);
 an_expr_node *cast_node(an_expr_node *node, a_type *type, bool is_implicit);
-void cast_operand_for_reference_cast(a_type *type, an_operand *operand, bool is_implicit, bool is_reinterpret);
+void cast_operand_for_reference_cast(a_type *type, an_operand *operand, bool is_implicit,
+                                     bool is_reinterpret);
 
 // Converts an operand to the type of the object that it initializes, is assigned or passed to.
-// context: 1 plain, 513 static initializer.  Reports `code` with both types when that isn't possible.
-void prep_initializer_operand(an_operand *operand, a_type *type, unsigned context, an_error_code code, a_source_position *pos);
-void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code code, a_source_position *pos);
-void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param, an_error_code code);
-// Silent test of the same; *warning receives the code of a warning to report or ec_no_error, *severity its severity.
-bool implicit_conversion_possible(an_operand *operand, a_type *type, an_error_code *warning, an_error_severity *severity);
+// context: 1 plain, 513 static initializer.  Reports `code` with both types when that isn't
+// possible.
+void prep_initializer_operand(an_operand *operand, a_type *type, unsigned context,
+                              an_error_code code, a_source_position *pos);
+void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code code,
+                             a_source_position *pos);
+void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param,
+                           an_error_code code);
+// Silent test of the same; *warning receives the code of a warning to report or ec_no_error,
+// *severity its severity.
+bool implicit_conversion_possible(an_operand *operand, a_type *type, an_error_code *warning,
+                                  an_error_severity *severity);
 
 // Operations.
-void do_binary_operation(an_expr_operator_kind op, an_operand *left, an_operand *right, a_type *result_type,
-                         an_operand *result, a_source_position *pos, unsigned operator_token);
-void do_binary_operation_full(an_expr_operator_kind op, an_operand *left, an_operand *right, a_type *result_type,
-                              bool is_lvalue_result, an_operand *result, a_source_position *pos, unsigned operator_token,
+void do_binary_operation(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                         a_type *result_type, an_operand *result, a_source_position *pos,
+                         unsigned operator_token);
+void do_binary_operation_full(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                              a_type *result_type, bool is_lvalue_result, an_operand *result,
+                              a_source_position *pos, unsigned operator_token,
                               a_source_position *close_pos);
-void build_binary_result_operand(an_expr_operator_kind op, an_operand *left, an_operand *right, a_type *result_type,
-                                 an_operand *result, a_source_position *pos, unsigned operator_token);
-void do_unary_operation(an_expr_operator_kind op, an_operand *operand, a_type *result_type, an_operand *result,
-                        a_source_position *pos, unsigned operator_token);
-void build_unary_result_operand(an_expr_operator_kind op, an_operand *operand, a_type *result_type, an_operand *result);
-void do_question_operation(an_operand *condition, an_operand *second, an_operand *third, a_type *result_type,
-                           bool is_void, bool is_lvalue_result, an_operand *result, a_source_position *pos);
+void build_binary_result_operand(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                                 a_type *result_type, an_operand *result, a_source_position *pos,
+                                 unsigned operator_token);
+void do_unary_operation(an_expr_operator_kind op, an_operand *operand, a_type *result_type,
+                        an_operand *result, a_source_position *pos, unsigned operator_token);
+void build_unary_result_operand(an_expr_operator_kind op, an_operand *operand, a_type *result_type,
+                                an_operand *result);
+void do_question_operation(an_operand *condition, an_operand *second, an_operand *third,
+                           a_type *result_type, bool is_void, bool is_lvalue_result,
+                           an_operand *result, a_source_position *pos);
 
 // Checks: true when fine; else they report (honouring suppression) and make the operand an error.
 bool check_scalar_operand(an_operand *operand);
@@ -374,9 +404,10 @@ bool check_object_pointer_operand(an_operand *operand);
 bool check_call_function_pointer_operand(an_operand *operand);
 bool check_modifiable_lvalue_operand(an_operand *operand);
 bool check_boolean_controlling_expr(an_operand *operand);
-bool check_compatibility_of_pointer_operands(an_operand *left, an_operand *right, unsigned token, a_source_position *pos,
-                                             a_type **result_type);
-bool check_binary_scoped_enum_operation(an_operand *left, an_operand *right, a_source_position *pos);
+bool check_compatibility_of_pointer_operands(an_operand *left, an_operand *right, unsigned token,
+                                             a_source_position *pos, a_type **result_type);
+bool check_binary_scoped_enum_operation(an_operand *left, an_operand *right,
+                                        a_source_position *pos);
 bool operand_has_uncertain_lvalueness(an_operand *operand);
 bool is_a_cplusplus_lvalue(an_operand *operand);
 void revert_gcc_rvalue_to_lvalue_if_possible(an_operand *operand, bool report);
@@ -389,12 +420,14 @@ void check_pointer_range(an_operand *operand, bool is_access);
 // Lifetime and temporaries (C++; in C the wrap-ups return the node as it is).
 an_expr_node *wrap_up_full_expression(an_expr_node *node);
 void wrap_up_dynamic_init_full_expression(a_dynamic_init *dynamic_init);
-an_expr_node *create_expr_temporary(a_type *type, bool is_lvalue, bool is_static, bool no_abstract_check, int init_kind,
-                                    a_source_position *pos, a_dynamic_init **out_dynamic_init);
+an_expr_node *create_expr_temporary(a_type *type, bool is_lvalue, bool is_static,
+                                    bool no_abstract_check, int init_kind, a_source_position *pos,
+                                    a_dynamic_init **out_dynamic_init);
 void discard_curr_expr_object_lifetime();
 
 // Expression cache.
-void add_operand_to_expression_cache(an_operand *operand, bool at_head, bool take_lifetime, an_expression_cache *cache);
+void add_operand_to_expression_cache(an_operand *operand, bool at_head, bool take_lifetime,
+                                     an_expression_cache *cache);
 void fetch_operand_from_expression_cache(an_operand *operand);
 void free_expression_cache(an_expression_cache *cache);
 

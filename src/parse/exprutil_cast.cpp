@@ -1,6 +1,8 @@
 // exprutil_cast.cpp - casts, and the conversions by which an operand reaches a destination.
-// Rule:    cast_operand* carry a conversion out without asking whether it is allowed; prep_* ask and report.
-// Entry:   cast_operand_full, prep_initializer_operand, prep_assignment_operand, prep_argument_operand.
+// Rule:    cast_operand* carry a conversion out without asking whether it is allowed; prep_* ask
+//          and report.
+// Entry:   cast_operand_full, prep_initializer_operand, prep_assignment_operand,
+//          prep_argument_operand.
 // See:     C99 6.3, 6.5.4, 6.5.16.1.
 #include "consts/folding.h"
 #include "driver/flags.h"
@@ -12,7 +14,7 @@
 #include "parse/exprutil.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Casts of nodes
 
 an_expr_node *cast_node(an_expr_node *node, a_type *type, bool is_implicit)
@@ -27,27 +29,29 @@ an_expr_node *cast_node(an_expr_node *node, a_type *type, bool is_implicit)
   return cast;
 }
 
-// Whether a folded constant keeps the expression that it came from: only code of functions is looked at
+// Whether a folded constant keeps the expression that it came from: only code of functions is
+// looked at
 // again (messages, checkers, replay); initializers may have a million elements.
 static bool constants_keep_their_expression()
 {
   return expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Casts of operands
 
-static void cast_constant_operand(a_type *type, an_operand *operand, a_source_position *pos, bool check_access,
-                                  bool check_ambiguity, bool is_implicit, bool reports, bool no_hierarchy_adjust)
+static void cast_constant_operand(a_type *type, an_operand *operand, a_source_position *pos,
+                                  bool check_access, bool check_ambiguity, bool is_implicit,
+                                  bool reports, bool no_hierarchy_adjust)
 {
   if (is_implicit && identical_types(operand->type, type) && operand->state != os_lvalue) return;
   an_operand saved = *operand;
   a_constant result = operand->value.constant;
   bool not_folded = false;
   an_error_code suppressed = ec_no_error;
-  type_change_constant_full(&result, type, is_implicit && reports, in_constant_context(), expr_stack->value_required,
-                            expr_stack->favor_constant_result, check_access, check_ambiguity,
-                            no_hierarchy_adjust, false, &not_folded,
+  type_change_constant_full(&result, type, is_implicit && reports, in_constant_context(),
+                            expr_stack->value_required, expr_stack->favor_constant_result,
+                            check_access, check_ambiguity, no_hierarchy_adjust, false, &not_folded,
                             expr_stack->suppress_errors ? &suppressed : nullptr, pos);
   if (suppressed != ec_no_error) expr_stack->error_was_suppressed = true;
   if (not_folded) {
@@ -70,7 +74,8 @@ static void cast_constant_operand(a_type *type, an_operand *operand, a_source_po
 }
 
 void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos, bool check_access,
-                       bool check_ambiguity, bool is_implicit, bool is_reinterpret, bool no_hierarchy_adjust)
+                       bool check_ambiguity, bool is_implicit, bool is_reinterpret,
+                       bool no_hierarchy_adjust)
 {
   if (operand->kind == ok_error) return;
   type = rvalue_type(type);
@@ -79,7 +84,8 @@ void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos
     return;
   }
   if (operand->kind == ok_constant && !is_void_type(type)) {
-    cast_constant_operand(type, operand, pos, check_access, check_ambiguity, is_implicit, true, no_hierarchy_adjust);
+    cast_constant_operand(type, operand, pos, check_access, check_ambiguity, is_implicit, true,
+                          no_hierarchy_adjust);
     return;
   }
   if (operand->kind != ok_expression && operand->kind != ok_constant) return;
@@ -92,12 +98,15 @@ void cast_operand_full(a_type *type, an_operand *operand, a_source_position *pos
   restore_operand_details_incl_ref(operand, &saved);
 }
 
-// The arithmetic conversions wrap constants around without a word: in `u & ~7` nobody means a negative number.
+// The arithmetic conversions wrap constants around without a word: in `u & ~7` nobody means a
+// negative number.
 void convert_arithmetic_operand(a_type *type, an_operand *operand)
 {
-  bool is_integer_constant = operand->kind == ok_constant && operand->value.constant.kind == ck_integer;
+  bool is_integer_constant =
+      operand->kind == ok_constant && operand->value.constant.kind == ck_integer;
   if (is_integer_constant && is_integral_or_enum_type(type) && operand->kind != ok_error) {
-    cast_constant_operand(rvalue_type(type), operand, &operand->position, false, false, true, false, false);
+    cast_constant_operand(rvalue_type(type), operand, &operand->position, false, false, true, false,
+                          false);
   } else {
     cast_operand(type, operand, false);
   }
@@ -110,22 +119,24 @@ void cast_operand(a_type *type, an_operand *operand, bool is_explicit)
 
 void cast_operand_special(a_type *type, an_operand *operand, bool is_implicit, bool is_reinterpret)
 {
-  cast_operand_full(type, operand, &operand->position, true, true, is_implicit, is_reinterpret, false);
+  cast_operand_full(type, operand, &operand->position, true, true, is_implicit, is_reinterpret,
+                    false);
 }
 
-void cast_operand_for_reference_cast(a_type *type, an_operand *operand, bool is_implicit, bool is_reinterpret)
+void cast_operand_for_reference_cast(a_type *type, an_operand *operand, bool is_implicit,
+                                     bool is_reinterpret)
 {
   an_operand saved = *operand;
   if (is_any_reference_type(type)) type = type_pointed_to(type);
   if (identical_types(type, operand->type)) return;
-  an_expr_node *node = make_lvalue_operator_node(is_reinterpret ? eok_reference_cast : eok_lvalue_cast, type,
-                                                 make_node_from_operand(operand));
+  an_expr_node *node = make_lvalue_operator_node(
+      is_reinterpret ? eok_reference_cast : eok_lvalue_cast, type, make_node_from_operand(operand));
   operation_of(node).is_implicit_cast = is_implicit;
   make_lvalue_expression_operand(node, operand);
   restore_operand_details_incl_ref(operand, &saved);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Whether an operand converts to a destination
 
 static void describe_source(an_operand *operand, a_conversion_source *source)
@@ -135,8 +146,8 @@ static void describe_source(an_operand *operand, a_conversion_source *source)
   source->is_constant = operand->kind == ok_constant;
   source->is_null_pointer_constant =
       operand->kind == ok_constant && is_null_pointer_constant(&operand->value.constant);
-  source->is_string_literal =
-      operand->kind == ok_constant && constant_is_pointer_to_string_literal(&operand->value.constant);
+  source->is_string_literal = operand->kind == ok_constant &&
+                              constant_is_pointer_to_string_literal(&operand->value.constant);
 }
 
 bool implicit_conversion_possible(an_operand *operand, a_type *type, an_error_code *warning_code,
@@ -166,14 +177,16 @@ static bool conv_to_transparent_union(an_operand *operand, a_type *type)
   for (a_field *field = as_class(union_type).first_field; field != nullptr; field = field->next) {
     an_error_code code;
     an_error_severity severity;
-    if (!implicit_conversion_possible(operand, field->type, &code, &severity) || code != ec_no_error) continue;
+    if (!implicit_conversion_possible(operand, field->type, &code, &severity) ||
+        code != ec_no_error)
+      continue;
     an_operand saved = *operand;
     cast_operand_full(field->type, operand, &operand->position, true, true, true, false, false);
     a_variable *temporary = make_expression_temporary(union_type);
     an_expr_node *member = field_lvalue_selection_expr(var_lvalue_expr(temporary), field);
     member->next = make_node_from_operand(operand);
-    an_expr_node *assignment =
-        make_operator_node(assignment_operator_for_type(field->type), rvalue_type(field->type), member);
+    an_expr_node *assignment = make_operator_node(assignment_operator_for_type(field->type),
+                                                  rvalue_type(field->type), member);
     make_expression_operand(make_comma_node(assignment, var_rvalue_expr(temporary)), operand);
     operand->type = union_type;
     restore_operand_details_incl_ref(operand, &saved);
@@ -185,20 +198,24 @@ static bool conv_to_transparent_union(an_operand *operand, a_type *type)
 static void report_impossible_conversion(an_operand *operand, a_type *type, an_error_code code,
                                          a_source_position *pos)
 {
-  expr_pos_ty2_diagnostic(es_error, code, pos != nullptr ? *pos : operand->position, operand->type, type);
+  expr_pos_ty2_diagnostic(es_error, code, pos != nullptr ? *pos : operand->position, operand->type,
+                          type);
   conv_to_error_operand(operand);
 }
 
-// What a conversion that is allowed but doubtful is worth.  The GNU modes take the pointer mixtures that
+// What a conversion that is allowed but doubtful is worth.  The GNU modes take the pointer mixtures
+// that
 // old code is full of with a warning; so does every mode that isn't strict.
 static void report_doubtful_conversion(an_operand *operand, a_type *type, an_error_code code,
                                        an_error_severity severity, a_source_position *pos)
 {
   if (code == ec_no_error) return;
-  expr_pos_ty2_diagnostic(severity, code, pos != nullptr ? *pos : operand->position, operand->type, type);
+  expr_pos_ty2_diagnostic(severity, code, pos != nullptr ? *pos : operand->position, operand->type,
+                          type);
 }
 
-// Pointers to other types, and integers as pointers: refused by the standard, taken by compilers of C.
+// Pointers to other types, and integers as pointers: refused by the standard, taken by compilers of
+// C.
 static bool lax_pointer_conversion(an_operand *operand, a_type *type)
 {
   if (C_dialect == 2) return false;
@@ -207,8 +224,8 @@ static bool lax_pointer_conversion(an_operand *operand, a_type *type)
   return is_integral_or_enum_type(type) && is_pointer_type(source);
 }
 
-static void general_conversion(an_operand *operand, a_type *type, bool is_argument, an_error_code code,
-                               a_source_position *pos)
+static void general_conversion(an_operand *operand, a_type *type, bool is_argument,
+                               an_error_code code, a_source_position *pos)
 {
   do_operand_transformations(operand, ot_leave_indefinite_functions);
   normalize_error_operand(operand);
@@ -229,29 +246,34 @@ static void general_conversion(an_operand *operand, a_type *type, bool is_argume
   if (lax_pointer_conversion(operand, type)) {
     severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
     report_doubtful_conversion(operand, type, code, severity, pos);
-    if (severity >= es_error) conv_to_error_operand(operand);
-    else cast_operand_full(type, operand, &operand->position, true, true, true, false, false);
+    if (severity >= es_error)
+      conv_to_error_operand(operand);
+    else
+      cast_operand_full(type, operand, &operand->position, true, true, true, false, false);
     return;
   }
   report_impossible_conversion(operand, type, code, pos);
 }
 
-void prep_initializer_operand(an_operand *operand, a_type *type, unsigned context, an_error_code code,
-                              a_source_position *pos)
+void prep_initializer_operand(an_operand *operand, a_type *type, unsigned context,
+                              an_error_code code, a_source_position *pos)
 {
   (void)context;
   general_conversion(operand, type, false, code, pos);
   if (expr_stack->favor_constant_result) force_operand_to_constant_if_possible(operand);
 }
 
-void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code code, a_source_position *pos)
+void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code code,
+                             a_source_position *pos)
 {
   general_conversion(operand, type, false, code, pos);
 }
 
-void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param, an_error_code code)
+void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param,
+                           an_error_code code)
 {
   bool is_argument = true;
   general_conversion(operand, param_type, is_argument, code, &operand->position);
-  if (param != nullptr && expr_stack->favor_constant_result) force_operand_to_constant_if_possible(operand);
+  if (param != nullptr && expr_stack->favor_constant_result)
+    force_operand_to_constant_if_possible(operand);
 }

@@ -1,5 +1,6 @@
 // exprutil_check.cpp - tests on operands before an operator is applied.
-// Rule:    a test that fails reports (unless errors are suppressed), makes the operand an error and returns false;
+// Rule:    a test that fails reports (unless errors are suppressed), makes the operand an error and
+//          returns false;
 //          an operand that is an error already fails silently.
 // Entry:   check_*_operand, check_modifiable_lvalue_operand, check_boolean_controlling_expr.
 #include <cstring>
@@ -15,10 +16,12 @@
 #include "parse/lookup.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
-// Which message: with enum_type_is_integral enumerations aren't named, in C++11 scoped ones are excluded.
+// -------------------------------------------------------------------------------------------------
+// Which message: with enum_type_is_integral enumerations aren't named, in C++11 scoped ones are
+// excluded.
 
-static an_error_code code_by_mode(an_error_code plain, an_error_code unscoped, an_error_code or_enum)
+static an_error_code code_by_mode(an_error_code plain, an_error_code unscoped,
+                                  an_error_code or_enum)
 {
   if (enum_type_is_integral) return plain;
   return cpp11_mode ? unscoped : or_enum;
@@ -26,7 +29,8 @@ static an_error_code code_by_mode(an_error_code plain, an_error_code unscoped, a
 
 an_error_code expr_not_integral_code()
 {
-  return code_by_mode(ec_expr_not_integral, ec_expr_not_integral_or_unscoped_enum, ec_expr_not_integral_or_enum);
+  return code_by_mode(ec_expr_not_integral, ec_expr_not_integral_or_unscoped_enum,
+                      ec_expr_not_integral_or_enum);
 }
 
 an_error_code expr_not_arithmetic_code()
@@ -48,7 +52,8 @@ an_error_code expr_not_integral_or_any_enum_code()
 
 static bool fail(an_operand *operand, an_error_code code)
 {
-  if (operand->kind != ok_error && !is_error_type(operand->type)) expr_pos_error(code, operand->position);
+  if (operand->kind != ok_error && !is_error_type(operand->type))
+    expr_pos_error(code, operand->position);
   conv_to_error_operand(operand);
   return false;
 }
@@ -58,7 +63,7 @@ static bool is_hopeless(an_operand *operand)
   return operand->kind == ok_error || is_error_type(operand->type);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Types of operands
 
 bool check_scalar_operand(an_operand *operand)
@@ -103,7 +108,8 @@ bool check_object_pointer_operand(an_operand *operand)
     }
     return true;
   }
-  if (is_void_or_function || is_incomplete_type(object)) return fail(operand, ec_expr_not_object_pointer);
+  if (is_void_or_function || is_incomplete_type(object))
+    return fail(operand, ec_expr_not_object_pointer);
   return true;
 }
 
@@ -111,13 +117,15 @@ bool check_call_function_pointer_operand(an_operand *operand)
 {
   if (!is_hopeless(operand)) {
     if (is_function_type(operand->type)) return true;
-    if (is_pointer_type(operand->type) && is_function_type(type_pointed_to(operand->type))) return true;
-    if (is_ptr_to_member_type(operand->type) && is_function_type(pm_member_type(operand->type))) return true;
+    if (is_pointer_type(operand->type) && is_function_type(type_pointed_to(operand->type)))
+      return true;
+    if (is_ptr_to_member_type(operand->type) && is_function_type(pm_member_type(operand->type)))
+      return true;
   }
   return fail(operand, ec_expr_not_ptr_to_function);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // GNU: casts, conditionals and commas as lvalues
 
 // The lvalue that an rvalue operand was made from, when every step can be undone; else null.
@@ -150,7 +158,9 @@ static bool revert_conditional_to_lvalue(an_operand *operand)
   if (!is_operation(node, eok_question) || !gcc_mode || gnu_version >= 40000) return false;
   an_expr_node *arms[] = {second_operand_of(node), second_operand_of(node)->next};
   for (an_expr_node *arm : arms) {
-    if (!is_rvalueable_node(arm) || is_bit_field_node(arm) || !identical_types(arm->type, node->type)) return false;
+    if (!is_rvalueable_node(arm) || is_bit_field_node(arm) ||
+        !identical_types(arm->type, node->type))
+      return false;
   }
   an_expr_node *condition = first_operand_of(node);
   for (an_expr_node *&arm : arms) {
@@ -169,7 +179,8 @@ static bool revert_conditional_to_lvalue(an_operand *operand)
 
 void revert_gcc_rvalue_to_lvalue_if_possible(an_operand *operand, bool report)
 {
-  if (operand->kind != ok_expression || operand->state != os_rvalue || !(gcc_mode || gpp_mode)) return;
+  if (operand->kind != ok_expression || operand->state != os_rvalue || !(gcc_mode || gpp_mode))
+    return;
   if (revert_conditional_to_lvalue(operand)) return;
   an_operand saved = *operand;
   an_expr_node *node = operand->value.expr;
@@ -190,7 +201,8 @@ void revert_gcc_rvalue_to_lvalue_if_possible(an_operand *operand, bool report)
   }
   below->is_lvalue = true;
   if (size_of_type(cast_type) == size_of_type(below->type)) {
-    if (report && gnu_version > 30399) expr_pos_warning(ec_gcc_use_of_cast_as_lvalue, operand->position);
+    if (report && gnu_version > 30399)
+      expr_pos_warning(ec_gcc_use_of_cast_as_lvalue, operand->position);
     an_expr_node *lvalue = make_lvalue_operator_node(eok_lvalue_cast, cast_type, below);
     make_lvalue_expression_operand(lvalue, operand);
   } else {
@@ -200,7 +212,7 @@ void revert_gcc_rvalue_to_lvalue_if_possible(an_operand *operand, bool report)
   restore_operand_details_incl_ref(operand, &saved);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Modifiable lvalues (C99 6.3.2.1)
 
 static bool class_has_const_member(a_type *type)
@@ -216,10 +228,12 @@ static void make_lvalue_of_cast(an_operand *operand)
   an_expr_node *node = operand->value.expr;
   bool casts_seen = false;
   an_expr_node *below = lvalue_below_casts(node, &casts_seen);
-  if (below == nullptr || !casts_seen || size_of_type(below->type) != size_of_type(node->type)) return;
+  if (below == nullptr || !casts_seen || size_of_type(below->type) != size_of_type(node->type))
+    return;
   an_operand saved = *operand;
   below->is_lvalue = true;
-  make_lvalue_expression_operand(make_lvalue_operator_node(eok_lvalue_cast, node->type, below), operand);
+  make_lvalue_expression_operand(make_lvalue_operator_node(eok_lvalue_cast, node->type, below),
+                                 operand);
   restore_operand_details_incl_ref(operand, &saved);
 }
 
@@ -233,9 +247,11 @@ bool check_modifiable_lvalue_operand(an_operand *operand)
   if (operand->kind == ok_error) return false;
   if (SVR4_C_mode && !gcc_mode) make_lvalue_of_cast(operand);
   bool is_lvalue = is_lvalue_operand(operand) && operand->kind == ok_expression;
-  if (!is_lvalue || is_array_type(operand->type)) return fail(operand, ec_expr_not_a_modifiable_lvalue);
+  if (!is_lvalue || is_array_type(operand->type))
+    return fail(operand, ec_expr_not_a_modifiable_lvalue);
   if (is_void_type(operand->type) || is_incomplete_type(operand->type)) {
-    expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position, operand->type);
+    expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position,
+                           operand->type);
     conv_to_error_operand(operand);
     return false;
   }
@@ -259,14 +275,15 @@ bool operand_has_uncertain_lvalueness(an_operand *operand)
   return C_dialect == 2 && is_template_dependent_type(operand->type);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Conditions
 
 static bool is_assignment_of_constant(an_operand *operand)
 {
   if (operand->kind != ok_expression || operand->parenthesized) return false;
   an_expr_node *node = operand->value.expr;
-  while (is_operation(node, eok_cast) && operation_of(node).is_implicit_cast) node = first_operand_of(node);
+  while (is_operation(node, eok_cast) && operation_of(node).is_implicit_cast)
+    node = first_operand_of(node);
   return is_operation(node, eok_assign) && second_operand_of(node)->kind == enk_constant;
 }
 
@@ -279,12 +296,14 @@ static bool is_non_null_address(an_operand *operand)
   } else {
     bool is_dependent = false;
     if (operand->kind != ok_expression) return false;
-    if (!constant_rvalue_pointer(operand->value.expr, &constant, false, &is_dependent)) return false;
+    if (!constant_rvalue_pointer(operand->value.expr, &constant, false, &is_dependent))
+      return false;
   }
   if (constant.kind != ck_address) return false;
   const a_constant_address &address = address_of(&constant);
   if (address.kind == ack_routine) return routine_has_non_null_address((a_routine *)address.entity);
-  if (address.kind == ack_variable) return variable_has_non_null_address((a_variable *)address.entity);
+  if (address.kind == ack_variable)
+    return variable_has_non_null_address((a_variable *)address.entity);
   return false;
 }
 
@@ -294,7 +313,8 @@ bool check_boolean_controlling_expr(an_operand *operand)
     conv_to_error_operand(operand);
     return false;
   }
-  if (is_assignment_of_constant(operand)) expr_pos_warning(ec_assign_where_compare_meant, operand->position);
+  if (is_assignment_of_constant(operand))
+    expr_pos_warning(ec_assign_where_compare_meant, operand->position);
   do_operand_transformations(operand, 0);
   if (is_hopeless(operand)) {
     conv_to_error_operand(operand);
@@ -318,7 +338,7 @@ bool check_boolean_controlling_expr(an_operand *operand)
   return fail(operand, expr_not_arithmetic_or_pointer_code());
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Pairs of pointers
 
 static bool is_null_operand(an_operand *operand)
@@ -334,7 +354,8 @@ static a_type *with_qualifiers_of_both(a_type *type, a_type *left_object, a_type
 }
 
 // Comparisons and conditionals (C99 6.5.8, 6.5.9, 6.5.15).  *result_type: the type both convert to.
-static bool common_pointer_type(an_operand *left, an_operand *right, bool void_converts, a_type **result_type)
+static bool common_pointer_type(an_operand *left, an_operand *right, bool void_converts,
+                                a_type **result_type)
 {
   a_type *left_object = type_pointed_to(left->type), *right_object = type_pointed_to(right->type);
   if (f_types_are_compatible(left_object, right_object, tco_ignore_top_qualifiers)) {
@@ -356,7 +377,8 @@ bool check_compatibility_of_pointer_operands(an_operand *left, an_operand *right
                                              a_source_position *pos, a_type **result_type)
 {
   (void)token;
-  bool left_is_pointer = is_pointer_type(left->type), right_is_pointer = is_pointer_type(right->type);
+  bool left_is_pointer = is_pointer_type(left->type),
+       right_is_pointer = is_pointer_type(right->type);
   if (is_null_operand(right) && left_is_pointer) {
     *result_type = rvalue_type(left->type);
     return true;
@@ -366,7 +388,8 @@ bool check_compatibility_of_pointer_operands(an_operand *left, an_operand *right
     return true;
   }
   *result_type = rvalue_type(left_is_pointer ? left->type : right->type);
-  if (left_is_pointer && right_is_pointer && common_pointer_type(left, right, true, result_type)) return true;
+  if (left_is_pointer && right_is_pointer && common_pointer_type(left, right, true, result_type))
+    return true;
   bool other_is_integer =
       is_integral_or_enum_type(left->type) || is_integral_or_enum_type(right->type);
   bool doubtful = C_dialect != 2 && ((left_is_pointer && right_is_pointer) || other_is_integer);
@@ -388,12 +411,13 @@ bool check_binary_scoped_enum_operation(an_operand *left, an_operand *right, a_s
   return false;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Lifetimes and temporaries: nothing dies at the end of an expression of C.
 
 an_expr_node *wrap_up_full_expression(an_expr_node *node)
 {
-  if (C_dialect != 2 || expr_stack->previous != nullptr || expr_stack->object_lifetime == nullptr) return node;
+  if (C_dialect != 2 || expr_stack->previous != nullptr || expr_stack->object_lifetime == nullptr)
+    return node;
   if (node->kind == enk_error) {
     mark_object_lifetime_as_useless(expr_stack->object_lifetime);
     return node;
@@ -404,14 +428,16 @@ an_expr_node *wrap_up_full_expression(an_expr_node *node)
 
 void wrap_up_dynamic_init_full_expression(a_dynamic_init *dynamic_init)
 {
-  if (C_dialect != 2 || expr_stack->previous != nullptr || expr_stack->object_lifetime == nullptr) return;
+  if (C_dialect != 2 || expr_stack->previous != nullptr || expr_stack->object_lifetime == nullptr)
+    return;
   if (!is_useless_object_lifetime(expr_stack->object_lifetime)) {
     bind_object_lifetime(expr_stack->object_lifetime, iek_dynamic_init, dynamic_init);
   }
 }
 
-an_expr_node *create_expr_temporary(a_type *type, bool is_lvalue, bool is_static, bool no_abstract_check,
-                                    int init_kind, a_source_position *pos, a_dynamic_init **out_dynamic_init)
+an_expr_node *create_expr_temporary(a_type *type, bool is_lvalue, bool is_static,
+                                    bool no_abstract_check, int init_kind, a_source_position *pos,
+                                    a_dynamic_init **out_dynamic_init)
 {
   (void)no_abstract_check;
   a_dynamic_init *init = alloc_dynamic_init((a_dynamic_init_kind)init_kind);
@@ -425,25 +451,29 @@ an_expr_node *create_expr_temporary(a_type *type, bool is_lvalue, bool is_static
 
 void discard_curr_expr_object_lifetime()
 {
-  if (expr_stack->object_lifetime != nullptr) mark_object_lifetime_as_useless(expr_stack->object_lifetime);
+  if (expr_stack->object_lifetime != nullptr)
+    mark_object_lifetime_as_useless(expr_stack->object_lifetime);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Relaxed floating point
 
 static const char *const math_functions_map[] = {
-    "acos",  "asin",   "atan",  "atan2",     "cos",      "sin",       "tan",        "acosh",  "asinh", "atanh",
-    "cosh",  "sinh",   "tanh",  "exp",       "exp2",     "expm1",     "frexp",      "ilogb",  "ldexp", "log",
-    "log10", "log1p",  "log2",  "logb",      "modf",     "scalbln",   "scalbn",     "cbrt",   "fabs",  "hypot",
-    "pow",   "sqrt",   "__sqrt", "erf",      "erfc",     "lgamma",    "tgamma",     "ceil",   "floor", "nearbyint",
-    "rint",  "lrint",  "llrint", "round",    "lround",   "llround",   "trunc",      "fmod",   "remainder",
-    "remquo", "copysign", "nan", "nextafter", "nexttoward", "fdim",    "fmax",       "fmin",   "fma"};
+    "acos",      "asin",    "atan",     "atan2",  "cos",       "sin",        "tan",   "acosh",
+    "asinh",     "atanh",   "cosh",     "sinh",   "tanh",      "exp",        "exp2",  "expm1",
+    "frexp",     "ilogb",   "ldexp",    "log",    "log10",     "log1p",      "log2",  "logb",
+    "modf",      "scalbln", "scalbn",   "cbrt",   "fabs",      "hypot",      "pow",   "sqrt",
+    "__sqrt",    "erf",     "erfc",     "lgamma", "tgamma",    "ceil",       "floor", "nearbyint",
+    "rint",      "lrint",   "llrint",   "round",  "lround",    "llround",    "trunc", "fmod",
+    "remainder", "remquo",  "copysign", "nan",    "nextafter", "nexttoward", "fdim",  "fmax",
+    "fmin",      "fma"};
 
 // The float variant of a function of the double family, when it is declared.
 static a_routine *float_variant_of(const char *name)
 {
   bool known = false;
-  for (const char *entry : math_functions_map) known = known || strcmp(entry, name) == 0;
+  for (const char *entry : math_functions_map)
+    known = known || strcmp(entry, name) == 0;
   size_t length = strlen(name);
   char variant[24];
   if (!known || length + 2 > sizeof variant) return nullptr;
@@ -452,7 +482,8 @@ static a_routine *float_variant_of(const char *name)
   variant[length + 1] = 0;
   a_symbol_locator locator = cleared_locator;
   a_symbol *symbol = find_symbol(variant, (uint32_t)length + 1, &locator);
-  while (symbol != nullptr && symbol->kind != sk_routine) symbol = symbol->next_same_name;
+  while (symbol != nullptr && symbol->kind != sk_routine)
+    symbol = symbol->next_same_name;
   return symbol == nullptr ? nullptr : routine_of_symbol(symbol);
 }
 
@@ -475,12 +506,14 @@ static an_expr_node *argument_below_casts(an_expr_node *argument)
   return argument;
 }
 
-static bool arguments_fit_float_variant(an_expr_node *argument, a_param_type *from, a_param_type *to)
+static bool arguments_fit_float_variant(an_expr_node *argument, a_param_type *from,
+                                        a_param_type *to)
 {
   for (; argument != nullptr && from != nullptr && to != nullptr;
        argument = argument->next, from = from->next, to = to->next) {
     if (types_are_compatible(from->type, to->type)) continue;
-    if (!is_float_type_of_kind(from->type, fk_double) || !is_float_type_of_kind(to->type, fk_float)) return false;
+    if (!is_float_type_of_kind(from->type, fk_double) || !is_float_type_of_kind(to->type, fk_float))
+      return false;
     if (!is_float_type_of_kind(argument_below_casts(argument)->type, fk_float)) return false;
   }
   return argument == nullptr && from == nullptr && to == nullptr;
@@ -499,7 +532,8 @@ static void replace_math_call(an_expr_node *call, a_type *expected_type)
   } else if (!types_are_compatible(from, to)) {
     return;
   }
-  if (!arguments_fit_float_variant(function->next, param_types_of(routine->type), param_types_of(variant->type))) {
+  if (!arguments_fit_float_variant(function->next, param_types_of(routine->type),
+                                   param_types_of(variant->type))) {
     return;
   }
   an_expr_node *target = function_addr_expr(variant);
@@ -527,7 +561,8 @@ void replace_math_funcs(an_expr_node *node, a_type *expected_type)
   }
   a_type *inner = nullptr;
   if (op_of(node) == eok_assign || is_compound_assignment_operator(op_of(node))) inner = node->type;
-  for (an_expr_node *operand = first_operand_of(node); operand != nullptr; operand = operand->next) {
+  for (an_expr_node *operand = first_operand_of(node); operand != nullptr;
+       operand = operand->next) {
     replace_math_funcs(operand, inner);
   }
   if (is_operation(node, eok_call)) replace_math_call(node, expected_type);

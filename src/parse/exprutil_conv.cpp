@@ -1,5 +1,7 @@
-// exprutil_conv.cpp - the implicit conversions: decay, lvalue to rvalue, promotion, the arithmetic conversions.
-// Rule:    do_operand_transformations is the only place that states their order: arrays decay before functions
+// exprutil_conv.cpp - the implicit conversions: decay, lvalue to rvalue, promotion, the arithmetic
+// conversions.
+// Rule:    do_operand_transformations is the only place that states their order: arrays decay
+//          before functions
 //          are resolved, and lvalue-to-rvalue never runs on an array or a function.
 // Entry:   do_operand_transformations, conv_lvalue_to_rvalue, determine_arithmetic_conversions.
 // See:     C99 6.3.1, 6.3.2.
@@ -15,7 +17,7 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Addresses into arrays of known size
 
 static bool integer_constant_value(an_expr_node *node, int64_t *value)
@@ -31,7 +33,8 @@ static bool array_behind_pointer(an_expr_node *pointer, a_target_size *count, in
 {
   if (is_operation(pointer, eok_array_to_pointer)) {
     a_type *type = skip_typerefs(first_operand_of(pointer)->type);
-    if (type->kind != tk_array || as_array(type).is_vla || as_array(type).bound_is_expr) return false;
+    if (type->kind != tk_array || as_array(type).is_vla || as_array(type).bound_is_expr)
+      return false;
     if (is_incomplete_array_type(type) || as_array(type).bound_is_constant) return false;
     *count = as_array(type).bound.number_of_elements;
     *index = 0;
@@ -48,7 +51,8 @@ static bool array_behind_pointer(an_expr_node *pointer, a_target_size *count, in
   }
   if (object == nullptr || !is_array_type(object) || is_incomplete_array_type(object)) return false;
   a_type *element = type_pointed_to(constant->type);
-  if (is_incomplete_type(element) || is_void_type(element) || is_function_type(element)) return false;
+  if (is_incomplete_type(element) || is_void_type(element) || is_function_type(element))
+    return false;
   a_target_size size = size_of_type(element);
   if (size == 0 || !identical_types(make_unqualified_type(array_element_type(object)),
                                     make_unqualified_type(element))) {
@@ -63,7 +67,8 @@ static bool array_behind_pointer(an_expr_node *pointer, a_target_size *count, in
 static bool known_element(an_expr_node *pointer, a_target_size *count, int64_t *index)
 {
   int64_t offset;
-  if (is_operation(pointer, eok_address_of) && is_operation(first_operand_of(pointer), eok_subscript)) {
+  if (is_operation(pointer, eok_address_of) &&
+      is_operation(first_operand_of(pointer), eok_subscript)) {
     an_expr_node *subscript = first_operand_of(pointer);
     if (!integer_constant_value(second_operand_of(subscript), &offset)) return false;
     if (!known_element(first_operand_of(subscript), count, index)) return false;
@@ -104,7 +109,7 @@ void check_pointer_range(an_operand *operand, bool is_access)
   if (is_access ? one_past : outside) expr_pos_warning(code, operand->position);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Lvalue to rvalue
 
 // GNU: the static object of a compound literal initializes an object of its type.
@@ -126,7 +131,8 @@ static bool const_variable_value(an_expr_node *node, a_constant *constant)
     return true;
   }
   if (!is_const_qualified(variable->type) || is_volatile_qualified(variable->type)) return false;
-  if (variable->init_kind != initk_static || !is_arithmetic_or_enum_type(variable->type)) return false;
+  if (variable->init_kind != initk_static || !is_arithmetic_or_enum_type(variable->type))
+    return false;
   a_constant *value = constant_initializer_of(variable);
   if (value->kind != ck_integer && value->kind != ck_float) return false;
   *constant = *value;
@@ -134,14 +140,15 @@ static bool const_variable_value(an_expr_node *node, a_constant *constant)
   return true;
 }
 
-// The literal that a pointer points to the start of: decayed, or, where constants are favored, its address.
+// The literal that a pointer points to the start of: decayed, or, where constants are favored, its
+// address.
 static a_constant *string_behind_pointer(an_expr_node *pointer)
 {
   if (is_operation(pointer, eok_array_to_pointer)) pointer = first_operand_of(pointer);
   if (pointer->kind != enk_constant) return nullptr;
   a_constant *constant = constant_of(pointer);
-  if (constant->kind == ck_address && address_of(constant).kind == ack_constant && address_of(constant).offset == 0 &&
-      is_pointer_type(constant->type)) {
+  if (constant->kind == ck_address && address_of(constant).kind == ack_constant &&
+      address_of(constant).offset == 0 && is_pointer_type(constant->type)) {
     constant = (a_constant *)address_of(constant).entity;
     if (constant->kind != ck_string) return nullptr;
     a_type *element = type_pointed_to(constant_of(pointer)->type);
@@ -162,7 +169,8 @@ static bool character_of_string_literal(an_expr_node *node, a_constant *constant
   a_type *type = make_unqualified_type(node->type);
   if (!is_integral_type(type)) return false;
   a_constant wide;
-  set_unsigned_integer_constant(&wide, string_character_at(string, (uint64_t)index), ik_unsigned_long_long);
+  set_unsigned_integer_constant(&wide, string_character_at(string, (uint64_t)index),
+                                ik_unsigned_long_long);
   clear_constant(constant, ck_integer);
   constant->type = type;
   an_error_code code = ec_no_error;
@@ -210,7 +218,8 @@ static bool check_complete_for_value(an_operand *operand)
   if (!is_incomplete_type(operand->type)) return true;
   if (is_void_type(operand->type) && C_dialect != 2) return true;
   if (is_managed_nullptr_type(operand->type)) return true;
-  expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position, operand->type);
+  expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position,
+                         operand->type);
   conv_to_error_operand(operand);
   return false;
 }
@@ -226,14 +235,14 @@ void conv_lvalue_to_rvalue(an_operand *operand)
   }
   if (!check_complete_for_value(operand)) return;
   check_pointer_range(operand, true);
-  if (operand->kind == ok_constant) {  // a string literal that stays an array
+  if (operand->kind == ok_constant) { // a string literal that stays an array
     operand->state = os_rvalue;
     return;
   }
   bool folded = false;
   a_constant constant;
-  an_expr_node *node = conv_lvalue_expr_to_rvalue(make_node_from_operand(operand), &folded, &constant,
-                                                  &operand->position);
+  an_expr_node *node = conv_lvalue_expr_to_rvalue(make_node_from_operand(operand), &folded,
+                                                  &constant, &operand->position);
   if (folded) {
     change_ref_kinds(saved.ref_entries, rk_read_folded);
     make_constant_operand(&constant, operand);
@@ -262,13 +271,14 @@ void modifying_lvalue(an_operand *operand, bool also_read)
   change_ref_kinds(operand->ref_entries, also_read ? rk_read_modified : rk_modified);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Arrays and functions
 
 static a_type *decayed_array_type(a_type *type)
 {
   a_type *element = array_element_type(type);
-  a_type_qualifier_set qualifiers = f_get_type_qualifiers(type, false) & ~f_get_type_qualifiers(element, false);
+  a_type_qualifier_set qualifiers =
+      f_get_type_qualifiers(type, false) & ~f_get_type_qualifiers(element, false);
   return make_pointer_type(qualifiers == 0 ? element : f_make_qualified_type(element, qualifiers));
 }
 
@@ -277,7 +287,8 @@ void do_array_to_pointer_conversion(an_operand *operand)
 {
   an_operand saved = *operand;
   a_type *pointer = decayed_array_type(operand->type);
-  if (expr_stack->expression_kind == ek_integral_constant && expr_stack->value_required && !(gcc_mode || gpp_mode)) {
+  if (expr_stack->expression_kind == ek_integral_constant && expr_stack->value_required &&
+      !(gcc_mode || gpp_mode)) {
     expr_pos_error(ec_expr_not_integral_constant, operand->position);
     conv_to_error_operand(operand);
     return;
@@ -305,7 +316,8 @@ void do_array_to_pointer_conversion(an_operand *operand)
 
 void conv_array_operand_to_pointer_operand(an_operand *operand)
 {
-  if (is_array_type(operand->type) && operand->kind != ok_error) do_array_to_pointer_conversion(operand);
+  if (is_array_type(operand->type) && operand->kind != ok_error)
+    do_array_to_pointer_conversion(operand);
 }
 
 void conv_function_designator_to_ptr_to_function(an_operand *operand)
@@ -349,21 +361,24 @@ void do_operand_transformations(an_operand *operand, unsigned flags)
     conv_lvalue_to_rvalue(operand);
   }
   if (operand->kind == ok_indefinite_function && (flags & ot_leave_indefinite_functions) == 0) {
-    expr_pos_sy_diagnostic(es_error, ec_indeterminate_overloaded_function, operand->position, operand->symbol);
+    expr_pos_sy_diagnostic(es_error, ec_indeterminate_overloaded_function, operand->position,
+                           operand->symbol);
     conv_to_error_operand(operand);
   }
   if (operand->state == os_function_designator) {
-    unsigned keep = operand->kind == ok_sym_for_member ? ot_keep_sym_for_member : ot_keep_function_designators;
+    unsigned keep =
+        operand->kind == ok_sym_for_member ? ot_keep_sym_for_member : ot_keep_function_designators;
     if ((flags & keep) == 0) conv_function_designator_to_ptr_to_function(operand);
   }
 }
 
 void eliminate_unusual_operand_kinds(an_operand *operand)
 {
-  do_operand_transformations(operand, ot_keep_function_designators | ot_keep_arrays | ot_keep_lvalues);
+  do_operand_transformations(operand,
+                             ot_keep_function_designators | ot_keep_arrays | ot_keep_lvalues);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // References and class objects (C++)
 
 void add_reference_indirection(an_operand *operand)
@@ -421,7 +436,7 @@ void force_operand_to_constant_if_possible(an_operand *operand)
   restore_operand_details_incl_ref(operand, &saved);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Arithmetic
 
 // The bit-field that the rvalue was read from, or null.
@@ -455,7 +470,8 @@ a_type *type_after_bit_field_integral_promotion(an_expr_node *node)
   }
   if (width < targ_precisionof_int) return integer_type(ik_int);
   if (width == targ_precisionof_int) return integer_type(ik_unsigned_int);
-  if (gcc_mode && gnu_version == 40000 && kind == ik_unsigned_long_long && width < targ_precisionof_long_long) {
+  if (gcc_mode && gnu_version == 40000 && kind == ik_unsigned_long_long &&
+      width < targ_precisionof_long_long) {
     return integer_type(ik_long_long);
   }
   return type;
@@ -475,8 +491,10 @@ static a_type *promoted_operand_type(an_operand *operand)
 a_type *determine_arithmetic_conversions(an_operand *left, an_operand *right)
 {
   if (left->kind == ok_error || right->kind == ok_error) return error_type();
-  a_type *left_type = is_integral_or_enum_type(left->type) ? promoted_operand_type(left) : rvalue_type(left->type);
-  a_type *right_type = is_integral_or_enum_type(right->type) ? promoted_operand_type(right) : rvalue_type(right->type);
+  a_type *left_type =
+      is_integral_or_enum_type(left->type) ? promoted_operand_type(left) : rvalue_type(left->type);
+  a_type *right_type = is_integral_or_enum_type(right->type) ? promoted_operand_type(right)
+                                                             : rvalue_type(right->type);
   return usual_arithmetic_conversions(left_type, right_type);
 }
 
@@ -493,7 +511,8 @@ void arg_default_promote_operand(an_operand *operand, bool strict)
   if (operand->kind == ok_error) return;
   if (is_array_type(operand->type)) {
     if (gcc_mode) {
-      if (strict_ansi_mode) expr_pos_diagnostic(strict_ansi_error_severity, ec_bad_rvalue_array, operand->position);
+      if (strict_ansi_mode)
+        expr_pos_diagnostic(strict_ansi_error_severity, ec_bad_rvalue_array, operand->position);
     } else {
       expr_pos_error(ec_bad_rvalue_array, operand->position);
       conv_to_error_operand(operand);
@@ -507,7 +526,8 @@ void arg_default_promote_operand(an_operand *operand, bool strict)
     return;
   }
   if (is_incomplete_type(operand->type)) {
-    expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position, operand->type);
+    expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position,
+                           operand->type);
     conv_to_error_operand(operand);
     return;
   }
@@ -529,8 +549,10 @@ void change_binary_operand_types(a_type *type, an_operand *left, an_operand *rig
   convert_arithmetic_operand(type, right);
 }
 
-// Imaginary and real operands of multiplication and division give a real or an imaginary result (C99 G.5).
-a_type *determine_imaginary_operation_type(an_expr_operator_kind op, a_type *left, a_type *right, a_type *common)
+// Imaginary and real operands of multiplication and division give a real or an imaginary result
+// (C99 G.5).
+a_type *determine_imaginary_operation_type(an_expr_operator_kind op, a_type *left, a_type *right,
+                                           a_type *common)
 {
   bool left_imaginary = is_imaginary_type(left), right_imaginary = is_imaginary_type(right);
   if (!left_imaginary && !right_imaginary) return common;
@@ -538,7 +560,8 @@ a_type *determine_imaginary_operation_type(an_expr_operator_kind op, a_type *lef
   a_float_kind kind = float_kind_of_type(common);
   switch (op) {
   case eok_multiply:
-  case eok_divide: return left_imaginary == right_imaginary ? float_type(kind) : imaginary_type(kind);
+  case eok_divide:
+    return left_imaginary == right_imaginary ? float_type(kind) : imaginary_type(kind);
   default: return left_imaginary && right_imaginary ? imaginary_type(kind) : complex_type(kind);
   }
 }

@@ -1,5 +1,7 @@
-// exprutil_op.cpp - results of operators: folded where both operands are constants, IL nodes otherwise.
-// Rule:    nothing is built twice; a folded constant in a function's code keeps the expression it came from.
+// exprutil_op.cpp - results of operators: folded where both operands are constants, IL nodes
+// otherwise.
+// Rule:    nothing is built twice; a folded constant in a function's code keeps the expression it
+//          came from.
 // Entry:   do_binary_operation, do_unary_operation, do_question_operation.
 #include "consts/folding.h"
 #include "driver/flags.h"
@@ -15,24 +17,26 @@ static bool constants_keep_their_expression()
   return expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result;
 }
 
-// The constant needs no rescan and no message of its own when an operand is a literal of a huge table.
+// The constant needs no rescan and no message of its own when an operand is a literal of a huge
+// table.
 static an_expr_node *node_of_copy(an_operand *operand)
 {
   an_operand copy = *operand;
   return make_node_from_operand(&copy);
 }
 
-static void set_result_positions(an_operand *result, const an_operand *left, const an_operand *right)
+static void set_result_positions(an_operand *result, const an_operand *left,
+                                 const an_operand *right)
 {
   result->position = left->position;
   result->end_position = right->end_position;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Binary
 
-static an_expr_node *binary_node(an_expr_operator_kind op, an_expr_node *left, an_expr_node *right, a_type *type,
-                                 a_source_position *pos)
+static an_expr_node *binary_node(an_expr_operator_kind op, an_expr_node *left, an_expr_node *right,
+                                 a_type *type, a_source_position *pos)
 {
   left->next = right;
   an_expr_node *node = make_operator_node(op, type, left);
@@ -59,8 +63,8 @@ void build_binary_result_operand(an_expr_operator_kind op, an_operand *left, an_
 }
 
 // True: the result is in `result`, a constant or an error.
-static bool fold_binary(an_expr_operator_kind op, an_operand *left, an_operand *right, a_type *result_type,
-                        an_operand *result, a_source_position *pos)
+static bool fold_binary(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                        a_type *result_type, an_operand *result, a_source_position *pos)
 {
   if (op == eok_none) {
     make_error_operand(result);
@@ -86,9 +90,10 @@ static bool is_pointer_arithmetic(an_expr_operator_kind op)
   return op == eok_pointer_add || op == eok_pointer_subtract;
 }
 
-void do_binary_operation_full(an_expr_operator_kind op, an_operand *left, an_operand *right, a_type *result_type,
-                              bool is_lvalue_result, an_operand *result, a_source_position *pos,
-                              unsigned operator_token, a_source_position *close_pos)
+void do_binary_operation_full(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                              a_type *result_type, bool is_lvalue_result, an_operand *result,
+                              a_source_position *pos, unsigned operator_token,
+                              a_source_position *close_pos)
 {
   an_operand saved_left = *left, saved_right = *right;
   if (left->kind == ok_error || right->kind == ok_error || is_error_type(result_type)) {
@@ -121,20 +126,23 @@ void do_binary_operation_full(an_expr_operator_kind op, an_operand *left, an_ope
   }
   set_result_positions(result, &saved_left, &saved_right);
   if (close_pos != nullptr && close_pos->seq != 0) result->end_position = *close_pos;
-  result->ruled_out_expr_kinds |= saved_left.ruled_out_expr_kinds | saved_right.ruled_out_expr_kinds;
+  result->ruled_out_expr_kinds |=
+      saved_left.ruled_out_expr_kinds | saved_right.ruled_out_expr_kinds;
   if (result->kind == ok_expression) {
     result->value.expr->expr_range.start = result->position;
     result->value.expr->expr_range.end = result->end_position;
   }
 }
 
-void do_binary_operation(an_expr_operator_kind op, an_operand *left, an_operand *right, a_type *result_type,
-                         an_operand *result, a_source_position *pos, unsigned operator_token)
+void do_binary_operation(an_expr_operator_kind op, an_operand *left, an_operand *right,
+                         a_type *result_type, an_operand *result, a_source_position *pos,
+                         unsigned operator_token)
 {
-  do_binary_operation_full(op, left, right, result_type, false, result, pos, operator_token, nullptr);
+  do_binary_operation_full(op, left, right, result_type, false, result, pos, operator_token,
+                           nullptr);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Unary
 
 void build_unary_result_operand(an_expr_operator_kind op, an_operand *operand, a_type *result_type,
@@ -150,8 +158,8 @@ void build_unary_result_operand(an_expr_operator_kind op, an_operand *operand, a
 }
 
 // Constants: -, +, ~, !, and the parts of complex values.
-static bool fold_unary(an_expr_operator_kind op, an_operand *operand, a_type *result_type, an_operand *result,
-                       a_source_position *pos)
+static bool fold_unary(an_expr_operator_kind op, an_operand *operand, a_type *result_type,
+                       an_operand *result, a_source_position *pos)
 {
   a_constant constant;
   bool not_folded = false, by_template = false;
@@ -169,8 +177,8 @@ static bool fold_unary(an_expr_operator_kind op, an_operand *operand, a_type *re
   return true;
 }
 
-void do_unary_operation(an_expr_operator_kind op, an_operand *operand, a_type *result_type, an_operand *result,
-                        a_source_position *pos, unsigned operator_token)
+void do_unary_operation(an_expr_operator_kind op, an_operand *operand, a_type *result_type,
+                        an_operand *result, a_source_position *pos, unsigned operator_token)
 {
   (void)operator_token;
   an_operand saved = *operand;
@@ -179,7 +187,8 @@ void do_unary_operation(an_expr_operator_kind op, an_operand *operand, a_type *r
     return;
   }
   if (op != eok_address_of) force_operand_to_constant_if_possible(operand);
-  if (operand->kind == ok_constant && op != eok_address_of && fold_unary(op, operand, result_type, result, pos)) {
+  if (operand->kind == ok_constant && op != eok_address_of &&
+      fold_unary(op, operand, result_type, result, pos)) {
     result->ruled_out_expr_kinds = 0;
   } else if (in_constant_context() && expr_stack->value_required) {
     expr_pos_error(ec_expr_not_constant, saved.position);
@@ -196,7 +205,7 @@ void do_unary_operation(an_expr_operator_kind op, an_operand *operand, a_type *r
   if (result->kind == ok_expression) result->value.expr->expr_range.start = *pos;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Conditional
 
 static bool contains_statement_expression(an_operand *operand)
@@ -205,15 +214,19 @@ static bool contains_statement_expression(an_operand *operand)
 }
 
 // Whether the arm that a known condition selects may stand for the whole.
-static bool selected_arm_replaces_conditional(an_operand *selected, an_operand *dropped, a_type *result_type)
+static bool selected_arm_replaces_conditional(an_operand *selected, an_operand *dropped,
+                                              a_type *result_type)
 {
   if (!identical_types(rvalue_type(selected->type), rvalue_type(dropped->type))) return false;
   if (expr_stack->expression_kind < ek_normal) return true;
   // A label in the dropped arm can be jumped to.
-  if (contains_statement_expression(selected) || contains_statement_expression(dropped)) return false;
-  bool not_constant = ((selected->ruled_out_expr_kinds | dropped->ruled_out_expr_kinds) & rule_out_any_constant) != 0;
+  if (contains_statement_expression(selected) || contains_statement_expression(dropped))
+    return false;
+  bool not_constant = ((selected->ruled_out_expr_kinds | dropped->ruled_out_expr_kinds) &
+                       rule_out_any_constant) != 0;
   if (!not_constant) return true;
-  return !is_class_struct_union_type(result_type) && !strict_ansi_mode && expr_stack->favor_constant_result;
+  return !is_class_struct_union_type(result_type) && !strict_ansi_mode &&
+         expr_stack->favor_constant_result;
 }
 
 static void take_selected_arm(an_operand *condition, an_operand *selected, an_operand *result)
@@ -227,8 +240,8 @@ static void take_selected_arm(an_operand *condition, an_operand *selected, an_op
   result->is_string_literal = false;
 }
 
-static an_expr_node *question_node(an_operand *condition, an_operand *second, an_operand *third, a_type *type,
-                                   a_source_position *pos)
+static an_expr_node *question_node(an_operand *condition, an_operand *second, an_operand *third,
+                                   a_type *type, a_source_position *pos)
 {
   an_expr_node *first_node = make_node_from_operand(condition);
   an_expr_node *second_node = make_node_from_operand(second);
@@ -242,8 +255,9 @@ static an_expr_node *question_node(an_operand *condition, an_operand *second, an
   return node;
 }
 
-void do_question_operation(an_operand *condition, an_operand *second, an_operand *third, a_type *result_type,
-                           bool is_void, bool is_lvalue_result, an_operand *result, a_source_position *pos)
+void do_question_operation(an_operand *condition, an_operand *second, an_operand *third,
+                           a_type *result_type, bool is_void, bool is_lvalue_result,
+                           an_operand *result, a_source_position *pos)
 {
   if (condition->kind == ok_error || second->kind == ok_error || third->kind == ok_error ||
       is_error_type(result_type)) {

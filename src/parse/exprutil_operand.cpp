@@ -1,5 +1,6 @@
 // exprutil_operand.cpp - operands: making them, their details, and turning them into IL.
-// Rule:    an error operand is silent: whoever makes one has reported; every operation on it yields another.
+// Rule:    an error operand is silent: whoever makes one has reported; every operation on it yields
+//          another.
 // Entry:   make_*_operand, make_node_from_operand, restore_operand_details, conv_to_error_operand.
 #include <cstring>
 
@@ -16,7 +17,7 @@
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Clearing and kinds
 
 void set_operand_kind(an_operand *operand, an_operand_kind kind)
@@ -30,14 +31,16 @@ void set_operand_kind(an_operand *operand, an_operand_kind kind)
   }
 }
 
-// The constant at the end is as large as the rest together, so it is left as it is unless the kind asks.
+// The constant at the end is as large as the rest together, so it is left as it is unless the kind
+// asks.
 void clear_operand(an_operand_kind kind, an_operand *operand)
 {
   memset((void *)operand, 0, offsetof(an_operand, value));
   set_operand_kind(operand, kind);
 }
 
-// The value is the caller's: a constant is large, and clearing it before it is copied would be waste.
+// The value is the caller's: a constant is large, and clearing it before it is copied would be
+// waste.
 static void start_operand_without_value(an_operand_kind kind, a_type *type, an_operand_state state,
                                         an_operand *operand)
 {
@@ -49,7 +52,8 @@ static void start_operand_without_value(an_operand_kind kind, a_type *type, an_o
   operand->end_position = end_pos_curr_token;
 }
 
-static void start_operand(an_operand_kind kind, a_type *type, an_operand_state state, an_operand *operand)
+static void start_operand(an_operand_kind kind, a_type *type, an_operand_state state,
+                          an_operand *operand)
 {
   start_operand_without_value(kind, type, state, operand);
   set_operand_kind(operand, kind);
@@ -67,10 +71,11 @@ void error_and_make_error_operand(an_error_code code, an_operand *operand)
   make_error_operand(operand);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Expressions
 
-static void make_expr_operand_of_state(an_expr_node *node, an_operand_state state, an_operand *operand)
+static void make_expr_operand_of_state(an_expr_node *node, an_operand_state state,
+                                       an_operand *operand)
 {
   if (node->kind == enk_error) {
     make_error_operand(operand);
@@ -90,7 +95,8 @@ void make_lvalue_expression_operand(an_expr_node *node, an_operand *operand)
 {
   node->is_lvalue = true;
   make_expr_operand_of_state(node, os_lvalue, operand);
-  if (is_function_type(node->type) && operand->kind == ok_expression) operand->state = os_function_designator;
+  if (is_function_type(node->type) && operand->kind == ok_expression)
+    operand->state = os_function_designator;
 }
 
 void make_lhsref_expression_operand(an_expr_node *node, an_operand *operand)
@@ -101,12 +107,14 @@ void make_lhsref_expression_operand(an_expr_node *node, an_operand *operand)
 
 void make_lvalue_or_rvalue_expression_operand(an_expr_node *node, an_operand *operand)
 {
-  if (node->is_lvalue) make_lvalue_expression_operand(node, operand);
-  else make_expression_operand(node, operand);
+  if (node->is_lvalue)
+    make_lvalue_expression_operand(node, operand);
+  else
+    make_expression_operand(node, operand);
 }
 
-void make_lvalue_variable_operand(a_variable *variable, a_source_position *pos, a_source_position *end_pos,
-                                  an_operand *operand, a_ref_entry *ref)
+void make_lvalue_variable_operand(a_variable *variable, a_source_position *pos,
+                                  a_source_position *end_pos, an_operand *operand, a_ref_entry *ref)
 {
   an_expr_node *node = var_lvalue_expr(variable);
   node->expr_range.start = *pos;
@@ -120,8 +128,9 @@ void make_lvalue_variable_operand(a_variable *variable, a_source_position *pos, 
   if (is_any_reference_type(variable->type)) add_reference_indirection(operand);
 }
 
-void make_function_designator_operand(a_symbol *symbol, a_source_position *pos, a_source_position *end_pos,
-                                      an_operand *operand, a_ref_entry *ref)
+void make_function_designator_operand(a_symbol *symbol, a_source_position *pos,
+                                      a_source_position *end_pos, an_operand *operand,
+                                      a_ref_entry *ref)
 {
   a_routine *routine = routine_of_symbol(symbol);
   an_expr_node *node = function_lvalue_expr(routine);
@@ -158,12 +167,13 @@ void make_undefined_symbol_operand(a_symbol *symbol, an_operand *operand)
   operand->symbol = symbol;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Constants
 
 void make_constant_operand(a_constant *constant, an_operand *operand)
 {
-  if (constant->kind == ck_error || (constant->type != nullptr && constant->type->kind == tk_error)) {
+  if (constant->kind == ck_error ||
+      (constant->type != nullptr && constant->type->kind == tk_error)) {
     make_error_operand(operand);
     return;
   }
@@ -220,13 +230,14 @@ void make_nan_operand(an_operand *operand)
   make_constant_operand(&constant, operand);
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Members
 
 // A member has the qualifiers of its object, but a mutable one is never const.
 static a_type *type_of_selected_field(a_field *field, a_type *object_type)
 {
-  a_type_qualifier_set qualifiers = f_get_type_qualifiers(object_type, false) & (tq_const | tq_volatile);
+  a_type_qualifier_set qualifiers =
+      f_get_type_qualifiers(object_type, false) & (tq_const | tq_volatile);
   if (field->is_mutable) qualifiers &= ~(unsigned)tq_const;
   return qualifiers == 0 ? field->type : f_make_qualified_type(field->type, qualifiers);
 }
@@ -240,8 +251,8 @@ static an_expr_node *make_field_node(a_field *field, a_source_position *pos)
   return node;
 }
 
-void make_field_operand(a_field *field, an_operand *object, bool is_arrow, a_source_position *member_pos,
-                        an_operand *result)
+void make_field_operand(a_field *field, an_operand *object, bool is_arrow,
+                        a_source_position *member_pos, an_operand *result)
 {
   if (object->kind == ok_error) {
     *result = *object;
@@ -254,7 +265,8 @@ void make_field_operand(a_field *field, an_operand *object, bool is_arrow, a_sou
   a_ref_entry *refs = object->ref_entries, *last_ref = object->last_ref_entry;
   an_expr_node *object_node = make_node_from_operand(object);
   object_node->next = make_field_node(field, member_pos);
-  an_expr_node *node = make_operator_node(is_arrow ? eok_arrow_field : eok_dot_field, type, object_node);
+  an_expr_node *node =
+      make_operator_node(is_arrow ? eok_arrow_field : eok_dot_field, type, object_node);
   if (is_lvalue) {
     node->is_lvalue = true;
     make_lvalue_expression_operand(node, result);
@@ -264,7 +276,7 @@ void make_field_operand(a_field *field, an_operand *object, bool is_arrow, a_sou
   }
   result->position = start;
   result->end_position = end_pos_curr_token;
-  if (!is_arrow) {  // a use of a member is a use of its object: it is classified with the member
+  if (!is_arrow) { // a use of a member is a use of its object: it is classified with the member
     result->ref_entries = refs;
     result->last_ref_entry = last_ref;
   }
@@ -272,7 +284,7 @@ void make_field_operand(a_field *field, an_operand *object, bool is_arrow, a_sou
   node->expr_range.end = result->end_position;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // From operands to IL
 
 static void set_node_positions(an_expr_node *node, const an_operand *operand)
@@ -312,7 +324,7 @@ void extract_constant_from_operand(an_operand *operand, a_constant *constant)
   }
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Details that survive a transformation
 
 void restore_operand_details(an_operand *operand, const an_operand *saved)
@@ -365,7 +377,8 @@ a_variable *make_expression_temporary(a_type *type)
   return variable;
 }
 
-// The operand and its copy have one value, evaluated once, where the operand stands: `a ?: b`.  What may
+// The operand and its copy have one value, evaluated once, where the operand stands: `a ?: b`. 
+// What may
 // not be evaluated twice goes to a temporary.  The operand is an rvalue.
 void clone_operand(an_operand *operand, an_operand *copy)
 {
@@ -381,7 +394,8 @@ void clone_operand(an_operand *operand, an_operand *copy)
   a_variable *temporary = make_expression_temporary(operand->type);
   an_expr_node *target = var_lvalue_expr(temporary);
   target->next = node;
-  operand->value.expr = make_operator_node(assignment_operator_for_type(operand->type), operand->type, target);
+  operand->value.expr =
+      make_operator_node(assignment_operator_for_type(operand->type), operand->type, target);
   set_node_positions(operand->value.expr, operand);
   copy->value.expr = var_rvalue_expr(temporary);
 }
@@ -425,7 +439,7 @@ void preserve_ruled_out_expr_kinds_from_discarded_operand(an_operand *kept, an_o
   kept->ruled_out_expr_kinds |= discarded->ruled_out_expr_kinds;
 }
 
-// ---------------------------------------------------------------------------------------------------
+// -------------------------------------------------------------------------------------------------
 // Operands of template-dependent operations keep their source form.
 
 void prep_generic_operand_full(an_operand *operand, bool keep_lvalue, bool apply_transformations)
