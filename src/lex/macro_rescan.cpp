@@ -93,6 +93,11 @@ void rescan_replacement_text()
 {
   a_source_line_modif *modif = nested_source_line_modif(curr_char_loc);
   if (modif == nullptr) return;
+  // In #if the scan computes `defined` and replaces names: its tokens have no spelling to keep.
+  if (in_pp_if_expression) {
+    enter_text_of_modif(modif);
+    return;
+  }
   if (rescanned.text == nullptr) {
     rescanned.text = alloc_resizable_buffer(initial_rescan_capacity + 1);
     rescanned.capacity = initial_rescan_capacity;
