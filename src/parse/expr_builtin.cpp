@@ -56,7 +56,8 @@ static const a_builtin_row builtin_rows[] = {
     {"fpclassify", bc_fpclassify},
     {"strlen", bc_strlen},
     {"pow", bc_pow}, {"powf", bc_pow}, {"powl", bc_pow},
-    {"choose_expr", bc_choose_expr}, {"classify_type", bc_classify_type}, {"constant_p", bc_constant_p},
+    {"choose_expr", bc_choose_expr}, {"classify_type", bc_classify_type},
+    {"constant_p", bc_constant_p},
     {"va_start", bc_va_start}, {"stdarg_start", bc_va_start}, {"varargs_start", bc_varargs_start},
     {"va_end", bc_va_end}, {"va_copy", bc_va_copy}, {"va_arg", bc_va_arg},
 };
