@@ -19,13 +19,22 @@ static an_output_stream main_stream;
 
 // --- Head of the file ----------------------------------------------------------------------------
 
+// The name may hold what would end the comment: a blank parts it.
+static void put_file_name_in_comment(const char *name)
+{
+  for (; *name != '\0'; name++) {
+    char text[3] = {*name, *name == '*' && name[1] == '/' ? ' ' : '\0', '\0'};
+    put_no_wrap(text);
+  }
+}
+
 static void write_source_file_tree(const a_source_file *file, unsigned depth)
 {
   for (; file != nullptr; file = file->next_sibling) {
     char text[160];
     for (unsigned i = 0; i < depth; i++)
       put_no_wrap("  ");
-    put_no_wrap(format_file_name(file->file_name));
+    put_file_name_in_comment(format_file_name(file->file_name));
     snprintf(text, sizeof text, " (from line number %lu, sequence numbers %lu-%lu%s)\n",
              file->first_line_number, (unsigned long)file->first_seq_number,
              (unsigned long)file->last_seq_number, "");

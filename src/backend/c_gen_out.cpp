@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cctype>
 #include "backend/c_gen_private.h"
+#include "driver/host_envir.h"
 #include "errors/error.h"
 #include "lex/source_input.h"
 #include "mem/mem_manage.h"
@@ -87,11 +88,12 @@ static void append_number(unsigned long number)
 
 static void append_quoted_file_name(const a_source_file *file)
 {
+  static a_text_buffer *file_name_text;
+  if (file_name_text == nullptr) file_name_text = alloc_text_buffer(200);
+  reset_text_buffer(file_name_text);
+  write_file_name_to_text_buffer(file->file_name, file_name_text, !gen_old_style_line_dirs);
   append(" \"", 2);
-  for (const char *at = file->file_name; *at != '\0'; at++) {
-    if ((*at == '\\' || *at == '"') && !gen_old_style_line_dirs) append("\\", 1);
-    append(at, 1);
-  }
+  append(file_name_text->buffer, file_name_text->size);
   append("\"", 1);
 }
 

@@ -145,6 +145,7 @@ const char *file_name_in_internal_encoding(const char *name);
 const char *file_name_in_external_encoding(const char *name);
 // Base name of `name` followed by '.' and `suffix`; newly allocated.
 char *derived_name(const char *name, const char *suffix);
+// With `for_c_string`, quotes, backslashes and unprintable characters are written as escapes.
 void write_file_name_to_text_buffer(const char *name, a_text_buffer *buffer, bool for_c_string);
 void write_file_name(const char *name, FILE *stream, bool for_c_string);
 const char *format_file_name(const char *name);

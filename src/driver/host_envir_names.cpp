@@ -153,23 +153,39 @@ void replace_file_name_suffix(const char *suffix, a_text_buffer *buffer)
   add_to_text_buffer(buffer, suffix, strlen(suffix) + 1);
 }
 
+// How a character of a file name is written in a string literal; returns the length.
+static unsigned text_for_c_string(char c, char text[5])
+{
+  unsigned char code = static_cast<unsigned char>(c);
+  if (c == '"' || c == '\\') {
+    text[0] = '\\';
+    text[1] = c;
+    return 2;
+  }
+  if (c == '\n') {
+    memcpy(text, "\\n", 2);
+    return 2;
+  }
+  if (code < ' ' || code == 127) return static_cast<unsigned>(snprintf(text, 5, "\\%03o", code));
+  text[0] = c;
+  return 1;
+}
+
 void write_file_name_to_text_buffer(const char *name, a_text_buffer *buffer, bool for_c_string)
 {
   for (; *name != '\0'; name++) {
-    if (for_c_string && *name == '\\') add_char_to_text_buffer(buffer, '\\');
-    add_char_to_text_buffer(buffer, *name);
+    char text[5] = {*name};
+    unsigned length = for_c_string ? text_for_c_string(*name, text) : 1;
+    add_to_text_buffer(buffer, text, length);
   }
 }
 
 void write_file_name(const char *name, FILE *stream, bool for_c_string)
 {
-  if (!for_c_string) {
-    fputs(name, stream);
-    return;
-  }
   for (; *name != '\0'; name++) {
-    if (*name == '\\') putc('\\', stream);
-    putc(*name, stream);
+    char text[5] = {*name};
+    unsigned length = for_c_string ? text_for_c_string(*name, text) : 1;
+    fwrite(text, 1, length, stream);
   }
 }
 
