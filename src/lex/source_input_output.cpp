@@ -198,7 +198,9 @@ static void write_pp_output(const char *text, unsigned long length)
 static void synchronize_pp_output()
 {
   a_seq_number gap = curr_seq_number - next_seq_in_pp_output;
-  if (gap > max_gap_in_pp_output && !(keep_comments_in_pp_output && comment_spanned_lines)) {
+  bool output_is_ahead = next_seq_in_pp_output > curr_seq_number;
+  bool in_kept_comment = keep_comments_in_pp_output && comment_spanned_lines;
+  if (gap > max_gap_in_pp_output && (output_is_ahead || !in_kept_comment)) {
     gen_pp_line_info(' ', false);
     return;
   }
