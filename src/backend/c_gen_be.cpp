@@ -238,9 +238,7 @@ static const char *generated_file_name()
   if (strcmp(primary_source_file_name, "-") == 0) return nullptr;
   a_text_buffer *buffer = alloc_text_buffer(strlen(primary_source_file_name) + 16);
   add_to_text_buffer(buffer, primary_source_file_name, strlen(primary_source_file_name) + 1);
-  remove_null_terminator_from_text_buffer(buffer);
   replace_file_name_suffix(openmp_mode_device ? ".omp.c" : ".int.c", buffer);
-  add_char_to_text_buffer(buffer, '\0');
   return buffer->buffer;
 }
 

@@ -130,7 +130,8 @@ char *read_line_from_file(FILE *stream);
 // Directory and file in one name, in `buffer` or, if null, in a shared one; terminated.
 char *combine_dir_and_file_name(const char *dir, const char *file, a_text_buffer *buffer);
 void append_to_path_name(a_text_buffer *buffer, const char *name);
-// Replaces what is behind the last '.' of the last component of the name in the buffer, or adds it.
+// Replaces what is behind the last '.' of the last component of the name in the buffer, or adds it;
+// the name is terminated before and after.
 void replace_file_name_suffix(const char *suffix, a_text_buffer *buffer);
 const char *suffix_of(const char *name);
 const char *start_of_file_name(const char *name);
