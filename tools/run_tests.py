@@ -11,6 +11,7 @@ LIT = os.path.join(ROOT, 'tools', 'lit')
 LONG_RUNS = [
     ('tests/table_coverage.py', []),
     ('tests/command_lines.py', []),
+    ('tests/output_names.py', []),
     ('tests/include_graph.py', []),
     ('tests/real/run.py', []),
     ('tests/real/headers.py', ['--sample', '250']),
