@@ -14,13 +14,13 @@
 static an_il_entry_kind entity_kind_of_address_constant(const void *entry)
 {
   switch (address_of((const a_constant *)entry).kind) {
-    case ack_routine: return iek_routine;
-    case ack_variable: return iek_variable;
-    case ack_constant: return iek_constant;
-    case ack_uuidof:
-    case ack_typeid: return iek_type;
-    case ack_label: return iek_label;
-    case ack_last: break;
+  case ack_routine: return iek_routine;
+  case ack_variable: return iek_variable;
+  case ack_constant: return iek_constant;
+  case ack_uuidof:
+  case ack_typeid: return iek_type;
+  case ack_label: return iek_label;
+  case ack_last: break;
   }
   unexpected_kind("address constant");
 }
@@ -35,18 +35,18 @@ static an_il_entry_kind entity_kind_of_template_param_constant(const void *entry
 {
   const a_constant_template_param &param = template_param_of((const a_constant *)entry);
   switch (param.kind) {
-    case tpck_param:
-    case tpck_unknown_function: return iek_none;
-    case tpck_expression: return iek_expr_node;
-    case tpck_address_of_unknown_function: return iek_type;
-    case tpck_cast:
-    case tpck_address_of_constant:
-    case tpck_unknown_function_with_args: return iek_constant;
-    case tpck_sizeof:
-    case tpck_alignof:
-    case tpck_uuidof:
-    case tpck_typeid: return param.operand_is_type ? iek_type : iek_expr_node;
-    case tpck_last: break;
+  case tpck_param:
+  case tpck_unknown_function: return iek_none;
+  case tpck_expression: return iek_expr_node;
+  case tpck_address_of_unknown_function: return iek_type;
+  case tpck_cast:
+  case tpck_address_of_constant:
+  case tpck_unknown_function_with_args: return iek_constant;
+  case tpck_sizeof:
+  case tpck_alignof:
+  case tpck_uuidof:
+  case tpck_typeid: return param.operand_is_type ? iek_type : iek_expr_node;
+  case tpck_last: break;
   }
   unexpected_kind("template parameter constant");
 }
@@ -93,12 +93,12 @@ static an_il_entry_kind is_internal_try_node(const void *entry)
 static an_il_entry_kind entity_kind_of_eh_construct(const void *entry)
 {
   switch (eh_construct_of((const an_expr_node *)entry).kind) {
-    case lek_caught_object_address:
-    case lek_catch_epilogue: return iek_handler;
-    case lek_function_prologue: return iek_lowered_eh_routine_ref;
-    case lek_function_epilogue: return iek_routine;
-    case lek_try_epilogue: return iek_try_supplement;
-    default: return iek_none;
+  case lek_caught_object_address:
+  case lek_catch_epilogue: return iek_handler;
+  case lek_function_prologue: return iek_lowered_eh_routine_ref;
+  case lek_function_epilogue: return iek_routine;
+  case lek_try_epilogue: return iek_try_supplement;
+  default: return iek_none;
   }
 }
 
@@ -115,17 +115,17 @@ static an_il_entry_kind owner_kind_of_lifetime(const void *entry)
 static an_il_entry_kind owner_kind_of_scope(const void *entry)
 {
   switch (((const a_scope *)entry)->kind) {
-    case sck_function_prototype:
-    case sck_class:
-    case sck_class_reactivation:
-    case sck_enum: return iek_type;
-    case sck_namespace:
-    case sck_namespace_extension:
-    case sck_namespace_reactivation: return iek_namespace;
-    case sck_block: return iek_handler;
-    case sck_condition: return iek_statement;
-    case sck_function: return iek_routine;
-    default: return iek_none;
+  case sck_function_prototype:
+  case sck_class:
+  case sck_class_reactivation:
+  case sck_enum: return iek_type;
+  case sck_namespace:
+  case sck_namespace_extension:
+  case sck_namespace_reactivation: return iek_namespace;
+  case sck_block: return iek_handler;
+  case sck_condition: return iek_statement;
+  case sck_function: return iek_routine;
+  default: return iek_none;
   }
 }
 
@@ -162,13 +162,13 @@ static an_il_entry_kind entity_kind_of_pragma(const void *entry)
 static an_il_entry_kind prototype_kind_of_template(const void *entry)
 {
   switch (((const a_template *)entry)->kind) {
-    case templk_class:
-    case templk_member_class: return iek_type;
-    case templk_function:
-    case templk_member_function: return iek_routine;
-    case templk_static_data_member: return iek_variable;
-    case templk_none:
-    case templk_template_template_param: return iek_none;
+  case templk_class:
+  case templk_member_class: return iek_type;
+  case templk_function:
+  case templk_member_function: return iek_routine;
+  case templk_static_data_member: return iek_variable;
+  case templk_none:
+  case templk_template_template_param: return iek_none;
   }
   unexpected_kind("template");
 }
@@ -199,31 +199,37 @@ static an_il_entry_kind entity_kind_of_list_entry(const void *entry)
 struct a_table_row {
   an_il_field field;
   uint16_t alignment;
-  uint16_t bit_field_bytes;     // BITS
-  bool for_layout_only;         // BITS, PART
-  bool inside_part;             // a row of a union or nested record
+  uint16_t bit_field_bytes; // BITS
+  bool for_layout_only;     // BITS, PART
+  bool inside_part;         // a row of a union or nested record
   bool is_head;
 };
 
 #define K(value) (1u << (value))
 #define FIELD_TYPE(member) decltype(((record *)nullptr)->member)
-#define ROW(member, action, target, disc, length, kinds, selector, inside)                        \
+#define ROW(member, action, target, disc, length, kinds, selector, inside)                         \
   {{#member, offsetof(record, member), sizeof(FIELD_TYPE(member)), action, target, disc, length,   \
     kinds, selector},                                                                              \
-   alignof(FIELD_TYPE(member)), 0, false, inside, false},
+   alignof(FIELD_TYPE(member)),                                                                    \
+   0,                                                                                              \
+   false,                                                                                          \
+   inside,                                                                                         \
+   false},
 #define TYPED(member, type)                                                                        \
   (sizeof(char[std::is_same_v<FIELD_TYPE(member), type *> ? 1 : -1]) ? offsetof(record, member) : 0)
 #define TYPED_ROW(member, type, action, target, disc, kinds, selector, inside)                     \
   {{#member, TYPED(member, type), sizeof(FIELD_TYPE(member)), action, target, disc, 0, kinds,      \
     selector},                                                                                     \
-   alignof(FIELD_TYPE(member)), 0, false, inside, false},
+   alignof(FIELD_TYPE(member)),                                                                    \
+   0,                                                                                              \
+   false,                                                                                          \
+   inside,                                                                                         \
+   false},
 
-template <an_il_entry_kind kind>
-struct an_il_rows;
+template <an_il_entry_kind kind> struct an_il_rows;
 
 #define ENTITY(kind, a_record)                                                                     \
-  template <>                                                                                      \
-  struct an_il_rows<kind> {                                                                        \
+  template <> struct an_il_rows<kind> {                                                            \
     using record = a_record;                                                                       \
     static_assert(std::is_trivially_copyable_v<record>);                                           \
     static constexpr a_table_row rows[] = {
@@ -235,19 +241,26 @@ struct an_il_rows;
 #define TEXT_KIND(kind)
 #define HEAD                                                                                       \
   {{"source_corresp", 0, sizeof(a_source_correspondence), ifa_data, iek_none, 0, 0, 0, nullptr},   \
-   alignof(a_source_correspondence), 0, false, false, true},                                       \
-  TYPED_ROW(source_corresp.name, const char, ifa_text, iek_name_text, 0, 0, nullptr, true)         \
-  TYPED_ROW(source_corresp.internal_name, const char, ifa_text, iek_name_text, 0, 0, nullptr, true)\
-  TYPED_ROW(source_corresp.parent_scope, a_scope, ifa_back, iek_scope, 0, 0, nullptr, true)        \
-  TYPED_ROW(source_corresp.enclosing_routine, a_routine, ifa_back, iek_routine, 0, 0, nullptr,     \
-            true)                                                                                  \
-  TYPED_ROW(source_corresp.decl_position_supplement, a_decl_position_supplement, ifa_pointer,      \
-            iek_decl_position_supplement, 0, 0, nullptr, true)                                     \
-  TYPED_ROW(source_corresp.name_reference, a_name_reference, ifa_pointer, iek_name_reference, 0,   \
-            0, nullptr, true)                                                                      \
-  TYPED_ROW(source_corresp.per_instantiation_needed_flags, a_per_instantiation_needed_flags_entry, \
-            ifa_list, iek_per_instantiation_needed_flags_entry, 0, 0, nullptr, true)               \
-  TYPED_ROW(source_corresp.attributes, an_attribute, ifa_list, iek_attribute, 0, 0, nullptr, true)
+   alignof(a_source_correspondence),                                                               \
+   0,                                                                                              \
+   false,                                                                                          \
+   false,                                                                                          \
+   true},                                                                                          \
+      TYPED_ROW(source_corresp.name, const char, ifa_text, iek_name_text, 0, 0, nullptr, true)     \
+          TYPED_ROW(source_corresp.internal_name, const char, ifa_text, iek_name_text, 0, 0,       \
+                    nullptr, true) TYPED_ROW(source_corresp.parent_scope, a_scope, ifa_back,       \
+                                             iek_scope, 0, 0, nullptr, true)                       \
+              TYPED_ROW(source_corresp.enclosing_routine, a_routine, ifa_back, iek_routine, 0, 0,  \
+                        nullptr, true)                                                             \
+                  TYPED_ROW(source_corresp.decl_position_supplement, a_decl_position_supplement,   \
+                            ifa_pointer, iek_decl_position_supplement, 0, 0, nullptr, true)        \
+                      TYPED_ROW(source_corresp.name_reference, a_name_reference, ifa_pointer,      \
+                                iek_name_reference, 0, 0, nullptr, true)                           \
+                          TYPED_ROW(source_corresp.per_instantiation_needed_flags,                 \
+                                    a_per_instantiation_needed_flags_entry, ifa_list,              \
+                                    iek_per_instantiation_needed_flags_entry, 0, 0, nullptr, true) \
+                              TYPED_ROW(source_corresp.attributes, an_attribute, ifa_list,         \
+                                        iek_attribute, 0, 0, nullptr, true)
 #define PTR(f, type, target) TYPED_ROW(f, type, ifa_pointer, target, 0, 0, nullptr, false)
 #define PTR_IF(f, type, target, selector)                                                          \
   TYPED_ROW(f, type, ifa_pointer, iek_none, 0, 0, selector, false)
@@ -263,7 +276,11 @@ struct an_il_rows;
   {{"", 0, 0, ifa_data, iek_none, 0, 0, 0, nullptr}, 1, bytes, true, false, false},
 #define PART(f)                                                                                    \
   {{#f, offsetof(record, f), sizeof(FIELD_TYPE(f)), ifa_data, iek_none, 0, 0, 0, nullptr},         \
-   alignof(FIELD_TYPE(f)), 0, true, false, false},
+   alignof(FIELD_TYPE(f)),                                                                         \
+   0,                                                                                              \
+   true,                                                                                           \
+   false,                                                                                          \
+   false},
 #define IN_PTR(d, kinds, f, type, target)                                                          \
   TYPED_ROW(f, type, ifa_pointer, target, offsetof(record, d), kinds, nullptr, true)
 #define IN_BACK(d, kinds, f, type, target)                                                         \
@@ -285,8 +302,7 @@ struct an_il_rows;
 
 // No gap between two rows is as large as a pointer, so that no pointer field can be missing.  Rows
 // of a part are not in the sequence: the part's own row stands for its storage.
-template <an_il_entry_kind kind>
-constexpr bool rows_cover_record()
+template <an_il_entry_kind kind> constexpr bool rows_cover_record()
 {
   using record = typename an_il_rows<kind>::record;
   size_t end = 0;
@@ -295,7 +311,7 @@ constexpr bool rows_cover_record()
     if (row.bit_field_bytes != 0) bit_field_bytes += row.bit_field_bytes;
     if (row.bit_field_bytes != 0 || row.inside_part) continue;
     bool is_inside_previous = row.field.offset + row.field.size <= end;
-    if (is_inside_previous) continue;  // a row like special.ctor_dtor_variants
+    if (is_inside_previous) continue; // a row like special.ctor_dtor_variants
     if (row.field.offset < end) return false;
     if (row.field.offset - end >= bit_field_bytes + sizeof(void *)) return false;
     end = row.field.offset + row.field.size;
@@ -304,24 +320,22 @@ constexpr bool rows_cover_record()
   return sizeof(record) - end < bit_field_bytes + sizeof(void *);
 }
 
-template <an_il_entry_kind kind>
-constexpr unsigned short checked_size_of()
+template <an_il_entry_kind kind> constexpr unsigned short checked_size_of()
 {
   static_assert(rows_cover_record<kind>(), "a field of the record has no row");
   return sizeof(typename an_il_rows<kind>::record);
 }
 
 // The rows that a walk reads: IL pointers only.
-template <an_il_entry_kind kind>
-constexpr unsigned count_of_walked_fields()
+template <an_il_entry_kind kind> constexpr unsigned count_of_walked_fields()
 {
   unsigned count = 0;
-  for (const a_table_row &row : an_il_rows<kind>::rows) count += row.field.action != ifa_data;
+  for (const a_table_row &row : an_il_rows<kind>::rows)
+    count += row.field.action != ifa_data;
   return count;
 }
 
-template <an_il_entry_kind kind>
-struct a_walked_field_array {
+template <an_il_entry_kind kind> struct a_walked_field_array {
   static constexpr unsigned count = count_of_walked_fields<kind>();
   an_il_field fields[count == 0 ? 1 : count];
   constexpr a_walked_field_array() : fields{}
@@ -333,11 +347,9 @@ struct a_walked_field_array {
   }
 };
 
-template <an_il_entry_kind kind>
-constexpr a_walked_field_array<kind> walked_fields;
+template <an_il_entry_kind kind> constexpr a_walked_field_array<kind> walked_fields;
 
-template <an_il_entry_kind kind>
-constexpr an_il_kind_description describe_kind()
+template <an_il_entry_kind kind> constexpr an_il_kind_description describe_kind()
 {
   an_il_kind_description result = {walked_fields<kind>.fields, a_walked_field_array<kind>::count,
                                    no_link, an_il_rows<kind>::rows[0].is_head};
@@ -356,8 +368,7 @@ constexpr bool is_followed(const an_il_field &field)
 }
 
 // The one discriminator of a kind's followed fields, or no_link.
-template <an_il_entry_kind kind>
-constexpr uint16_t discriminator_of_kind()
+template <an_il_entry_kind kind> constexpr uint16_t discriminator_of_kind()
 {
   uint16_t result = no_link;
   for (const a_table_row &row : an_il_rows<kind>::rows) {
@@ -373,8 +384,7 @@ constexpr bool belongs_to_group(const an_il_field &field, unsigned group, uint16
   return field.discriminator == discriminator && (field.kinds >> group & 1) != 0;
 }
 
-template <an_il_entry_kind kind>
-struct a_followed_field_array {
+template <an_il_entry_kind kind> struct a_followed_field_array {
   static constexpr uint16_t discriminator = discriminator_of_kind<kind>();
   static constexpr unsigned num_groups = discriminator == no_link ? 1 : 32;
   static constexpr unsigned count = []() {
@@ -386,13 +396,15 @@ struct a_followed_field_array {
     }
     return total;
   }();
-  static_assert([]() {
-    for (const a_table_row &row : an_il_rows<kind>::rows) {
-      bool is_conditional = is_followed(row.field) && row.field.kinds != 0;
-      if (is_conditional && row.field.discriminator != discriminator) return false;
-    }
-    return true;
-  }(), "the fields of a kind depend on one discriminator");
+  static_assert(
+      []() {
+        for (const a_table_row &row : an_il_rows<kind>::rows) {
+          bool is_conditional = is_followed(row.field) && row.field.kinds != 0;
+          if (is_conditional && row.field.discriminator != discriminator) return false;
+        }
+        return true;
+      }(),
+      "the fields of a kind depend on one discriminator");
 
   a_followed_field fields[count];
   uint16_t group_begin[num_groups + 1];
@@ -411,11 +423,9 @@ struct a_followed_field_array {
   }
 };
 
-template <an_il_entry_kind kind>
-constexpr a_followed_field_array<kind> followed_fields;
+template <an_il_entry_kind kind> constexpr a_followed_field_array<kind> followed_fields;
 
-template <an_il_entry_kind kind>
-constexpr a_followed_field_table describe_followed_fields()
+template <an_il_entry_kind kind> constexpr a_followed_field_table describe_followed_fields()
 {
   return {followed_fields<kind>.fields, followed_fields<kind>.group_begin,
           a_followed_field_array<kind>::discriminator};
@@ -472,8 +482,7 @@ constexpr bool kind_rows_are_in_order()
 }
 static_assert(kind_rows_are_in_order(), "rows of il_entities.def stand in the order of the kinds");
 
-template <class an_element, unsigned count>
-struct an_array_by_kind {
+template <class an_element, unsigned count> struct an_array_by_kind {
   an_element element[count];
 };
 
@@ -481,7 +490,8 @@ struct an_array_by_kind {
   []() {                                                                                           \
     an_array_by_kind<type, count> result = {};                                                     \
     result.element[0] = none_value;                                                                \
-    for (unsigned i = 1; i < iek_last; i++) result.element[i] = kind_rows[i - 1].member;           \
+    for (unsigned i = 1; i < iek_last; i++)                                                        \
+      result.element[i] = kind_rows[i - 1].member;                                                 \
     if (count > iek_last) result.element[count - 1] = end_value;                                   \
     return result;                                                                                 \
   }()

@@ -48,10 +48,22 @@ static a_type *cached_type(a_type **cache, a_type_kind kind)
   return *cache;
 }
 
-a_type *void_type() { return cached_type(&the_void_type, tk_void); }
-a_type *error_type() { return cached_type(&the_error_type, tk_error); }
-a_type *unknown_type() { return cached_type(&the_unknown_type, tk_unknown); }
-a_type *standard_nullptr_type() { return cached_type(&the_standard_nullptr_type, tk_nullptr); }
+a_type *void_type()
+{
+  return cached_type(&the_void_type, tk_void);
+}
+a_type *error_type()
+{
+  return cached_type(&the_error_type, tk_error);
+}
+a_type *unknown_type()
+{
+  return cached_type(&the_unknown_type, tk_unknown);
+}
+a_type *standard_nullptr_type()
+{
+  return cached_type(&the_standard_nullptr_type, tk_nullptr);
+}
 
 a_type *managed_nullptr_type()
 {
@@ -87,7 +99,10 @@ static a_type *cached_float_type(a_type **cache, a_type_kind type_kind, a_float_
   return cache[kind];
 }
 
-a_type *float_type(a_float_kind kind) { return cached_float_type(float_types, tk_float, kind); }
+a_type *float_type(a_float_kind kind)
+{
+  return cached_float_type(float_types, tk_float, kind);
+}
 a_type *complex_type(a_float_kind kind)
 {
   return cached_float_type(complex_types, tk_complex, kind);
@@ -135,38 +150,56 @@ a_type *char32_t_type()
 
 a_type *eff_wchar_t_type()
 {
-  return C_dialect == 2 && wchar_t_is_keyword ? wchar_t_type() : integer_type(targ_wchar_t_int_kind);
+  return C_dialect == 2 && wchar_t_is_keyword ? wchar_t_type()
+                                              : integer_type(targ_wchar_t_int_kind);
 }
 
 a_type *eff_char16_t_type()
 {
-  return char16_t_and_char32_t_are_keywords ? char16_t_type() : integer_type(targ_char16_t_int_kind);
+  return char16_t_and_char32_t_are_keywords ? char16_t_type()
+                                            : integer_type(targ_char16_t_int_kind);
 }
 
 a_type *eff_char32_t_type()
 {
-  return char16_t_and_char32_t_are_keywords ? char32_t_type() : integer_type(targ_char32_t_int_kind);
+  return char16_t_and_char32_t_are_keywords ? char32_t_type()
+                                            : integer_type(targ_char32_t_int_kind);
 }
 
-a_type *size_t_type() { return integer_type(targ_size_t_int_kind); }
-a_type *ptrdiff_t_type() { return integer_type(targ_ptrdiff_t_int_kind); }
+a_type *size_t_type()
+{
+  return integer_type(targ_size_t_int_kind);
+}
+a_type *ptrdiff_t_type()
+{
+  return integer_type(targ_ptrdiff_t_int_kind);
+}
 
 an_integer_kind signed_int_kind_of(an_integer_kind kind)
 {
   switch (kind) {
-    case ik_char: case ik_unsigned_char: return ik_signed_char;
-    case ik_unsigned_short: return ik_short;
-    case ik_unsigned_int: return ik_int;
-    case ik_unsigned_long: return ik_long;
-    case ik_unsigned_int40: return ik_int40;
-    case ik_unsigned_long_long: return ik_long_long;
-    case ik_signed_char: case ik_short: case ik_int: case ik_long: case ik_int40: case ik_long_long:
-    case ik_none: return kind;
+  case ik_char:
+  case ik_unsigned_char: return ik_signed_char;
+  case ik_unsigned_short: return ik_short;
+  case ik_unsigned_int: return ik_int;
+  case ik_unsigned_long: return ik_long;
+  case ik_unsigned_int40: return ik_int40;
+  case ik_unsigned_long_long: return ik_long_long;
+  case ik_signed_char:
+  case ik_short:
+  case ik_int:
+  case ik_long:
+  case ik_int40:
+  case ik_long_long:
+  case ik_none: return kind;
   }
   unexpected_kind("integer kind");
 }
 
-a_type *signed_integer_type(an_integer_kind kind) { return integer_type(signed_int_kind_of(kind)); }
+a_type *signed_integer_type(an_integer_kind kind)
+{
+  return integer_type(signed_int_kind_of(kind));
+}
 
 a_type *other_signedness_integer_type(an_integer_kind kind)
 {
@@ -227,11 +260,11 @@ void add_based_type(a_type *base, a_based_type_kind kind, a_type *derived)
   member->based_kind = kind;
   member->next = base->based_types;
   base->based_types = member;
-  bool leaves_il = C_dialect == 2
-                   && ((!prototype_instantiations_in_il && is_template_dependent_type(base))
-                       || is_ptr_to_member_of_incomplete_class(derived));
-  bool derived_is_secondary = entry_flags_of(derived).is_secondary_entry
-                              && !entry_flags_of(base).is_secondary_entry;
+  bool leaves_il =
+      C_dialect == 2 && ((!prototype_instantiations_in_il && is_template_dependent_type(base)) ||
+                         is_ptr_to_member_of_incomplete_class(derived));
+  bool derived_is_secondary =
+      entry_flags_of(derived).is_secondary_entry && !entry_flags_of(base).is_secondary_entry;
   if (leaves_il || derived_is_secondary) {
     member->needs_fixup = true;
     put_on_fixup_list(base);
@@ -243,8 +276,10 @@ void do_based_type_fixup()
   for (a_fixup_entry *entry = based_type_fixup_list; entry; entry = entry->next) {
     a_based_type_list_member **link = &entry->base->based_types;
     while (*link != nullptr) {
-      if ((*link)->needs_fixup) *link = (*link)->next;
-      else link = &(*link)->next;
+      if ((*link)->needs_fixup)
+        *link = (*link)->next;
+      else
+        link = &(*link)->next;
     }
   }
   based_type_fixup_list = nullptr;
@@ -278,7 +313,10 @@ a_type *make_pointer_type_full(a_type *type, unsigned flags)
   return pointer;
 }
 
-a_type *make_reference_type(a_type *type) { return make_pointer_type_full(type, ptf_reference); }
+a_type *make_reference_type(a_type *type)
+{
+  return make_pointer_type_full(type, ptf_reference);
+}
 a_type *make_rvalue_reference_type(a_type *type)
 {
   return make_pointer_type_full(type, ptf_reference | ptf_rvalue);
@@ -291,8 +329,8 @@ a_type *make_lhsref_type(a_type *type)
 a_type *make_pointer_type_of_same_kind(a_type *like, a_type *type)
 {
   const a_pointer_type_part &part = as_pointer(skip_typerefs(like));
-  unsigned flags = (part.is_reference ? ptf_reference : 0) | (part.is_rvalue ? ptf_rvalue : 0)
-                   | (part.is_tracking ? ptf_tracking : 0);
+  unsigned flags = (part.is_reference ? ptf_reference : 0) | (part.is_rvalue ? ptf_rvalue : 0) |
+                   (part.is_tracking ? ptf_tracking : 0);
   return make_pointer_type_full(type, flags);
 }
 
@@ -327,9 +365,9 @@ static bool is_plain_qualified_typeref(a_type *type)
 {
   if (type->kind != tk_typeref || type->source_corresp.name != nullptr) return false;
   const a_typeref_type_part &part = type->variant.typeref;
-  return !part.is_typedef_decl && !part.is_typeof && !part.is_underlying_type && !part.is_decltype
-         && !part.has_attributes && !part.is_alias_decl && !type->alignment_was_declared
-         && type->source_corresp.attributes == nullptr;
+  return !part.is_typedef_decl && !part.is_typeof && !part.is_underlying_type &&
+         !part.is_decltype && !part.has_attributes && !part.is_alias_decl &&
+         !type->alignment_was_declared && type->source_corresp.attributes == nullptr;
 }
 
 // The shared typeref over a type that is no array.
@@ -414,7 +452,8 @@ a_type *make_unqualified_type(a_type *type)
   a_type *bottom = skip_typerefs(type);
   if (bottom->kind != tk_array) {
     // Keep a typedef name that stands below the qualifiers.
-    while (f_get_type_qualifiers(type, true) != 0) type = as_typeref(type).referenced_type;
+    while (f_get_type_qualifiers(type, true) != 0)
+      type = as_typeref(type).referenced_type;
     return type;
   }
   a_type *element = make_unqualified_type(as_array(bottom).element_type);
@@ -468,7 +507,8 @@ a_type *cl_vector_type(uint64_t size, int int_kind, int float_kind, bool flag)
   part.element_count = size;
   part.vector_flags = (unsigned char)((int_kind >= 0 ? 1 : 0) | (flag ? 2 : 0));
   part.element_int_or_float_kind = (unsigned char)(int_kind >= 0 ? int_kind : float_kind);
-  type->size = cl_vector_element_size(int_kind, float_kind) * (size == 3 ? 4 : size) * (flag ? 2 : 1);
+  type->size =
+      cl_vector_element_size(int_kind, float_kind) * (size == 3 ? 4 : size) * (flag ? 2 : 1);
   type->alignment = (a_target_alignment)type->size;
   return type;
 }
@@ -485,11 +525,11 @@ a_type *make_incomplete_array_type(a_type *element_type)
 static a_type *character_type(a_char_kind kind)
 {
   switch (kind) {
-    case chk_char: return integer_type(plain_char_int_kind);
-    case chk_wchar_t: return eff_wchar_t_type();
-    case chk_char16_t: return eff_char16_t_type();
-    case chk_char32_t: return eff_char32_t_type();
-    case chk_last: break;
+  case chk_char: return integer_type(plain_char_int_kind);
+  case chk_wchar_t: return eff_wchar_t_type();
+  case chk_char16_t: return eff_char16_t_type();
+  case chk_char32_t: return eff_char32_t_type();
+  case chk_last: break;
   }
   unexpected_kind("character kind");
 }
@@ -508,7 +548,10 @@ a_type *string_literal_type(a_char_kind char_kind, a_target_size length)
   return type;
 }
 
-a_type *string_type(a_target_size length) { return string_literal_type(chk_char, length); }
+a_type *string_type(a_target_size length)
+{
+  return string_literal_type(chk_char, length);
+}
 
 //---------------------------------------------------------------------------------------------
 // Routine types
@@ -571,7 +614,8 @@ a_type *copy_routine_type_with_param_types(a_type *routine_type)
   a_routine_type_supplement *supplement = routine_supplement_of(copy);
   supplement->assoc_routine = nullptr;
   a_param_type **link = &supplement->param_types;
-  for (a_param_type *param = routine_supplement_of(source)->param_types; param; param = param->next) {
+  for (a_param_type *param = routine_supplement_of(source)->param_types; param;
+       param = param->next) {
     a_param_type *param_copy = alloc_param_type(param->type);
     *param_copy = *param;
     param_copy->next = nullptr;
@@ -596,7 +640,8 @@ a_type *routine_type_without_param_type_qualifiers(a_type *routine_type)
 {
   a_type *source = skip_typerefs(routine_type);
   bool any = false;
-  for (a_param_type *param = routine_supplement_of(source)->param_types; param; param = param->next) {
+  for (a_param_type *param = routine_supplement_of(source)->param_types; param;
+       param = param->next) {
     any |= f_get_type_qualifiers(param->type, true) != 0;
   }
   if (!any) return routine_type;
@@ -611,7 +656,8 @@ a_type *routine_type_without_default_args(a_type *routine_type)
 {
   a_type *source = skip_typerefs(routine_type);
   bool any = false;
-  for (a_param_type *param = routine_supplement_of(source)->param_types; param; param = param->next) {
+  for (a_param_type *param = routine_supplement_of(source)->param_types; param;
+       param = param->next) {
     any |= param->default_arg_expr != nullptr;
   }
   if (!any) return routine_type;
@@ -646,7 +692,8 @@ void types_one_time_init()
 
 void types_trans_unit_init()
 {
-  for (a_type *&type : integer_types) type = nullptr;
+  for (a_type *&type : integer_types)
+    type = nullptr;
   for (int kind = 0; kind < fk_none; ++kind) {
     float_types[kind] = complex_types[kind] = imaginary_types[kind] = nullptr;
   }
@@ -654,7 +701,8 @@ void types_trans_unit_init()
   the_bool_type = the_wchar_t_type = the_char16_t_type = the_char32_t_type = nullptr;
   the_standard_nullptr_type = the_managed_nullptr_type = nullptr;
   for (auto &row : string_literal_types) {
-    for (a_type *&type : row) type = nullptr;
+    for (a_type *&type : row)
+      type = nullptr;
   }
   based_type_fixup_list = nullptr;
 }

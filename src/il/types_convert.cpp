@@ -20,14 +20,15 @@ static an_integer_kind promoted_small_kind(an_integer_kind kind)
 {
   bool old_c = C_dialect == 1;
   switch (kind) {
-    case ik_signed_char: case ik_short: return ik_int;
-    case ik_char:
-      if (targ_has_signed_chars) return ik_int;
-      [[fallthrough]];
-    case ik_unsigned_char: return !old_c && targ_sizeof_int > 1 ? ik_int : ik_unsigned_int;
-    case ik_unsigned_short:
-      return !old_c && targ_sizeof_int > targ_sizeof_short ? ik_int : ik_unsigned_int;
-    default: return kind;
+  case ik_signed_char:
+  case ik_short: return ik_int;
+  case ik_char:
+    if (targ_has_signed_chars) return ik_int;
+    [[fallthrough]];
+  case ik_unsigned_char: return !old_c && targ_sizeof_int > 1 ? ik_int : ik_unsigned_int;
+  case ik_unsigned_short:
+    return !old_c && targ_sizeof_int > targ_sizeof_short ? ik_int : ik_unsigned_int;
+  default: return kind;
   }
 }
 
@@ -40,14 +41,14 @@ a_type *type_after_integral_promotion(a_type *original)
   if (part.is_enum && part.enum_is_scoped) return original;
   an_integer_kind kind = part.int_kind;
   bool distinct = is_distinct_cplusplus_integer(part);
-  if (C_dialect == 2 && distinct && targ_sizeof_long == targ_sizeof_int
-      && targ_precisionof_long == targ_precisionof_int) {
+  if (C_dialect == 2 && distinct && targ_sizeof_long == targ_sizeof_int &&
+      targ_precisionof_long == targ_precisionof_int) {
     if (kind == ik_long) return integer_type(ik_int);
     if (kind == ik_unsigned_long) return integer_type(ik_unsigned_int);
   }
   an_integer_kind promoted = promoted_small_kind(kind);
   if (promoted != kind) return integer_type(promoted);
-  if (distinct) return integer_type(kind);  // no enum or keyword type leaves promotion
+  if (distinct) return integer_type(kind); // no enum or keyword type leaves promotion
   return type;
 }
 
@@ -57,8 +58,8 @@ a_type *type_after_bit_field_integral_promotion(a_type *type, unsigned width)
   if (bottom->kind != tk_integer || C_dialect == 1) return type_after_integral_promotion(type);
   an_integer_kind kind = as_integer(bottom).int_kind;
   bool is_signed = int_kind_is_signed[kind];
-  if (as_integer(bottom).is_bool || width < targ_precisionof_int
-      || (width == targ_precisionof_int && is_signed)) {
+  if (as_integer(bottom).is_bool || width < targ_precisionof_int ||
+      (width == targ_precisionof_int && is_signed)) {
     return integer_type(ik_int);
   }
   if (width == targ_precisionof_int) return integer_type(ik_unsigned_int);
@@ -108,7 +109,9 @@ static a_type *common_floating_type(a_type *a, a_type *b)
   }
   check(any_float);
   if (C_dialect == 1 && kind == fk_float) kind = fk_double;
-  auto is_nonreal = [](a_type *type) { return type->kind == tk_complex || type->kind == tk_imaginary; };
+  auto is_nonreal = [](a_type *type) {
+    return type->kind == tk_complex || type->kind == tk_imaginary;
+  };
   if (!is_nonreal(a) && !is_nonreal(b)) return float_type(kind);
   if (a->kind == tk_imaginary && b->kind == tk_imaginary) return imaginary_type(kind);
   return complex_type(kind);
@@ -117,10 +120,10 @@ static a_type *common_floating_type(a_type *a, a_type *b)
 static bool unsigned_of_same_precision_as_long_long(an_integer_kind kind)
 {
   switch (kind) {
-    case ik_unsigned_int40: return targ_precisionof_int40_t == targ_precisionof_long_long;
-    case ik_unsigned_long: return targ_precisionof_long == targ_precisionof_long_long;
-    case ik_unsigned_int: return targ_precisionof_int == targ_precisionof_long_long;
-    default: return false;
+  case ik_unsigned_int40: return targ_precisionof_int40_t == targ_precisionof_long_long;
+  case ik_unsigned_long: return targ_precisionof_long == targ_precisionof_long_long;
+  case ik_unsigned_int: return targ_precisionof_int == targ_precisionof_long_long;
+  default: return false;
   }
 }
 
@@ -131,7 +134,8 @@ static an_integer_kind common_long_kind(an_integer_kind a, an_integer_kind b)
     if (targ_precisionof_long == targ_precisionof_int40_t) {
       return either(a, b, ik_unsigned_int40) ? ik_unsigned_long : ik_long;
     }
-    bool unsigned_wins = targ_precisionof_long == targ_precisionof_int && either(a, b, ik_unsigned_int);
+    bool unsigned_wins =
+        targ_precisionof_long == targ_precisionof_int && either(a, b, ik_unsigned_int);
     return unsigned_wins ? ik_unsigned_long : ik_long;
   }
   return either(a, b, ik_unsigned_int) ? ik_unsigned_int : ik_int;
@@ -146,8 +150,8 @@ static an_integer_kind common_integer_kind(an_integer_kind a, an_integer_kind b)
     an_integer_kind other = a == ik_long_long ? b : a;
     return unsigned_of_same_precision_as_long_long(other) ? ik_unsigned_long_long : ik_long_long;
   }
-  bool long_decides = targ_precisionof_long >= targ_precisionof_int40_t
-                      && (either(a, b, ik_long) || either(a, b, ik_unsigned_long));
+  bool long_decides = targ_precisionof_long >= targ_precisionof_int40_t &&
+                      (either(a, b, ik_long) || either(a, b, ik_unsigned_long));
   if (!long_decides && targ_precisionof_int40_t > targ_precisionof_int) {
     if (either(a, b, ik_unsigned_int40)) return ik_unsigned_int40;
     if (either(a, b, ik_int40)) return ik_int40;
@@ -160,7 +164,8 @@ a_type *usual_arithmetic_conversions(a_type *a, a_type *b)
   a = skip_typerefs(a);
   b = skip_typerefs(b);
   if (a->kind == tk_error || b->kind == tk_error) return error_type();
-  if (kind_has_float_part(a->kind) || kind_has_float_part(b->kind)) return common_floating_type(a, b);
+  if (kind_has_float_part(a->kind) || kind_has_float_part(b->kind))
+    return common_floating_type(a, b);
   a = skip_typerefs(type_after_integral_promotion(a));
   b = skip_typerefs(type_after_integral_promotion(b));
   if (a->kind != tk_integer || b->kind != tk_integer) return error_type();
@@ -184,8 +189,8 @@ a_base_class *find_base_class_of(a_type *class_type, a_type *base_type)
 
 bool is_same_class_or_base_class_thereof(a_type *base_type, a_type *class_type)
 {
-  return identical_types(skip_typerefs(base_type), skip_typerefs(class_type))
-         || find_base_class_of(class_type, base_type) != nullptr;
+  return identical_types(skip_typerefs(base_type), skip_typerefs(class_type)) ||
+         find_base_class_of(class_type, base_type) != nullptr;
 }
 
 static bool related_classes(a_type *source, a_type *dest, a_base_class **base, bool *to_derived)
@@ -217,18 +222,22 @@ bool f_rel_member_pointers(a_type *source_type, a_type *dest_type, a_base_class 
   *base_class = nullptr;
   *to_derived = false;
   if (!is_ptr_to_member_type(source_type) || !is_ptr_to_member_type(dest_type)) return false;
-  return related_classes(pm_class_type(source_type), pm_class_type(dest_type), base_class, to_derived);
+  return related_classes(pm_class_type(source_type), pm_class_type(dest_type), base_class,
+                         to_derived);
 }
 
 //---------------------------------------------------------------------------------------------
 // Qualifiers
 
-static a_type_qualifier_set cv_of(a_type *type) { return get_type_qualifiers(type) & ~tq_packed; }
+static a_type_qualifier_set cv_of(a_type *type)
+{
+  return get_type_qualifiers(type) & ~tq_packed;
+}
 
 bool same_type_with_added_qualifiers(a_type *source_type, a_type *dest_type)
 {
-  return (cv_of(source_type) & ~cv_of(dest_type)) == 0
-         && f_identical_types(source_type, dest_type, ido_ignore_top_qualifiers);
+  return (cv_of(source_type) & ~cv_of(dest_type)) == 0 &&
+         f_identical_types(source_type, dest_type, ido_ignore_top_qualifiers);
 }
 
 // C++ 4.4: qualifiers may be added at any level if every level above the change is const.
@@ -242,8 +251,8 @@ bool qualification_conversion_possible_full(a_type *source_type, a_type *dest_ty
     a_type *x = skip_typerefs(source_type), *y = skip_typerefs(dest_type);
     bool both_members = x->kind == tk_ptr_to_member && y->kind == tk_ptr_to_member;
     if (!both_members && !(x->kind == tk_pointer && y->kind == tk_pointer)) break;
-    if (both_members
-        && !identical_types(as_ptr_to_member(x).member_class, as_ptr_to_member(y).member_class)) {
+    if (both_members &&
+        !identical_types(as_ptr_to_member(x).member_class, as_ptr_to_member(y).member_class)) {
       return false;
     }
     source_type = both_members ? as_ptr_to_member(x).member_type : as_pointer(x).pointed_to_type;
@@ -254,8 +263,10 @@ bool qualification_conversion_possible_full(a_type *source_type, a_type *dest_ty
       if (!const_above) return false;
       if (first_level) *qualification_added = true;
     }
-    if (!first_level || C_dialect == 2) const_above = const_above && (q & tq_const);
-    else const_above = C_dialect == 2;
+    if (!first_level || C_dialect == 2)
+      const_above = const_above && (q & tq_const);
+    else
+      const_above = C_dialect == 2;
     first_level = false;
   }
   return f_identical_types(source_type, dest_type, ido_ignore_top_qualifiers);
@@ -294,7 +305,8 @@ static bool is_string_literal_conversion(const a_conversion_source *source, a_ty
   if (!source->is_string_literal || !string_literals_are_const) return false;
   a_type *element = is_array_type(source->type) ? array_element_type(source->type)
                                                 : type_pointed_to(source->type);
-  return cv_of(pointed_to) == 0 && f_identical_types(element, pointed_to, ido_ignore_top_qualifiers);
+  return cv_of(pointed_to) == 0 &&
+         f_identical_types(element, pointed_to, ido_ignore_top_qualifiers);
 }
 
 // Both are pointers: what lies behind them decides.
@@ -319,8 +331,8 @@ static bool impl_pointer_to_pointer(const a_conversion_source *source, a_type *p
     descr->to_void_or_null = true;
     return true;
   }
-  unsigned options = tco_ignore_top_qualifiers | tco_error_types | tco_array_bounds
-                     | tco_allow_linkage_difference;
+  unsigned options =
+      tco_ignore_top_qualifiers | tco_error_types | tco_array_bounds | tco_allow_linkage_difference;
   if (f_types_are_compatible(p, q, options)) {
     descr->is_conversion = false;
     descr->exception_spec_mismatch = !exception_spec_conversion_possible(p, q);
@@ -384,24 +396,26 @@ static bool impl_arithmetic_conversion(a_type *source, a_type *dest, a_std_conv_
     }
     if (C_dialect == 2) return false;
     // C: enumerators are ints, so an integer says nothing; another enumeration does.
-    if (source->kind == tk_integer && as_integer(source).is_enum) descr->diagnostic = ec_mixed_enum_type;
+    if (source->kind == tk_integer && as_integer(source).is_enum)
+      descr->diagnostic = ec_mixed_enum_type;
     return true;
   }
-  if (source->kind == tk_integer && as_integer(source).is_enum && as_integer(source).enum_is_scoped) {
+  if (source->kind == tk_integer && as_integer(source).is_enum &&
+      as_integer(source).enum_is_scoped) {
     return false;
   }
   if (identical_types(source, dest)) descr->is_conversion = false;
   bool source_complex = source->kind == tk_complex || source->kind == tk_imaginary;
   bool dest_complex = dest->kind == tk_complex || dest->kind == tk_imaginary;
   descr->real_to_complex = gpp_mode && gnu_version > 40299 && !source_complex && dest_complex;
-  if ((source->kind == tk_imaginary && dest->kind != tk_imaginary && dest->kind != tk_complex)
-      || (dest->kind == tk_imaginary && !source_complex)) {
+  if ((source->kind == tk_imaginary && dest->kind != tk_imaginary && dest->kind != tk_complex) ||
+      (dest->kind == tk_imaginary && !source_complex)) {
     descr->diagnostic = ec_real_imaginary_conversion;
   }
-  bool float_promotion = source->kind == tk_float && as_float(source).float_kind == fk_float
-                         && dest->kind == tk_float && as_float(dest).float_kind == fk_double;
-  bool integral_promotion = source->kind == tk_integer && descr->is_conversion
-                            && skip_typerefs(type_after_integral_promotion(source)) == dest;
+  bool float_promotion = source->kind == tk_float && as_float(source).float_kind == fk_float &&
+                         dest->kind == tk_float && as_float(dest).float_kind == fk_double;
+  bool integral_promotion = source->kind == tk_integer && descr->is_conversion &&
+                            skip_typerefs(type_after_integral_promotion(source)) == dest;
   descr->is_promotion = float_promotion || integral_promotion;
   return true;
 }
@@ -411,8 +425,8 @@ bool impl_conversion_possible(const a_conversion_source *source, a_type *dest_ty
 {
   clear_std_conv_descr(descr);
   a_type *type = skip_typerefs(source->type), *dest = skip_typerefs(dest_type);
-  if (type->kind == tk_error || dest->kind == tk_error || type->kind == tk_unknown
-      || dest->kind == tk_unknown) {
+  if (type->kind == tk_error || dest->kind == tk_error || type->kind == tk_unknown ||
+      dest->kind == tk_unknown) {
     descr->is_conversion = false;
     return true;
   }
@@ -420,11 +434,12 @@ bool impl_conversion_possible(const a_conversion_source *source, a_type *dest_ty
     return impl_arithmetic_conversion(type, dest, descr);
   }
   if (dest->kind == tk_pointer) return impl_pointer_conversion(source, dest_type, descr);
-  if (dest->kind == tk_ptr_to_member) return impl_ptr_to_member_conversion(source, dest_type, descr);
+  if (dest->kind == tk_ptr_to_member)
+    return impl_ptr_to_member_conversion(source, dest_type, descr);
   if (is_bool_type(dest)) {
     a_type *decayed = skip_typerefs(type_after_array_to_pointer_transformation(type));
-    descr->is_to_bool = decayed->kind == tk_pointer || decayed->kind == tk_ptr_to_member
-                        || decayed->kind == tk_nullptr;
+    descr->is_to_bool = decayed->kind == tk_pointer || decayed->kind == tk_ptr_to_member ||
+                        decayed->kind == tk_nullptr;
     return descr->is_to_bool;
   }
   if (dest->kind == tk_nullptr) return type->kind == tk_nullptr || source->is_null_pointer_constant;
@@ -456,8 +471,8 @@ bool reinterpret_cast_conversion_possible(a_type *source_type, a_type *dest_type
   if (from_pointer && to_pointer) return true;
   if (from_pointer || type->kind == tk_nullptr) return dest->kind == tk_integer;
   if (to_pointer) return type->kind == tk_integer;
-  return type->kind == tk_ptr_to_member && dest->kind == tk_ptr_to_member
-         && is_function_type(pm_member_type(type)) == is_function_type(pm_member_type(dest));
+  return type->kind == tk_ptr_to_member && dest->kind == tk_ptr_to_member &&
+         is_function_type(pm_member_type(type)) == is_function_type(pm_member_type(dest));
 }
 
 bool expl_conversion_possible(const a_conversion_source *source, a_type *dest_type,
@@ -473,8 +488,8 @@ bool expl_conversion_possible(const a_conversion_source *source, a_type *dest_ty
   if (reinterpret_cast_conversion_possible(type, dest)) return true;
   if (is_cast_to_union_of_member(type, dest)) return true;
   bool to_derived;
-  return f_related_class_pointers(type, dest, &descr->base_class, &to_derived)
-         || f_rel_member_pointers(type, dest, &descr->base_class, &to_derived);
+  return f_related_class_pointers(type, dest, &descr->base_class, &to_derived) ||
+         f_rel_member_pointers(type, dest, &descr->base_class, &to_derived);
 }
 
 bool type_masks_handler_param_type(a_type *thrown_type, a_type *handler_type)

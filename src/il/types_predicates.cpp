@@ -13,7 +13,8 @@
 
 a_type *f_skip_typerefs(a_type *type)
 {
-  while (type->kind == tk_typeref) type = type->variant.typeref.referenced_type;
+  while (type->kind == tk_typeref)
+    type = type->variant.typeref.referenced_type;
   return type;
 }
 
@@ -43,8 +44,8 @@ a_type *skip_typerefs_not_dependent_decltypes(a_type *type)
 
 a_type *skip_typedefs_not_dependent_decltypes(a_type *type)
 {
-  while (type->kind == tk_typeref && type->variant.typeref.qualifiers == 0
-         && !type->variant.typeref.dependent_decltype) {
+  while (type->kind == tk_typeref && type->variant.typeref.qualifiers == 0 &&
+         !type->variant.typeref.dependent_decltype) {
     type = type->variant.typeref.referenced_type;
   }
   return type;
@@ -79,8 +80,8 @@ bool is_character_type(a_type *type)
   type = skip_typerefs(type);
   if (type->kind != tk_integer) return false;
   const an_integer_type_part &part = as_integer(type);
-  return (!part.is_enum || enum_type_is_integral) && part.int_kind <= ik_unsigned_char
-         && !part.is_wchar_t && !part.is_char16_t && !part.is_char32_t && !part.is_bool;
+  return (!part.is_enum || enum_type_is_integral) && part.int_kind <= ik_unsigned_char &&
+         !part.is_wchar_t && !part.is_char16_t && !part.is_char32_t && !part.is_bool;
 }
 
 bool is_signed_integral_type(a_type *type)
@@ -120,8 +121,8 @@ bool is_incomplete_array_type(a_type *type)
   type = skip_typerefs(type);
   if (type->kind != tk_array) return false;
   const an_array_type_part &part = as_array(type);
-  return !part.bound_is_constant && !part.bound_is_expr && !part.bound_is_zero
-         && part.bound.number_of_elements == 0;
+  return !part.bound_is_constant && !part.bound_is_expr && !part.bound_is_zero &&
+         part.bound.number_of_elements == 0;
 }
 
 bool has_any_unknown_specified_bound(a_type *type)
@@ -139,7 +140,8 @@ bool num_array_elements(a_type *type, a_target_size *count)
   for (type = skip_typerefs(type); type->kind == tk_array;
        type = skip_typerefs(as_array(type).element_type)) {
     const an_array_type_part &part = as_array(type);
-    if (part.bound_is_constant || part.bound_is_expr || is_incomplete_array_type(type)) return false;
+    if (part.bound_is_constant || part.bound_is_expr || is_incomplete_array_type(type))
+      return false;
     if (__builtin_mul_overflow(product, part.bound.number_of_elements, &product)) return false;
   }
   *count = product;
@@ -167,8 +169,8 @@ bool is_arithmetic_or_unscoped_enum_type(a_type *type)
 bool is_scalar_type(a_type *type)
 {
   type = skip_typerefs(type);
-  return is_arithmetic_or_enum_type(type) || is_pointer_type(type) || type->kind == tk_ptr_to_member
-         || type->kind == tk_nullptr;
+  return is_arithmetic_or_enum_type(type) || is_pointer_type(type) ||
+         type->kind == tk_ptr_to_member || type->kind == tk_nullptr;
 }
 
 bool is_aggregate_or_union_type(a_type *type)
@@ -193,13 +195,17 @@ bool is_char_array_type(a_type *type)
 static bool is_array_of_wide_type(a_type *type, a_type *wide_type)
 {
   a_type *element = element_of_array_or_null(type);
-  if (element == nullptr || element->kind != tk_integer || as_integer(element).is_enum) return false;
+  if (element == nullptr || element->kind != tk_integer || as_integer(element).is_enum)
+    return false;
   const an_integer_type_part &a = as_integer(element), &b = as_integer(wide_type);
-  return a.int_kind == b.int_kind && a.is_wchar_t == b.is_wchar_t && a.is_char16_t == b.is_char16_t
-         && a.is_char32_t == b.is_char32_t && !a.is_bool;
+  return a.int_kind == b.int_kind && a.is_wchar_t == b.is_wchar_t &&
+         a.is_char16_t == b.is_char16_t && a.is_char32_t == b.is_char32_t && !a.is_bool;
 }
 
-bool is_wchar_t_array_type(a_type *type) { return is_array_of_wide_type(type, eff_wchar_t_type()); }
+bool is_wchar_t_array_type(a_type *type)
+{
+  return is_array_of_wide_type(type, eff_wchar_t_type());
+}
 bool is_char16_t_array_type(a_type *type)
 {
   return is_array_of_wide_type(type, eff_char16_t_type());
@@ -211,8 +217,8 @@ bool is_char32_t_array_type(a_type *type)
 
 bool is_string_type(a_type *type)
 {
-  return is_char_array_type(type) || is_wchar_t_array_type(type) || is_char16_t_array_type(type)
-         || is_char32_t_array_type(type);
+  return is_char_array_type(type) || is_wchar_t_array_type(type) || is_char16_t_array_type(type) ||
+         is_char32_t_array_type(type);
 }
 
 bool is_void_star_type(a_type *type)
@@ -240,9 +246,9 @@ bool is_vla_type(a_type *type)
 bool is_auto_type(a_type *type)
 {
   type = skip_typerefs(type);
-  return type->kind == tk_template_param
-         && as_template_param(type).template_param_kind == tptk_param
-         && as_template_param(type).template_param_supplement->level <= -1;
+  return type->kind == tk_template_param &&
+         as_template_param(type).template_param_kind == tptk_param &&
+         as_template_param(type).template_param_supplement->level <= -1;
 }
 
 bool is_or_contains_volatile(a_type *type)
@@ -256,8 +262,14 @@ bool is_or_contains_volatile(a_type *type)
 //---------------------------------------------------------------------------------------------
 // Accessors
 
-a_type *type_pointed_to(a_type *type) { return as_pointer(skip_typerefs(type)).pointed_to_type; }
-a_type *array_element_type(a_type *type) { return as_array(skip_typerefs(type)).element_type; }
+a_type *type_pointed_to(a_type *type)
+{
+  return as_pointer(skip_typerefs(type)).pointed_to_type;
+}
+a_type *array_element_type(a_type *type)
+{
+  return as_array(skip_typerefs(type)).element_type;
+}
 
 a_type *skip_array_types(a_type *type)
 {
@@ -267,10 +279,22 @@ a_type *skip_array_types(a_type *type)
   return type;
 }
 
-a_type *underlying_array_element_type(a_type *type) { return skip_array_types(type); }
-a_type *pm_member_type(a_type *type) { return as_ptr_to_member(skip_typerefs(type)).member_type; }
-a_type *pm_class_type(a_type *type) { return as_ptr_to_member(skip_typerefs(type)).member_class; }
-a_type *return_type_of(a_type *type) { return as_routine(skip_typerefs(type)).return_type; }
+a_type *underlying_array_element_type(a_type *type)
+{
+  return skip_array_types(type);
+}
+a_type *pm_member_type(a_type *type)
+{
+  return as_ptr_to_member(skip_typerefs(type)).member_type;
+}
+a_type *pm_class_type(a_type *type)
+{
+  return as_ptr_to_member(skip_typerefs(type)).member_class;
+}
+a_type *return_type_of(a_type *type)
+{
+  return as_routine(skip_typerefs(type)).return_type;
+}
 
 // What the routine returns after lowering: nothing when a class comes back in memory.
 a_type *il_return_type_of(a_type *type)
@@ -305,21 +329,38 @@ a_target_size size_of_type(a_type *type)
   return type->size;
 }
 
-an_integer_kind int_kind_of_type(a_type *type) { return as_integer(skip_typerefs(type)).int_kind; }
-a_float_kind float_kind_of_type(a_type *type) { return as_float(skip_typerefs(type)).float_kind; }
+an_integer_kind int_kind_of_type(a_type *type)
+{
+  return as_integer(skip_typerefs(type)).int_kind;
+}
+a_float_kind float_kind_of_type(a_type *type)
+{
+  return as_float(skip_typerefs(type)).float_kind;
+}
 
 a_type *f_underlying_type_of_derived_type(a_type *type, bool *found)
 {
   *found = true;
   switch (type->kind) {
-    case tk_pointer: return as_pointer(type).pointed_to_type;
-    case tk_routine: return as_routine(type).return_type;
-    case tk_array: return as_array(type).element_type;
-    case tk_typeref: return as_typeref(type).referenced_type;
-    case tk_ptr_to_member: return as_ptr_to_member(type).member_type;
-    case tk_error: case tk_void: case tk_integer: case tk_float: case tk_imaginary: case tk_complex:
-    case tk_class: case tk_struct: case tk_union: case tk_template_param: case tk_cl_vector:
-    case tk_nullptr: case tk_unknown: case tk_last: break;
+  case tk_pointer: return as_pointer(type).pointed_to_type;
+  case tk_routine: return as_routine(type).return_type;
+  case tk_array: return as_array(type).element_type;
+  case tk_typeref: return as_typeref(type).referenced_type;
+  case tk_ptr_to_member: return as_ptr_to_member(type).member_type;
+  case tk_error:
+  case tk_void:
+  case tk_integer:
+  case tk_float:
+  case tk_imaginary:
+  case tk_complex:
+  case tk_class:
+  case tk_struct:
+  case tk_union:
+  case tk_template_param:
+  case tk_cl_vector:
+  case tk_nullptr:
+  case tk_unknown:
+  case tk_last: break;
   }
   *found = false;
   return type;
@@ -362,19 +403,19 @@ a_type *underlying_type_of_enum(a_type *type)
 static void set_float_size(a_type *type)
 {
   switch (as_float(type).float_kind) {
-    case fk_float:
-      type->size = targ_sizeof_float;
-      type->alignment = targ_alignof_float;
-      break;
-    case fk_double:
-      type->size = targ_sizeof_double;
-      type->alignment = targ_alignof_double;
-      break;
-    case fk_long_double:
-      type->size = targ_sizeof_long_double;
-      type->alignment = targ_alignof_long_double;
-      break;
-    case fk_none: unexpected_kind("float kind");
+  case fk_float:
+    type->size = targ_sizeof_float;
+    type->alignment = targ_alignof_float;
+    break;
+  case fk_double:
+    type->size = targ_sizeof_double;
+    type->alignment = targ_alignof_double;
+    break;
+  case fk_long_double:
+    type->size = targ_sizeof_long_double;
+    type->alignment = targ_alignof_long_double;
+    break;
+  case fk_none: unexpected_kind("float kind");
   }
   if (type->kind == tk_complex) type->size *= 2;
 }
@@ -398,25 +439,33 @@ void set_type_size(a_type *type)
 {
   if (type->size != 0) return;
   switch (type->kind) {
-    case tk_integer:
-      get_integer_size_and_alignment(as_integer(type).int_kind, &type->size, &type->precision,
-                                     &type->alignment);
-      return;
-    case tk_float: case tk_imaginary: case tk_complex: set_float_size(type); return;
-    case tk_pointer: set_pointer_size(type, as_pointer(type).pointed_to_type); return;
-    case tk_nullptr: set_pointer_size(type, void_type()); return;
-    case tk_ptr_to_member: set_ptr_to_member_size(type); return;
-    case tk_array: set_array_type_size(type, true); return;
-    case tk_error: case tk_template_param: case tk_unknown: type->size = 1; return;
-    case tk_class: case tk_struct: case tk_union:
-      if (gcc_mode || gpp_mode) return;
-      [[fallthrough]];
-    case tk_void: case tk_routine: case tk_typeref:
-      type->size = 0;
-      if (!kind_has_class_part(type->kind) && type->kind != tk_typeref) type->alignment = 1;
-      return;
-    case tk_cl_vector: return;  // set where the vector type is made
-    case tk_last: break;
+  case tk_integer:
+    get_integer_size_and_alignment(as_integer(type).int_kind, &type->size, &type->precision,
+                                   &type->alignment);
+    return;
+  case tk_float:
+  case tk_imaginary:
+  case tk_complex: set_float_size(type); return;
+  case tk_pointer: set_pointer_size(type, as_pointer(type).pointed_to_type); return;
+  case tk_nullptr: set_pointer_size(type, void_type()); return;
+  case tk_ptr_to_member: set_ptr_to_member_size(type); return;
+  case tk_array: set_array_type_size(type, true); return;
+  case tk_error:
+  case tk_template_param:
+  case tk_unknown: type->size = 1; return;
+  case tk_class:
+  case tk_struct:
+  case tk_union:
+    if (gcc_mode || gpp_mode) return;
+    [[fallthrough]];
+  case tk_void:
+  case tk_routine:
+  case tk_typeref:
+    type->size = 0;
+    if (!kind_has_class_part(type->kind) && type->kind != tk_typeref) type->alignment = 1;
+    return;
+  case tk_cl_vector: return; // set where the vector type is made
+  case tk_last: break;
   }
   unexpected_kind("type kind");
 }
@@ -432,8 +481,8 @@ void set_array_type_size(a_type *type, bool report)
   type->is_incomplete = is_incomplete_array_type(type);
   if (type->is_incomplete || part.bound_is_constant || part.bound_is_expr) return;
   a_target_size size;
-  if (__builtin_mul_overflow(part.bound.number_of_elements, element->size, &size)
-      || size > targ_size_t_max) {
+  if (__builtin_mul_overflow(part.bound.number_of_elements, element->size, &size) ||
+      size > targ_size_t_max) {
     if (report) error(ec_array_size_too_large);
     part.bound.number_of_elements = 1;
     size = element->size;
@@ -500,24 +549,34 @@ int traverse_type_tree(a_type *type, a_type_test *test, unsigned options)
     int result = test(type, &stop_descent);
     if (result != 0 || stop_descent) return result;
     switch (type->kind) {
-      case tk_typeref: type = step_through_typeref(type, options); break;
-      case tk_pointer: type = as_pointer(type).pointed_to_type; break;
-      case tk_array: type = as_array(type).element_type; break;
-      case tk_ptr_to_member:
-        result = traverse_type_tree(as_ptr_to_member(type).member_class, test, options);
-        if (result != 0) return result;
-        type = as_ptr_to_member(type).member_type;
-        break;
-      case tk_routine:
-        result = traverse_routine_parts(type, test, options);
-        if (result != 0) return result;
-        type = options & two_return_types ? as_routine(type).return_type : nullptr;
-        break;
-      case tk_class: case tk_struct: case tk_union:
-        return options & two_template_args ? traverse_template_args(type, test, options) : 0;
-      case tk_error: case tk_void: case tk_integer: case tk_float: case tk_imaginary:
-      case tk_complex: case tk_template_param: case tk_cl_vector: case tk_nullptr: case tk_unknown:
-      case tk_last: return 0;
+    case tk_typeref: type = step_through_typeref(type, options); break;
+    case tk_pointer: type = as_pointer(type).pointed_to_type; break;
+    case tk_array: type = as_array(type).element_type; break;
+    case tk_ptr_to_member:
+      result = traverse_type_tree(as_ptr_to_member(type).member_class, test, options);
+      if (result != 0) return result;
+      type = as_ptr_to_member(type).member_type;
+      break;
+    case tk_routine:
+      result = traverse_routine_parts(type, test, options);
+      if (result != 0) return result;
+      type = options & two_return_types ? as_routine(type).return_type : nullptr;
+      break;
+    case tk_class:
+    case tk_struct:
+    case tk_union:
+      return options & two_template_args ? traverse_template_args(type, test, options) : 0;
+    case tk_error:
+    case tk_void:
+    case tk_integer:
+    case tk_float:
+    case tk_imaginary:
+    case tk_complex:
+    case tk_template_param:
+    case tk_cl_vector:
+    case tk_nullptr:
+    case tk_unknown:
+    case tk_last: return 0;
     }
   }
   return 0;
@@ -528,19 +587,25 @@ int traverse_type_tree(a_type *type, a_type_test *test, unsigned options)
 
 static constexpr unsigned all_parts = two_return_types | two_param_types | two_this_class;
 
-static int test_error(a_type *type, bool *) { return type->kind == tk_error; }
+static int test_error(a_type *type, bool *)
+{
+  return type->kind == tk_error;
+}
 
 bool is_or_contains_error_type(a_type *type)
 {
   return type->kind == tk_error || traverse_type_tree(type, test_error, all_parts) != 0;
 }
 
-static int test_template_param(a_type *type, bool *) { return type->kind == tk_template_param; }
+static int test_template_param(a_type *type, bool *)
+{
+  return type->kind == tk_template_param;
+}
 
 bool is_or_contains_template_param(a_type *type)
 {
-  return C_dialect == 2
-         && traverse_type_tree(type, test_template_param, all_parts | two_template_args) != 0;
+  return C_dialect == 2 &&
+         traverse_type_tree(type, test_template_param, all_parts | two_template_args) != 0;
 }
 
 static int test_dependent(a_type *type, bool *)
@@ -558,15 +623,14 @@ bool is_template_dependent_type(a_type *type)
 
 bool is_instantiation_dependent_type(a_type *type)
 {
-  return C_dialect == 2
-         && traverse_type_tree(type, test_dependent, all_parts | two_exception_specs
-                                                         | two_template_args) != 0;
+  return C_dialect == 2 &&
+         traverse_type_tree(type, test_dependent,
+                            all_parts | two_exception_specs | two_template_args) != 0;
 }
 
 static bool has_own_name(a_type *type)
 {
-  return kind_has_class_part(type->kind)
-         || (type->kind == tk_integer && as_integer(type).is_enum);
+  return kind_has_class_part(type->kind) || (type->kind == tk_integer && as_integer(type).is_enum);
 }
 
 static int test_local(a_type *type, bool *)
@@ -581,9 +645,8 @@ bool is_or_contains_local_type(a_type *type)
 
 static int test_no_linkage(a_type *type, bool *)
 {
-  return has_own_name(type)
-         && (type->source_corresp.name == nullptr
-             || type->source_corresp.name_linkage == nlk_none);
+  return has_own_name(type) &&
+         (type->source_corresp.name == nullptr || type->source_corresp.name_linkage == nlk_none);
 }
 
 bool is_or_contains_type_with_no_name_linkage(a_type *type)
@@ -607,15 +670,15 @@ static int test_unnamed_namespace(a_type *type, bool *)
 
 bool is_or_contains_unnamed_namespace_type(a_type *type)
 {
-  return C_dialect == 2
-         && traverse_type_tree(type, test_unnamed_namespace, all_parts | two_template_args) != 0;
+  return C_dialect == 2 &&
+         traverse_type_tree(type, test_unnamed_namespace, all_parts | two_template_args) != 0;
 }
 
 static int test_trans_unit_specific(a_type *type, bool *)
 {
-  return has_own_name(type)
-         && (type->source_corresp.is_local || type->source_corresp.name == nullptr
-             || is_member_of_unnamed_namespace(&type->source_corresp));
+  return has_own_name(type) &&
+         (type->source_corresp.is_local || type->source_corresp.name == nullptr ||
+          is_member_of_unnamed_namespace(&type->source_corresp));
 }
 
 bool is_or_contains_trans_unit_specific_type(a_type *type)
@@ -654,8 +717,8 @@ static int test_nonlocal_vla(a_type *type, bool *stop_descent)
 
 bool is_nonlocal_variably_modified_type(a_type *type)
 {
-  return is_variably_modified_type(type)
-         && traverse_type_tree(type, test_nonlocal_vla, two_return_types) == 0;
+  return is_variably_modified_type(type) &&
+         traverse_type_tree(type, test_nonlocal_vla, two_return_types) == 0;
 }
 
 static int test_star_vla(a_type *type, bool *)
@@ -672,12 +735,12 @@ static int test_vla_side_effects(a_type *type, bool *)
 {
   if (type->kind != tk_array || !as_array(type).is_vla) return 0;
   a_vla_dimension *dimension = find_vla_dimension(type);
-  return dimension != nullptr && dimension->expr != nullptr
-         && node_has_side_effects(dimension->expr);
+  return dimension != nullptr && dimension->expr != nullptr &&
+         node_has_side_effects(dimension->expr);
 }
 
 bool type_has_side_effects(a_type *type)
 {
-  return il_header.vla_used
-         && traverse_type_tree(type, test_vla_side_effects, two_return_types) != 0;
+  return il_header.vla_used &&
+         traverse_type_tree(type, test_vla_side_effects, two_return_types) != 0;
 }

@@ -14,13 +14,16 @@ bool (*types_correspond_hook)(a_type *a, a_type *b);
 //---------------------------------------------------------------------------------------------
 // Parts that the relations share
 
-static bool in_gnu_mode() { return gcc_mode || gpp_mode; }
+static bool in_gnu_mode()
+{
+  return gcc_mode || gpp_mode;
+}
 
 // The record of corresponding entries of several translation units makes types the same.
 static bool types_correspond(a_type *a, a_type *b)
 {
-  if (a->source_corresp.trans_unit_corresp != nullptr
-      && a->source_corresp.trans_unit_corresp == b->source_corresp.trans_unit_corresp) {
+  if (a->source_corresp.trans_unit_corresp != nullptr &&
+      a->source_corresp.trans_unit_corresp == b->source_corresp.trans_unit_corresp) {
     return true;
   }
   return types_correspond_hook != nullptr && types_correspond_hook(a, b);
@@ -34,9 +37,8 @@ static bool kinds_match(a_type_kind a, a_type_kind b)
 static bool same_integer_part(a_type *a, a_type *b)
 {
   const an_integer_type_part &x = as_integer(a), &y = as_integer(b);
-  return x.int_kind == y.int_kind && x.is_wchar_t == y.is_wchar_t
-         && x.is_char16_t == y.is_char16_t && x.is_char32_t == y.is_char32_t
-         && x.is_bool == y.is_bool;
+  return x.int_kind == y.int_kind && x.is_wchar_t == y.is_wchar_t &&
+         x.is_char16_t == y.is_char16_t && x.is_char32_t == y.is_char32_t && x.is_bool == y.is_bool;
 }
 
 static bool may_differ_in_alignment(a_type *type)
@@ -74,8 +76,10 @@ static void see_through_typedef_references(a_type **a, a_type **b)
   a_type *x = step(*a), *y = step(*b);
   bool x_is_reference = is_any_reference_type(x), y_is_reference = is_any_reference_type(y);
   if (x_is_reference == y_is_reference) return;
-  if (x_is_reference) *a = type_pointed_to(x);
-  else *b = type_pointed_to(y);
+  if (x_is_reference)
+    *a = type_pointed_to(x);
+  else
+    *b = type_pointed_to(y);
 }
 
 static bool is_default_convention(unsigned convention)
@@ -93,7 +97,8 @@ bool calling_conventions_are_compatible(a_type *a, a_type *b)
 bool routine_linkages_are_compatible(a_type *a, a_type *b, unsigned options)
 {
   if (!c_and_cpp_function_types_are_distinct || (options & tco_ignore_linkage)) return true;
-  if ((options & tco_allow_linkage_difference) && impl_conv_between_c_and_cpp_function_ptrs_allowed) {
+  if ((options & tco_allow_linkage_difference) &&
+      impl_conv_between_c_and_cpp_function_ptrs_allowed) {
     return true;
   }
   return routine_supplement_of(a)->type_linkage == routine_supplement_of(b)->type_linkage;
@@ -111,8 +116,10 @@ bool equiv_class_types(a_type *a, a_type *b, unsigned)
   for (; p != nullptr && q != nullptr; p = p->next, q = q->next) {
     if (p->kind != q->kind) return false;
     if (p->kind == tak_type && !identical_types(p->variant.type, q->variant.type)) return false;
-    if (p->kind == tak_constant && !eq_constants(p->variant.constant, q->variant.constant)) return false;
-    if (p->kind == tak_template && p->variant.template_symbol != q->variant.template_symbol) return false;
+    if (p->kind == tak_constant && !eq_constants(p->variant.constant, q->variant.constant))
+      return false;
+    if (p->kind == tak_template && p->variant.template_symbol != q->variant.template_symbol)
+      return false;
   }
   return p == nullptr && q == nullptr && x->template_args != nullptr;
 }
@@ -120,9 +127,9 @@ bool equiv_class_types(a_type *a, a_type *b, unsigned)
 bool cl_vectors_are_same_type(a_type *a, a_type *b)
 {
   const a_cl_vector_type_part &x = as_cl_vector(a), &y = as_cl_vector(b);
-  return x.element_count == y.element_count && x.element_kind_index == y.element_kind_index
-         && x.vector_flags == y.vector_flags
-         && x.element_int_or_float_kind == y.element_int_or_float_kind;
+  return x.element_count == y.element_count && x.element_kind_index == y.element_kind_index &&
+         x.vector_flags == y.vector_flags &&
+         x.element_int_or_float_kind == y.element_int_or_float_kind;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -142,7 +149,8 @@ static bool identical_routine_types(a_type *a, a_type *b, unsigned options)
   if (x->is_prototyped != y->is_prototyped || x->has_ellipsis != y->has_ellipsis) return false;
   if (!routine_linkages_are_compatible(a, b, tco_none)) return false;
   if (in_gnu_mode() && !calling_conventions_are_compatible(a, b)) return false;
-  if (!f_identical_types(as_routine(a).return_type, as_routine(b).return_type, options)) return false;
+  if (!f_identical_types(as_routine(a).return_type, as_routine(b).return_type, options))
+    return false;
   a_param_type *p = x->param_types, *q = y->param_types;
   for (; p != nullptr && q != nullptr; p = p->next, q = q->next) {
     bool original = (options & ido_original_param_arrays) && p->orig_type && q->orig_type;
@@ -159,11 +167,13 @@ static bool identical_array_bounds(a_type *a, a_type *b)
 {
   const an_array_type_part &x = as_array(a), &y = as_array(b);
   if (x.is_vla || y.is_vla) return false;
-  if (x.bound_is_constant != y.bound_is_constant || x.bound_is_expr != y.bound_is_expr) return false;
-  if (x.bound_is_constant) return eq_constants(x.bound.bound_as_constant, y.bound.bound_as_constant);
+  if (x.bound_is_constant != y.bound_is_constant || x.bound_is_expr != y.bound_is_expr)
+    return false;
+  if (x.bound_is_constant)
+    return eq_constants(x.bound.bound_as_constant, y.bound.bound_as_constant);
   if (x.bound_is_expr) return compare_expressions(x.bound.bound_expr, y.bound.bound_expr, 0);
-  return x.bound.number_of_elements == y.bound.number_of_elements
-         && x.bound_is_zero == y.bound_is_zero;
+  return x.bound.number_of_elements == y.bound.number_of_elements &&
+         x.bound_is_zero == y.bound_is_zero;
 }
 
 static bool identical_template_params(a_type *a, a_type *b, unsigned options)
@@ -171,11 +181,12 @@ static bool identical_template_params(a_type *a, a_type *b, unsigned options)
   const a_template_param_type_part &x = as_template_param(a), &y = as_template_param(b);
   if (x.template_param_kind != y.template_param_kind) return false;
   if (x.template_param_kind == tptk_unknown) return true;
-  a_template_param_type_supplement *p = x.template_param_supplement, *q = y.template_param_supplement;
+  a_template_param_type_supplement *p = x.template_param_supplement,
+                                   *q = y.template_param_supplement;
   if (x.template_param_kind == tptk_member) {
-    return p->parent_class != nullptr && q->parent_class != nullptr
-           && f_identical_types(p->parent_class, q->parent_class, options)
-           && a->source_corresp.name == b->source_corresp.name;
+    return p->parent_class != nullptr && q->parent_class != nullptr &&
+           f_identical_types(p->parent_class, q->parent_class, options) &&
+           a->source_corresp.name == b->source_corresp.name;
   }
   bool unknown = p->coordinate == 0 || q->coordinate == 0;
   if (unknown && (options & ido_unknown_coordinates_equal)) return true;
@@ -188,19 +199,27 @@ static bool identical_template_params(a_type *a, a_type *b, unsigned options)
 static bool identical_ends(a_type *a, a_type *b, unsigned options)
 {
   switch (a->kind) {
-    case tk_integer:
-      if (as_integer(a).is_enum || as_integer(b).is_enum) return false;
-      return same_integer_part(a, b);
-    case tk_float: case tk_imaginary: case tk_complex:
-      return as_float(a).float_kind == as_float(b).float_kind;
-    case tk_routine: return identical_routine_types(a, b, options);
-    case tk_class: case tk_struct: case tk_union:
-      return C_dialect == 2 && equiv_class_types(a, b, options);
-    case tk_template_param: return identical_template_params(a, b, options);
-    case tk_nullptr: return a->is_incomplete == b->is_incomplete;
-    case tk_cl_vector: return cl_vectors_are_same_type(a, b);
-    case tk_error: case tk_void: case tk_unknown: return true;
-    case tk_pointer: case tk_array: case tk_typeref: case tk_ptr_to_member: case tk_last: break;
+  case tk_integer:
+    if (as_integer(a).is_enum || as_integer(b).is_enum) return false;
+    return same_integer_part(a, b);
+  case tk_float:
+  case tk_imaginary:
+  case tk_complex: return as_float(a).float_kind == as_float(b).float_kind;
+  case tk_routine: return identical_routine_types(a, b, options);
+  case tk_class:
+  case tk_struct:
+  case tk_union: return C_dialect == 2 && equiv_class_types(a, b, options);
+  case tk_template_param: return identical_template_params(a, b, options);
+  case tk_nullptr: return a->is_incomplete == b->is_incomplete;
+  case tk_cl_vector: return cl_vectors_are_same_type(a, b);
+  case tk_error:
+  case tk_void:
+  case tk_unknown: return true;
+  case tk_pointer:
+  case tk_array:
+  case tk_typeref:
+  case tk_ptr_to_member:
+  case tk_last: break;
   }
   unexpected_kind("type kind");
 }
@@ -209,7 +228,8 @@ bool f_identical_types(a_type *a, a_type *b, unsigned options)
 {
   for (;;) {
     if (a == b) return true;
-    if (!(options & ido_ignore_top_qualifiers) && compared_qualifiers(a) != compared_qualifiers(b)) {
+    if (!(options & ido_ignore_top_qualifiers) &&
+        compared_qualifiers(a) != compared_qualifiers(b)) {
       return false;
     }
     if (options & ido_see_through_typedef_refs) see_through_typedef_references(&a, &b);
@@ -217,32 +237,32 @@ bool f_identical_types(a_type *a, a_type *b, unsigned options)
     if (x != y && !kinds_match(x->kind, y->kind)) return false;
     if (!alignments_allow_equality(a, b)) return false;
     if (x == y || types_correspond(x, y)) return true;
-    options &= ~(ido_ignore_top_qualifiers | ido_ignore_missing_this_class
-                 * (x->kind != tk_routine));
+    options &=
+        ~(ido_ignore_top_qualifiers | ido_ignore_missing_this_class * (x->kind != tk_routine));
     switch (x->kind) {
-      case tk_pointer: {
-        const a_pointer_type_part &p = as_pointer(x), &q = as_pointer(y);
-        if (p.is_reference != q.is_reference || p.is_tracking != q.is_tracking) return false;
-        if (p.is_rvalue != q.is_rvalue && !(options & ido_ignore_reference_kind)) return false;
-        a = p.pointed_to_type;
-        b = q.pointed_to_type;
-        break;
+    case tk_pointer: {
+      const a_pointer_type_part &p = as_pointer(x), &q = as_pointer(y);
+      if (p.is_reference != q.is_reference || p.is_tracking != q.is_tracking) return false;
+      if (p.is_rvalue != q.is_rvalue && !(options & ido_ignore_reference_kind)) return false;
+      a = p.pointed_to_type;
+      b = q.pointed_to_type;
+      break;
+    }
+    case tk_array:
+      if (!identical_array_bounds(x, y)) return false;
+      a = as_array(x).element_type;
+      b = as_array(y).element_type;
+      break;
+    case tk_ptr_to_member:
+      if (!f_identical_types(as_ptr_to_member(x).member_class, as_ptr_to_member(y).member_class,
+                             options)) {
+        return false;
       }
-      case tk_array:
-        if (!identical_array_bounds(x, y)) return false;
-        a = as_array(x).element_type;
-        b = as_array(y).element_type;
-        break;
-      case tk_ptr_to_member:
-        if (!f_identical_types(as_ptr_to_member(x).member_class, as_ptr_to_member(y).member_class,
-                               options)) {
-          return false;
-        }
-        a = as_ptr_to_member(x).member_type;
-        b = as_ptr_to_member(y).member_type;
-        options |= ido_ignore_missing_this_class;
-        break;
-      default: return identical_ends(x, y, options);
+      a = as_ptr_to_member(x).member_type;
+      b = as_ptr_to_member(y).member_type;
+      options |= ido_ignore_missing_this_class;
+      break;
+    default: return identical_ends(x, y, options);
     }
   }
 }
@@ -270,8 +290,8 @@ static bool compatible_array_bounds(a_type *a, a_type *b, unsigned options)
     return identical_array_bounds(a, b);
   }
   if (is_incomplete_array_type(a) || is_incomplete_array_type(b)) {
-    return C_dialect != 2 || (options & tco_array_bounds)
-           || (is_incomplete_array_type(a) && is_incomplete_array_type(b));
+    return C_dialect != 2 || (options & tco_array_bounds) ||
+           (is_incomplete_array_type(a) && is_incomplete_array_type(b));
   }
   return x.bound.number_of_elements == y.bound.number_of_elements;
 }
@@ -289,12 +309,13 @@ static bool matches_transparent_union_member(a_type *union_type, a_type *type, u
   return false;
 }
 
-static bool compatible_params(a_type *a, a_type *b, unsigned options, a_type_difference *differences)
+static bool compatible_params(a_type *a, a_type *b, unsigned options,
+                              a_type_difference *differences)
 {
   options = (options | tco_ignore_top_qualifiers) & ~tco_ignore_return_qualifiers;
-  return f_types_are_compatible_full(a, b, options, differences)
-         || matches_transparent_union_member(a, b, options)
-         || matches_transparent_union_member(b, a, options);
+  return f_types_are_compatible_full(a, b, options, differences) ||
+         matches_transparent_union_member(a, b, options) ||
+         matches_transparent_union_member(b, a, options);
 }
 
 bool prototype_matches_unprototyped(a_type *prototyped)
@@ -345,7 +366,8 @@ bool param_types_are_compatible_full(a_type *a, a_type *b, unsigned options,
   if (x->has_ellipsis != y->has_ellipsis) return false;
   a_param_type *p = x->param_types, *q = y->param_types;
   for (; p != nullptr && q != nullptr; p = p->next, q = q->next) {
-    if (p->type != q->type && !compatible_params(p->type, q->type, options, differences)) return false;
+    if (p->type != q->type && !compatible_params(p->type, q->type, options, differences))
+      return false;
   }
   return p == nullptr && q == nullptr;
 }
@@ -379,13 +401,25 @@ static bool compatible_routine_types(a_type *a, a_type *b, unsigned options,
 static bool compatible_ends(a_type *a, a_type *b, unsigned options, a_type_difference *differences)
 {
   switch (a->kind) {
-    case tk_integer: return compatible_integers(a, b, options);
-    case tk_routine: return compatible_routine_types(a, b, options, differences);
-    case tk_class: case tk_struct: case tk_union: return equiv_class_types(a, b, options);
-    case tk_error: case tk_void: case tk_float: case tk_imaginary: case tk_complex:
-    case tk_template_param: case tk_nullptr: case tk_cl_vector: case tk_unknown:
-      return identical_ends(a, b, 0);
-    case tk_pointer: case tk_array: case tk_typeref: case tk_ptr_to_member: case tk_last: break;
+  case tk_integer: return compatible_integers(a, b, options);
+  case tk_routine: return compatible_routine_types(a, b, options, differences);
+  case tk_class:
+  case tk_struct:
+  case tk_union: return equiv_class_types(a, b, options);
+  case tk_error:
+  case tk_void:
+  case tk_float:
+  case tk_imaginary:
+  case tk_complex:
+  case tk_template_param:
+  case tk_nullptr:
+  case tk_cl_vector:
+  case tk_unknown: return identical_ends(a, b, 0);
+  case tk_pointer:
+  case tk_array:
+  case tk_typeref:
+  case tk_ptr_to_member:
+  case tk_last: break;
   }
   unexpected_kind("type kind");
 }
@@ -397,7 +431,8 @@ bool f_types_are_compatible_full(a_type *a, a_type *b, unsigned options,
     if (a == b) return true;
     a_type *x = skip_typerefs(a), *y = skip_typerefs(b);
     if ((options & tco_error_types) && (x->kind == tk_error || y->kind == tk_error)) return true;
-    if (!(options & tco_ignore_top_qualifiers) && compared_qualifiers(a) != compared_qualifiers(b)) {
+    if (!(options & tco_ignore_top_qualifiers) &&
+        compared_qualifiers(a) != compared_qualifiers(b)) {
       return false;
     }
     if (options & tco_see_through_typedef_refs) {
@@ -410,30 +445,30 @@ bool f_types_are_compatible_full(a_type *a, a_type *b, unsigned options,
     if (x == y || types_correspond(x, y)) return true;
     if (x->kind != tk_routine) options &= ~tco_ignore_top_qualifiers;
     switch (x->kind) {
-      case tk_pointer: {
-        const a_pointer_type_part &p = as_pointer(x), &q = as_pointer(y);
-        if (p.is_reference != q.is_reference || p.is_rvalue != q.is_rvalue
-            || p.is_tracking != q.is_tracking) {
-          return false;
-        }
-        a = p.pointed_to_type;
-        b = q.pointed_to_type;
-        break;
+    case tk_pointer: {
+      const a_pointer_type_part &p = as_pointer(x), &q = as_pointer(y);
+      if (p.is_reference != q.is_reference || p.is_rvalue != q.is_rvalue ||
+          p.is_tracking != q.is_tracking) {
+        return false;
       }
-      case tk_array:
-        if (!compatible_array_bounds(x, y, options)) return false;
-        a = as_array(x).element_type;
-        b = as_array(y).element_type;
-        break;
-      case tk_ptr_to_member: {
-        const a_ptr_to_member_type_part &p = as_ptr_to_member(x), &q = as_ptr_to_member(y);
-        bool loose = options & (tco_ptr_to_member_64 | tco_ptr_to_member_128);
-        if (!loose && !f_types_are_compatible(p.member_class, q.member_class, options)) return false;
-        a = p.member_type;
-        b = q.member_type;
-        break;
-      }
-      default: return compatible_ends(x, y, options, differences);
+      a = p.pointed_to_type;
+      b = q.pointed_to_type;
+      break;
+    }
+    case tk_array:
+      if (!compatible_array_bounds(x, y, options)) return false;
+      a = as_array(x).element_type;
+      b = as_array(y).element_type;
+      break;
+    case tk_ptr_to_member: {
+      const a_ptr_to_member_type_part &p = as_ptr_to_member(x), &q = as_ptr_to_member(y);
+      bool loose = options & (tco_ptr_to_member_64 | tco_ptr_to_member_128);
+      if (!loose && !f_types_are_compatible(p.member_class, q.member_class, options)) return false;
+      a = p.member_type;
+      b = q.member_type;
+      break;
+    }
+    default: return compatible_ends(x, y, options, differences);
     }
   }
 }
@@ -454,9 +489,9 @@ bool interchangeable_types(a_type *a, a_type *b)
   b = skip_typerefs(b);
   if (a == b) return true;
   if (a->kind == tk_integer && b->kind == tk_integer) {
-    return as_integer(a).is_bool == as_integer(b).is_bool && a->size == b->size
-           && a->precision == b->precision
-           && int_kind_is_signed[as_integer(a).int_kind] == int_kind_is_signed[as_integer(b).int_kind];
+    return as_integer(a).is_bool == as_integer(b).is_bool && a->size == b->size &&
+           a->precision == b->precision &&
+           int_kind_is_signed[as_integer(a).int_kind] == int_kind_is_signed[as_integer(b).int_kind];
   }
   return f_types_are_compatible(a, b, tco_ignore_top_qualifiers);
 }
@@ -467,7 +502,8 @@ bool integral_types_the_same_except_for_signedness(a_type *a, a_type *b)
   b = skip_typerefs(b);
   if (a->kind != tk_integer || b->kind != tk_integer) return false;
   if (as_integer(a).is_bool || as_integer(b).is_bool) return false;
-  return unsigned_int_kind_of[as_integer(a).int_kind] == unsigned_int_kind_of[as_integer(b).int_kind];
+  return unsigned_int_kind_of[as_integer(a).int_kind] ==
+         unsigned_int_kind_of[as_integer(b).int_kind];
 }
 
 //---------------------------------------------------------------------------------------------
@@ -547,7 +583,8 @@ static a_type *composite_array(a_type *a, a_type *b)
   return result;
 }
 
-static a_param_type *composite_param(a_param_type *p, a_param_type *q, bool *equals_p, bool *equals_q)
+static a_param_type *composite_param(a_param_type *p, a_param_type *q, bool *equals_p,
+                                     bool *equals_q)
 {
   a_type *type = composite_type(p->type, q->type);
   a_param_type *result = alloc_param_type(type);
@@ -625,9 +662,10 @@ a_type *multilevel_composite_pointer_type(a_type *a, a_type *b)
   if (x->kind != tk_pointer || y->kind != tk_pointer) return composite_type(a, b);
   a_type *p = as_pointer(x).pointed_to_type, *q = as_pointer(y).pointed_to_type;
   a_type_qualifier_set p_qualifiers = get_type_qualifiers(p), q_qualifiers = get_type_qualifiers(q);
-  a_type *inner = multilevel_composite_pointer_type(make_unqualified_type(p), make_unqualified_type(q));
-  bool lower_differs = !identical_types(inner, make_unqualified_type(p))
-                       || !identical_types(inner, make_unqualified_type(q));
+  a_type *inner =
+      multilevel_composite_pointer_type(make_unqualified_type(p), make_unqualified_type(q));
+  bool lower_differs = !identical_types(inner, make_unqualified_type(p)) ||
+                       !identical_types(inner, make_unqualified_type(q));
   a_type_qualifier_set qualifiers = p_qualifiers | q_qualifiers;
   if (C_dialect == 2 && lower_differs && is_pointer_type(inner)) qualifiers |= tq_const;
   return make_pointer_type(f_make_qualified_type(inner, qualifiers));

@@ -523,8 +523,8 @@ void proc_define()
   char behind_name = *curr_char_loc;
   if (behind_name == '(') {
     if (!read_params(&d)) return;
-  } else if (C_dialect != 2 && strict_ansi_mode && behind_name != 0
-             && is_nonstandard_character(behind_name)) {
+  } else if (C_dialect != 2 && strict_ansi_mode && behind_name != 0 &&
+             is_nonstandard_character(behind_name)) {
     diagnostic(strict_ansi_error_severity, ec_nonstd_character_at_start_of_macro_def);
   }
   if (d.from_command_line) pass_equals_of_cmd_line(&d);

@@ -139,7 +139,7 @@ size_t add_to_text_buffer(a_text_buffer *buffer, const char *text, size_t length
 {
   size_t new_size = buffer->size + length;
   if (new_size > buffer->allocated_size) expand_text_buffer(buffer, new_size);
-  if (length != 0) memcpy(buffer->buffer + buffer->size, text, length);  // no text: no source either
+  if (length != 0) memcpy(buffer->buffer + buffer->size, text, length); // no text: no source either
   buffer->size = new_size;
   return length;
 }

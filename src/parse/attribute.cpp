@@ -19,7 +19,8 @@
 
 an_attribute **f_last_attribute_link(an_attribute **list)
 {
-  while (*list) list = &(*list)->next;
+  while (*list)
+    list = &(*list)->next;
   return list;
 }
 
@@ -86,7 +87,8 @@ an_attribute *composite_attributes(an_attribute *a, an_attribute *b)
 
 void mark_primary_decl_attributes(an_attribute *list)
 {
-  for (; list; list = list->next) list->is_shared = true;
+  for (; list; list = list->next)
+    list->is_shared = true;
 }
 
 void report_bad_attribute_target(an_attribute *attribute, an_il_entry_kind kind)
@@ -133,27 +135,27 @@ const char *deprecation_message_of(an_attribute *list)
 static char entity_letter(const void *entity, an_il_entry_kind kind)
 {
   switch (kind) {
-    case iek_variable: return 'v';
-    case iek_routine: return 'r';
-    case iek_field: return 'd';
-    case iek_label: return 'l';
-    case iek_namespace: return 'n';
-    case iek_param_type: return 'p';
-    case iek_using_decl: return 'u';
-    case iek_type: {
-      const a_type *type = (const a_type *)entity;
-      if (kind_has_class_part(type->kind)) return 'c';
-      if (type->kind == tk_integer && as_integer(type).is_enum) return 'e';
-      return 't';
-    }
-    default: return '0';
+  case iek_variable: return 'v';
+  case iek_routine: return 'r';
+  case iek_field: return 'd';
+  case iek_label: return 'l';
+  case iek_namespace: return 'n';
+  case iek_param_type: return 'p';
+  case iek_using_decl: return 'u';
+  case iek_type: {
+    const a_type *type = (const a_type *)entity;
+    if (kind_has_class_part(type->kind)) return 'c';
+    if (type->kind == tk_integer && as_integer(type).is_enum) return 'e';
+    return 't';
+  }
+  default: return '0';
   }
 }
 
 static bool has_external_linkage(const a_source_correspondence *corresp)
 {
-  return !corresp->is_local && corresp->name_linkage != nlk_none
-         && corresp->name_linkage != nlk_internal;
+  return !corresp->is_local && corresp->name_linkage != nlk_none &&
+         corresp->name_linkage != nlk_internal;
 }
 
 struct a_condition_codes {
@@ -167,38 +169,36 @@ static bool condition_holds(char letter, const void *entity, an_il_entry_kind ki
   const a_variable *variable = kind == iek_variable ? (const a_variable *)entity : nullptr;
   const a_routine *routine = kind == iek_routine ? (const a_routine *)entity : nullptr;
   switch (letter) {
-    case 'a':
-      *codes = {ec_attr_disallows_automatic_storage, ec_attr_requires_automatic_storage};
-      return variable &&
-             (variable->storage_class == sc_auto || variable->storage_class == sc_register);
-    case 'r':
-      *codes = {ec_attr_disallows_register_storage, ec_attr_requires_register_storage};
-      return variable && variable->declared_register;
-    case 'l':
-      *codes = {ec_attribute_does_not_apply_to_local_variable, ec_attr_requires_local_variable};
-      return variable && variable->source_corresp.is_local && !variable->is_external_in_block;
-    case 'x':
-      *codes = {ec_attr_disallows_external_linkage, ec_attribute_requires_external_linkage};
-      return variable ? has_external_linkage(&variable->source_corresp)
-                      : routine && has_external_linkage(&routine->source_corresp);
-    case 'm':
-      *codes = {ec_attr_disallows_member_function, ec_attr_requires_member_function};
-      return routine && routine->source_corresp.is_class_member;
-    case 'v':
-      *codes = {ec_attr_disallows_virtual_function, ec_attr_requires_virtual_function};
-      return routine && routine->is_virtual;
-    case 'p':
-      *codes = {ec_attr_disallows_pure_virtual_function, ec_attr_requires_pure_virtual_function};
-      return routine && routine->is_pure_virtual;
-    case 'i':
-      *codes = {ec_attr_disallows_inline, ec_attr_requires_inline};
-      return routine && routine->is_inline;
-    case 'b':
-      *codes = {ec_attr_disallows_bit_field, ec_attr_requires_bit_field};
-      return kind == iek_field && ((const a_field *)entity)->is_bit_field;
-    default:
-      *codes = {ec_wrong_entity_for_attribute, ec_wrong_entity_for_attribute};
-      return true;
+  case 'a':
+    *codes = {ec_attr_disallows_automatic_storage, ec_attr_requires_automatic_storage};
+    return variable &&
+           (variable->storage_class == sc_auto || variable->storage_class == sc_register);
+  case 'r':
+    *codes = {ec_attr_disallows_register_storage, ec_attr_requires_register_storage};
+    return variable && variable->declared_register;
+  case 'l':
+    *codes = {ec_attribute_does_not_apply_to_local_variable, ec_attr_requires_local_variable};
+    return variable && variable->source_corresp.is_local && !variable->is_external_in_block;
+  case 'x':
+    *codes = {ec_attr_disallows_external_linkage, ec_attribute_requires_external_linkage};
+    return variable ? has_external_linkage(&variable->source_corresp)
+                    : routine && has_external_linkage(&routine->source_corresp);
+  case 'm':
+    *codes = {ec_attr_disallows_member_function, ec_attr_requires_member_function};
+    return routine && routine->source_corresp.is_class_member;
+  case 'v':
+    *codes = {ec_attr_disallows_virtual_function, ec_attr_requires_virtual_function};
+    return routine && routine->is_virtual;
+  case 'p':
+    *codes = {ec_attr_disallows_pure_virtual_function, ec_attr_requires_pure_virtual_function};
+    return routine && routine->is_pure_virtual;
+  case 'i':
+    *codes = {ec_attr_disallows_inline, ec_attr_requires_inline};
+    return routine && routine->is_inline;
+  case 'b':
+    *codes = {ec_attr_disallows_bit_field, ec_attr_requires_bit_field};
+    return kind == iek_field && ((const a_field *)entity)->is_bit_field;
+  default: *codes = {ec_wrong_entity_for_attribute, ec_wrong_entity_for_attribute}; return true;
   }
 }
 
@@ -240,7 +240,8 @@ static bool may_stand_on(an_attribute *attribute, const char *alternatives, cons
       }
       return p[1] != ':' || conditions_hold(attribute, p + 2, entity, kind);
     }
-    while (*p && *p != '|') ++p;
+    while (*p && *p != '|')
+      ++p;
     if (*p == '\0') break;
   }
   report_bad_attribute_target(attribute, kind);
@@ -267,8 +268,8 @@ void *attach_attributes(an_attribute *list, void *entity, an_il_entry_kind entit
   for (an_attribute *attribute = list; attribute; attribute = attribute->next) {
     if (attribute->kind <= ak_empty) continue;
     const an_attribute_kind_description &description = attribute_kind_descriptions[attribute->kind];
-    if (description.entities
-        && !may_stand_on(attribute, description.entities, entity, entity_kind)) {
+    if (description.entities &&
+        !may_stand_on(attribute, description.entities, entity, entity_kind)) {
       continue;
     }
     if (description.handler) {
@@ -316,8 +317,8 @@ an_attribute *take_type_attributes(an_attribute **list)
 
 static bool makes_new_type(const an_attribute *attribute)
 {
-  return attribute->kind == ak_may_alias || attribute->kind == ak_aligned
-         || attribute->kind == ak_align;
+  return attribute->kind == ak_may_alias || attribute->kind == ak_aligned ||
+         attribute->kind == ak_align;
 }
 
 void attach_type_attributes(a_type **type, an_attribute *list, a_decl_parse_state *state)
@@ -333,7 +334,7 @@ void attach_type_attributes(a_type **type, an_attribute *list, a_decl_parse_stat
     } else if (makes_new_type(attribute)) {
       a_type *copy = make_typeref_with_attributes(*type, attribute);
       const an_attribute_kind_description &description =
-        attribute_kind_descriptions[attribute->kind];
+          attribute_kind_descriptions[attribute->kind];
       *type = (a_type *)description.handler(attribute, copy, iek_type, state);
     }
   }

@@ -48,14 +48,14 @@ static const char *asm_name_of(a_symbol *symbol)
 
 static bool is_entity(a_symbol *symbol)
 {
-  return is_routine_symbol(symbol) || symbol->kind == sk_variable
-         || symbol->kind == sk_extern_routine || symbol->kind == sk_extern_variable;
+  return is_routine_symbol(symbol) || symbol->kind == sk_variable ||
+         symbol->kind == sk_extern_routine || symbol->kind == sk_extern_variable;
 }
 
 static bool is_file_level(a_symbol *symbol)
 {
-  return symbol->scope_number == scope_stack[0].number || symbol->kind == sk_extern_routine
-         || symbol->kind == sk_extern_variable;
+  return symbol->scope_number == scope_stack[0].number || symbol->kind == sk_extern_routine ||
+         symbol->kind == sk_extern_variable;
 }
 
 // The file-level entity of that linker name: its own name, or the asm name that it was given.
@@ -171,7 +171,8 @@ void process_alias_fixup_list()
   an_alias_fixup *list = alias_fixups;
   alias_fixups = nullptr;
   last_alias_fixup = &alias_fixups;
-  for (; list; list = list->next) resolve(list);
+  for (; list; list = list->next)
+    resolve(list);
 }
 
 void attribute_trans_unit_init()

@@ -96,8 +96,8 @@ static void align_routine(an_attribute *attribute, a_routine *routine, uint32_t 
 // A class takes the alignment at its layout, a typedef carries it itself.
 static void align_type(a_type *type, uint32_t alignment)
 {
-  if (kind_has_class_part(type->kind) && type->alignment_was_declared
-      && type->alignment > alignment) {
+  if (kind_has_class_part(type->kind) && type->alignment_was_declared &&
+      type->alignment > alignment) {
     return;
   }
   type->alignment = alignment;
@@ -113,11 +113,11 @@ static void *apply_aligned(an_attribute *attribute, void *entity, an_il_entry_ki
     return entity;
   }
   switch (kind) {
-    case iek_field: align_field(attribute, (a_field *)entity, alignment); break;
-    case iek_variable: align_variable(attribute, (a_variable *)entity, alignment); break;
-    case iek_type: align_type((a_type *)entity, alignment); break;
-    case iek_routine: align_routine(attribute, (a_routine *)entity, alignment); break;
-    default: report_bad_attribute_target(attribute, kind); break;
+  case iek_field: align_field(attribute, (a_field *)entity, alignment); break;
+  case iek_variable: align_variable(attribute, (a_variable *)entity, alignment); break;
+  case iek_type: align_type((a_type *)entity, alignment); break;
+  case iek_routine: align_routine(attribute, (a_routine *)entity, alignment); break;
+  default: report_bad_attribute_target(attribute, kind); break;
   }
   return entity;
 }
@@ -149,24 +149,24 @@ static void *apply_packed(an_attribute *attribute, void *entity, an_il_entry_kin
 static void set_routine_flag(a_routine *routine, an_attribute_kind kind)
 {
   switch (kind) {
-    case ak_always_inline: routine->always_inline = true; break;
-    case ak_artificial: routine->is_artificial = true; break;
-    case ak_cold: routine->is_cold = true; break;
-    case ak_const: routine->is_const_attr = true; break;
-    case ak_constructor: routine->is_constructor_attr = true; break;
-    case ak_destructor: routine->is_destructor_attr = true; break;
-    case ak_externally_visible: routine->externally_visible = true; break;
-    case ak_flatten: routine->is_flatten = true; break;
-    case ak_gnu_inline: routine->gnu_inline = true; break;
-    case ak_hot: routine->is_hot = true; break;
-    case ak_malloc: routine->is_malloc = true; break;
-    case ak_no_instrument_function: routine->no_instrument = true; break;
-    case ak_no_check_memory_usage: routine->no_check_memory_usage = true; break;
-    case ak_noinline: routine->no_inline = true; break;
-    case ak_nothrow: routine->is_nothrow = true; break;
-    case ak_pure: routine->is_pure = true; break;
-    case ak_warn_unused_result: routine->warn_unused_result = true; break;
-    default: break;
+  case ak_always_inline: routine->always_inline = true; break;
+  case ak_artificial: routine->is_artificial = true; break;
+  case ak_cold: routine->is_cold = true; break;
+  case ak_const: routine->is_const_attr = true; break;
+  case ak_constructor: routine->is_constructor_attr = true; break;
+  case ak_destructor: routine->is_destructor_attr = true; break;
+  case ak_externally_visible: routine->externally_visible = true; break;
+  case ak_flatten: routine->is_flatten = true; break;
+  case ak_gnu_inline: routine->gnu_inline = true; break;
+  case ak_hot: routine->is_hot = true; break;
+  case ak_malloc: routine->is_malloc = true; break;
+  case ak_no_instrument_function: routine->no_instrument = true; break;
+  case ak_no_check_memory_usage: routine->no_check_memory_usage = true; break;
+  case ak_noinline: routine->no_inline = true; break;
+  case ak_nothrow: routine->is_nothrow = true; break;
+  case ak_pure: routine->is_pure = true; break;
+  case ak_warn_unused_result: routine->warn_unused_result = true; break;
+  default: break;
   }
 }
 
@@ -175,8 +175,8 @@ static void *apply_routine_flag(an_attribute *attribute, void *entity, an_il_ent
 {
   if (kind != iek_routine) return entity;
   a_routine *routine = (a_routine *)entity;
-  if (attribute->kind == ak_gnu_inline && !routine->is_inline
-      && routine->source_corresp.assoc_symbol == nullptr) {
+  if (attribute->kind == ak_gnu_inline && !routine->is_inline &&
+      routine->source_corresp.assoc_symbol == nullptr) {
     pos_error(ec_gnu_inline_requires_inline, attribute->position);
     return entity;
   }
@@ -197,27 +197,26 @@ static void *apply_variable_flag(an_attribute *attribute, void *entity, an_il_en
   if (kind != iek_variable) return entity;
   a_variable *variable = (a_variable *)entity;
   switch (attribute->kind) {
-    case ak_nocommon: variable->no_common = true; break;
-    case ak_common: variable->is_common = true; break;
-    case ak_noinit: variable->is_noinit = true; break;
-    case ak_persistent: variable->is_persistent = true; break;
-    case ak_thread: variable->is_thread_local = true; break;
-    default: break;
+  case ak_nocommon: variable->no_common = true; break;
+  case ak_common: variable->is_common = true; break;
+  case ak_noinit: variable->is_noinit = true; break;
+  case ak_persistent: variable->is_persistent = true; break;
+  case ak_thread: variable->is_thread_local = true; break;
+  default: break;
   }
   return entity;
 }
 
-static void *apply_unused(an_attribute *, void *entity, an_il_entry_kind kind,
-                          a_decl_parse_state *)
+static void *apply_unused(an_attribute *, void *entity, an_il_entry_kind kind, a_decl_parse_state *)
 {
   switch (kind) {
-    case iek_variable: ((a_variable *)entity)->is_unused = true; break;
-    case iek_routine: ((a_routine *)entity)->is_unused = true; break;
-    case iek_field: ((a_field *)entity)->is_unused = true; break;
-    case iek_param_type: ((a_param_type *)entity)->is_unused = true; break;
-    case iek_label: ((a_label *)entity)->is_unused = true; break;
-    case iek_type: ((a_type *)entity)->is_unused = true; break;
-    default: break;
+  case iek_variable: ((a_variable *)entity)->is_unused = true; break;
+  case iek_routine: ((a_routine *)entity)->is_unused = true; break;
+  case iek_field: ((a_field *)entity)->is_unused = true; break;
+  case iek_param_type: ((a_param_type *)entity)->is_unused = true; break;
+  case iek_label: ((a_label *)entity)->is_unused = true; break;
+  case iek_type: ((a_type *)entity)->is_unused = true; break;
+  default: break;
   }
   return entity;
 }
@@ -276,7 +275,7 @@ static void *apply_section(an_attribute *attribute, void *entity, an_il_entry_ki
   const char *name = string_argument(attribute);
   if (name == nullptr) return entity;
   a_section_specification *section =
-    (a_section_specification *)alloc_il(sizeof(a_section_specification));
+      (a_section_specification *)alloc_il(sizeof(a_section_specification));
   section->name = name;
   section->position = attribute->position;
   section->kind = 1;
@@ -296,7 +295,7 @@ static void *apply_location(an_attribute *attribute, void *entity, an_il_entry_k
     invalid_argument(attribute);
   } else if (kind == iek_variable) {
     ((a_variable *)entity)->location =
-      copy_string_to_region(true, str_for_integer_constant(attribute->args->variant.constant));
+        copy_string_to_region(true, str_for_integer_constant(attribute->args->variant.constant));
   }
   return entity;
 }
@@ -344,7 +343,8 @@ static void *apply_tls_model(an_attribute *attribute, void *entity, an_il_entry_
                                        "local-exec"};
   const char *word = string_argument(attribute);
   bool known = false;
-  for (const char *model : models) known |= word && strcmp(word, model) == 0;
+  for (const char *model : models)
+    known |= word && strcmp(word, model) == 0;
   if (!known) {
     pos_error(ec_bad_tls_model_attr_arg, attribute->position);
     return entity;
@@ -414,7 +414,7 @@ static void *apply_cleanup(an_attribute *attribute, void *entity, an_il_entry_ki
   }
   record_symbol_reference(4, symbol, &locator.position);
   variable->cleanup_routine = routine_of_symbol(symbol);
-  variable->source_corresp.needed = true;  // the call happens even if nothing else uses the object
+  variable->source_corresp.needed = true; // the call happens even if nothing else uses the object
   return entity;
 }
 
@@ -442,11 +442,11 @@ static a_type *routine_type_of(void *entity, an_il_entry_kind kind)
 {
   a_type *type = nullptr;
   switch (kind) {
-    case iek_routine: type = ((a_routine *)entity)->type; break;
-    case iek_variable: type = ((a_variable *)entity)->type; break;
-    case iek_field: type = ((a_field *)entity)->type; break;
-    case iek_type: type = (a_type *)entity; break;
-    default: return nullptr;
+  case iek_routine: type = ((a_routine *)entity)->type; break;
+  case iek_variable: type = ((a_variable *)entity)->type; break;
+  case iek_field: type = ((a_field *)entity)->type; break;
+  case iek_type: type = (a_type *)entity; break;
+  default: return nullptr;
   }
   type = skip_typerefs(type);
   if (type->kind == tk_pointer) type = skip_typerefs(type_pointed_to(type));
@@ -470,13 +470,14 @@ static void *apply_nonnull(an_attribute *attribute, void *entity, an_il_entry_ki
     long long number = 0;
     if (!number_of_arg(arg, &number)) continue;
     a_param_type *param = params;
-    for (long long i = 1; param && i < number; ++i) param = param->next;
+    for (long long i = 1; param && i < number; ++i)
+      param = param->next;
     if (number < 1 || param == nullptr) {
       if (number < 1 || !routine_supplement_of(type)->has_ellipsis) {
         pos_error(ec_nonnull_parameter_number_too_large, arg->position);
       }
-    } else if (!is_pointer_type(param->type) && !is_error_type(param->type)
-               && !is_class_struct_union_type(param->type)) {
+    } else if (!is_pointer_type(param->type) && !is_error_type(param->type) &&
+               !is_class_struct_union_type(param->type)) {
       pos_error(ec_nonnull_on_nonpointer, arg->position);
     }
   }
@@ -487,19 +488,20 @@ static void *apply_nonnull(an_attribute *attribute, void *entity, an_il_entry_ki
 static void *apply_format(an_attribute *attribute, void *entity, an_il_entry_kind,
                           a_decl_parse_state *)
 {
-  static const char *const families[] = {"printf", "scanf", "strftime", "strfmon", "gnu_printf",
-                                         "gnu_scanf", "gnu_strftime"};
+  static const char *const families[] = {"printf",     "scanf",     "strftime",    "strfmon",
+                                         "gnu_printf", "gnu_scanf", "gnu_strftime"};
   const char *word = name_argument(attribute);
   if (word == nullptr) return entity;
   size_t length = strlen(word);
-  bool decorated = length > 4 && memcmp(word, "__", 2) == 0
-                   && memcmp(word + length - 2, "__", 2) == 0;
+  bool decorated =
+      length > 4 && memcmp(word, "__", 2) == 0 && memcmp(word + length - 2, "__", 2) == 0;
   if (decorated) {
     word = copy_string_of_length_to_region(true, word + 2, length - 4);
     attribute->args->variant.text = word;
   }
   bool known = false;
-  for (const char *family : families) known |= strcmp(word, family) == 0;
+  for (const char *family : families)
+    known |= strcmp(word, family) == 0;
   if (!known) {
     pos_st_warning(ec_invalid_argument_to_attribute, attribute->args->position, attribute->name);
     attribute->kind = ak_dropped;
@@ -513,7 +515,8 @@ static void *apply_alloc_size(an_attribute *attribute, void *entity, an_il_entry
   a_type *type = routine_type_of(entity, kind);
   if (type == nullptr) return entity;
   long long count = 0;
-  for (a_param_type *p = routine_supplement_of(type)->param_types; p; p = p->next) ++count;
+  for (a_param_type *p = routine_supplement_of(type)->param_types; p; p = p->next)
+    ++count;
   for (an_attribute_arg *arg = attribute->args; arg; arg = arg->next) {
     long long number = 0;
     if (!number_of_arg(arg, &number)) continue;
@@ -529,8 +532,8 @@ static void *apply_alloc_size(an_attribute *attribute, void *entity, an_il_entry
 // The table.
 
 const an_attribute_kind_description attribute_kind_descriptions[ak_last] = {
-  {"!!ERROR", nullptr},
-  {"!!ERROR", nullptr},
+    {"!!ERROR", nullptr},
+    {"!!ERROR", nullptr},
 #define ATTRIBUTE_KIND(kind, entities, handler) {entities, handler},
 #include "parse/attributes.def"
 };

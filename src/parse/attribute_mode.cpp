@@ -14,24 +14,25 @@ enum a_mode_class : unsigned char { mc_integer, mc_float, mc_complex };
 struct a_type_mode {
   const char *word;
   a_mode_class mode_class;
-  unsigned size;  // bytes
+  unsigned size; // bytes
 };
 
 // The size of `word` and `pointer` is the target's.
 static const a_type_mode type_mode_kind_names[] = {
-  {"QI", mc_integer, 1},  {"HI", mc_integer, 2},  {"SI", mc_integer, 4},  {"DI", mc_integer, 8},
-  {"TI", mc_integer, 16}, {"SF", mc_float, 4},    {"DF", mc_float, 8},    {"XF", mc_float, 12},
-  {"TF", mc_float, 16},   {"SC", mc_complex, 4},  {"DC", mc_complex, 8},  {"XC", mc_complex, 12},
-  {"TC", mc_complex, 16}, {"byte", mc_integer, 1}, {"word", mc_integer, 0},
-  {"pointer", mc_integer, 0},
+    {"QI", mc_integer, 1},      {"HI", mc_integer, 2},   {"SI", mc_integer, 4},
+    {"DI", mc_integer, 8},      {"TI", mc_integer, 16},  {"SF", mc_float, 4},
+    {"DF", mc_float, 8},        {"XF", mc_float, 12},    {"TF", mc_float, 16},
+    {"SC", mc_complex, 4},      {"DC", mc_complex, 8},   {"XC", mc_complex, 12},
+    {"TC", mc_complex, 16},     {"byte", mc_integer, 1}, {"word", mc_integer, 0},
+    {"pointer", mc_integer, 0},
 };
 
 static const a_type_mode *find_mode(const char *word)
 {
   char buffer[32];
   size_t length = strlen(word);
-  if (length > 4 && length < sizeof buffer && memcmp(word, "__", 2) == 0
-      && memcmp(word + length - 2, "__", 2) == 0) {
+  if (length > 4 && length < sizeof buffer && memcmp(word, "__", 2) == 0 &&
+      memcmp(word + length - 2, "__", 2) == 0) {
     memcpy(buffer, word + 2, length - 4);
     buffer[length - 4] = '\0';
     word = buffer;
@@ -84,9 +85,9 @@ static a_type *type_of_mode(const a_type_mode *mode, a_type *type)
 static bool mode_fits(const a_type_mode *mode, a_type *type)
 {
   switch (mode->mode_class) {
-    case mc_integer: return type->kind == tk_integer;
-    case mc_float: return type->kind == tk_float;
-    case mc_complex: return type->kind == tk_complex;
+  case mc_integer: return type->kind == tk_integer;
+  case mc_float: return type->kind == tk_float;
+  case mc_complex: return type->kind == tk_complex;
   }
   return false;
 }
@@ -100,8 +101,8 @@ a_type *get_type_with_mode(a_type *type, const char *mode_word, a_source_positio
   }
   a_type *plain = skip_typerefs(type);
   // A pointer keeps its kind: there is one size of pointers.
-  if (plain->kind == tk_pointer && size_of_mode(mode) == targ_sizeof_pointer
-      && mode->mode_class == mc_integer) {
+  if (plain->kind == tk_pointer && size_of_mode(mode) == targ_sizeof_pointer &&
+      mode->mode_class == mc_integer) {
     return type;
   }
   if (!mode_fits(mode, plain)) {

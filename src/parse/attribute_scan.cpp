@@ -21,7 +21,7 @@ struct an_attribute_name {
   const char *arguments;
   const char *availability;
   an_attribute_kind kind;
-  an_attribute_name *next;        // further row of the name
+  an_attribute_name *next; // further row of the name
 };
 
 static an_attribute_name attribute_names[] = {
@@ -52,7 +52,8 @@ static void fill_attribute_table()
   for (an_attribute_name &row : attribute_names) {
     row.next = nullptr;
     an_attribute_name **slot = (an_attribute_name **)hash_find(attribute_table, row.name, true);
-    while (*slot) slot = &(*slot)->next;
+    while (*slot)
+      slot = &(*slot)->next;
     *slot = &row;
   }
 }
@@ -63,10 +64,12 @@ static bool version_fits(const char *range, unsigned version)
   if (*range != '(') return true;
   unsigned from = 0, to = 0;
   const char *p = range + 1;
-  for (; *p >= '0' && *p <= '9'; ++p) from = from * 10 + unsigned(*p - '0');
+  for (; *p >= '0' && *p <= '9'; ++p)
+    from = from * 10 + unsigned(*p - '0');
   bool open = *p == '-' && p[1] == ')';
   if (*p == '-') {
-    for (++p; *p >= '0' && *p <= '9'; ++p) to = to * 10 + unsigned(*p - '0');
+    for (++p; *p >= '0' && *p <= '9'; ++p)
+      to = to * 10 + unsigned(*p - '0');
   } else {
     to = from;
   }
@@ -88,8 +91,8 @@ static bool is_available(const an_attribute_name *row, an_attribute_syntax synta
 static const char *reduced_name(const char *name, an_attribute_syntax syntax, char *buffer)
 {
   size_t length = strlen(name);
-  bool decorated = length >= 5 && length <= 104 && memcmp(name, "__", 2) == 0
-                   && memcmp(name + length - 2, "__", 2) == 0;
+  bool decorated = length >= 5 && length <= 104 && memcmp(name, "__", 2) == 0 &&
+                   memcmp(name + length - 2, "__", 2) == 0;
   if (syntax != asy_gnu || !decorated) return name;
   memcpy(buffer, name + 2, length - 4);
   buffer[length - 4] = '\0';
@@ -117,7 +120,8 @@ static an_attribute_arg *add_arg(an_attribute *attribute, an_attribute_arg_kind 
   arg->kind = kind;
   arg->position = pos_curr_token;
   an_attribute_arg **link = &attribute->args;
-  while (*link) link = &(*link)->next;
+  while (*link)
+    link = &(*link)->next;
   *link = arg;
   return arg;
 }
@@ -160,8 +164,8 @@ static void type_or_constant_argument(an_attribute *attribute)
 
 static void string_argument_token(an_attribute *attribute, bool must_be_narrow)
 {
-  if (curr_token != tok_string_literal
-      || (must_be_narrow && const_for_curr_token.char_kind != chk_char)) {
+  if (curr_token != tok_string_literal ||
+      (must_be_narrow && const_for_curr_token.char_kind != chk_char)) {
     pos_error(ec_exp_string_literal, pos_curr_token);
     drop(attribute);
     if (curr_token != tok_rparen && curr_token != tok_comma) get_token();
@@ -194,29 +198,24 @@ static void name_argument_token(an_attribute *attribute)
 static const char *one_argument(an_attribute *attribute, const char *item)
 {
   switch (*item) {
-    case 'c':
-      if (item[1] == 't') {
-        type_or_constant_argument(attribute);
-      } else {
-        constant_argument(attribute, true);
-      }
-      return item + 2;
-    case 's':
-      string_argument_token(attribute, item[1] == 'n');
-      return item + 2;
-    case 'n':
-      name_argument_token(attribute);
-      return item + 1;
-    default:
-      return item + 1;
+  case 'c':
+    if (item[1] == 't') {
+      type_or_constant_argument(attribute);
+    } else {
+      constant_argument(attribute, true);
+    }
+    return item + 2;
+  case 's': string_argument_token(attribute, item[1] == 'n'); return item + 2;
+  case 'n': name_argument_token(attribute); return item + 1;
+  default: return item + 1;
   }
 }
 
 static void skip_to_end_of_arguments()
 {
   int level = 0;
-  while (curr_token != tok_end_of_source && curr_token != tok_semicolon
-         && curr_token != tok_lbrace) {
+  while (curr_token != tok_end_of_source && curr_token != tok_semicolon &&
+         curr_token != tok_lbrace) {
     if (curr_token == tok_lparen) ++level;
     if (curr_token == tok_rparen && level-- == 0) return;
     get_token();
@@ -420,11 +419,11 @@ an_attribute *scan_attributes(an_attribute_location_tag location)
     an_attribute **link = f_last_attribute_link(&list);
     if (curr_token == tok_attribute && gnu_attributes_enabled) {
       gnu_group(location, link);
-    } else if (curr_token == tok_declspec && ms_declspec_attributes_enabled
-               && declspec_location(location)) {
+    } else if (curr_token == tok_declspec && ms_declspec_attributes_enabled &&
+               declspec_location(location)) {
       declspec_group(location, link);
-    } else if (curr_token == tok_lbracket && std_attributes_enabled
-               && next_token() == tok_lbracket) {
+    } else if (curr_token == tok_lbracket && std_attributes_enabled &&
+               next_token() == tok_lbracket) {
       standard_group(location, link);
     } else {
       return list;
@@ -435,7 +434,8 @@ an_attribute *scan_attributes(an_attribute_location_tag location)
 an_attribute *scan_gnu_attribute_groups(an_attribute_location_tag location)
 {
   an_attribute *list = nullptr;
-  while (curr_token == tok_attribute) gnu_group(location, f_last_attribute_link(&list));
+  while (curr_token == tok_attribute)
+    gnu_group(location, f_last_attribute_link(&list));
   return list;
 }
 

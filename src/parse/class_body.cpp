@@ -55,10 +55,10 @@ static bool access_label(a_class_scan_state *scan)
 {
   unsigned access;
   switch (curr_token) {
-    case tok_public: access = as_public; break;
-    case tok_protected: access = as_protected; break;
-    case tok_private: access = as_private; break;
-    default: return false;
+  case tok_public: access = as_public; break;
+  case tok_protected: access = as_protected; break;
+  case tok_private: access = as_private; break;
+  default: return false;
   }
   scan->current_access = access;
   top_scope()->current_access = access;
@@ -72,19 +72,14 @@ static void one_member(a_class_scan_state *scan)
   select_curr_construct_pragmas(false);
   if (C_dialect == 2 && access_label(scan)) return;
   switch (curr_token) {
-    case tok_semicolon:
-      extra_semicolon();
-      return;
-    case tok_static_assert:
-      static_assert_declaration(false);
-      return;
-    case tok_asm:
-    case tok_gnu_asm:
-      asm_declaration(false, false, nullptr);
-      end_of_member();
-      return;
-    default:
-      break;
+  case tok_semicolon: extra_semicolon(); return;
+  case tok_static_assert: static_assert_declaration(false); return;
+  case tok_asm:
+  case tok_gnu_asm:
+    asm_declaration(false, false, nullptr);
+    end_of_member();
+    return;
+  default: break;
   }
   unsigned sequence_number = curr_token_sequence_number;
   scan_member_declaration(scan);
@@ -97,7 +92,8 @@ static void member_loop(a_class_scan_state *scan)
 {
   add_stop_token(tok_semicolon);
   add_stop_token(tok_rbrace);
-  while (curr_token != tok_rbrace && curr_token != tok_end_of_source) one_member(scan);
+  while (curr_token != tok_rbrace && curr_token != tok_end_of_source)
+    one_member(scan);
   remove_stop_token(tok_rbrace);
   remove_stop_token(tok_semicolon);
 }
@@ -216,8 +212,8 @@ static void empty_body(a_class_scan_state *scan)
 
 static void skip_base_clause(a_type *class_type)
 {
-  while (curr_token != tok_lbrace && curr_token != tok_semicolon
-         && curr_token != tok_end_of_source) {
+  while (curr_token != tok_lbrace && curr_token != tok_semicolon &&
+         curr_token != tok_end_of_source) {
     get_token();
   }
   if (curr_token != tok_lbrace) pos_error(ec_missing_class_definition, pos_curr_token);
@@ -266,8 +262,8 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
   top_scope()->current_access = scan.current_access;
   push_stop_token_stack();
   get_token();
-  if (C_dialect == 2 && class_name_injection_enabled
-      && class_type->source_corresp.name != nullptr) {
+  if (C_dialect == 2 && class_name_injection_enabled &&
+      class_type->source_corresp.name != nullptr) {
     enter_injected_class_name_symbol(class_type->source_corresp.assoc_symbol);
   }
   if (curr_token == tok_rbrace) {

@@ -27,10 +27,10 @@
 static a_symbol_kind tag_symbol_kind(a_type_kind kind)
 {
   switch (kind) {
-    case tk_class:
-    case tk_struct: return sk_class_or_struct_tag;
-    case tk_union: return sk_union_tag;
-    default: return sk_enum_tag;
+  case tk_class:
+  case tk_struct: return sk_class_or_struct_tag;
+  case tk_union: return sk_union_tag;
+  default: return sk_enum_tag;
   }
 }
 
@@ -119,9 +119,9 @@ void give_typedef_name_to_tag(a_type *type, a_symbol_locator *locator)
 static a_type_kind type_kind_of_keyword()
 {
   switch (curr_token) {
-    case tok_union: return tk_union;
-    case tok_class: return tk_class;
-    default: return tk_struct;
+  case tok_union: return tk_union;
+  case tok_class: return tk_class;
+  default: return tk_struct;
   }
 }
 
@@ -138,10 +138,10 @@ static bool may_be_defined(a_type *type)
 static a_type *named_class(a_symbol_locator *locator, a_type_kind kind, bool is_definition,
                            a_decl_parse_state *state)
 {
-  bool is_alone = curr_token == tok_semicolon && state->storage_class == sc_unspecified
-                  && state->type_qualifiers == 0;
+  bool is_alone = curr_token == tok_semicolon && state->storage_class == sc_unspecified &&
+                  state->type_qualifiers == 0;
   a_type *type =
-    find_or_enter_tag(locator, tag_symbol_kind(kind), kind, is_definition, is_alone, state);
+      find_or_enter_tag(locator, tag_symbol_kind(kind), kind, is_definition, is_alone, state);
   if (is_error_type(type)) {
     state->specifier_flags |= sf_is_in_error;
     return is_definition ? unnamed_tag(kind, locator->position) : type;

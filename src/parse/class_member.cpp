@@ -295,7 +295,7 @@ void check_anonymous_union_symbols(a_symbol *symbol, a_type *type, bool)
     promoted->is_anonymous_union_member = true;
     promoted->variant.field.field = member->variant.field.field;
     promoted->variant.field.anonymous_parent =
-      reparented(member->variant.field.anonymous_parent, symbol);
+        reparented(member->variant.field.anonymous_parent, symbol);
     promoted->declared = promoted->defined = true;
     add_symbol_to_symbol_table(promoted, depth_scope_stack, false);
   }
@@ -393,8 +393,8 @@ static void next_member_declarator(a_decl_parse_state *state)
 static bool nothing_was_declared(const a_decl_parse_state *state)
 {
   if (!(state->specifier_flags & sf_no_specifiers)) return false;
-  return curr_token != tok_identifier && curr_token != tok_star && curr_token != tok_lparen
-         && curr_token != tok_colon;
+  return curr_token != tok_identifier && curr_token != tok_star && curr_token != tok_lparen &&
+         curr_token != tok_colon;
 }
 
 void scan_member_declaration(a_class_scan_state *scan)

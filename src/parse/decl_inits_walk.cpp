@@ -213,7 +213,7 @@ static void report_designator_extension(bool is_extended, a_source_position pos)
     pos_warning(ec_designator_is_nonstandard, pos);
 }
 
-// Behind a designator: "=", or another designator, which belongs to the element's own level. 
+// Behind a designator: "=", or another designator, which belongs to the element's own level.
 // False: error.
 static bool finish_designator(bool is_extended, bool *goes_on)
 {

@@ -24,9 +24,9 @@
 #include "parse/scope_stk.h"
 
 const char *const decl_modifier_names[] = {
-  "dllimport", "dllexport", "notshared", "thread",   "interrupt",     "NMI interrupt",
-  "near",      "far",       "reentrant", "port",     "shared",        "sharedpp",
-  "trap",      "cregister", "global",    "DATA_MEM_BANK", "DATA_ALIGN", "last"};
+    "dllimport", "dllexport", "notshared", "thread",        "interrupt",  "NMI interrupt",
+    "near",      "far",       "reentrant", "port",          "shared",     "sharedpp",
+    "trap",      "cregister", "global",    "DATA_MEM_BANK", "DATA_ALIGN", "last"};
 
 static a_decl_parse_state make_null_decl_parse_state()
 {
@@ -93,7 +93,8 @@ void add_end_of_parse_action(a_decl_parse_state *state,
   entry->action = action;
   entry->data = data;
   an_end_of_parse_action **link = &state->end_of_parse_actions;
-  while (*link) link = &(*link)->next;
+  while (*link)
+    link = &(*link)->next;
   *link = entry;
 }
 
@@ -138,8 +139,8 @@ static void simple_type_keyword(a_specifier_scan *scan, a_specifier_kind kind)
 {
   bool misra_exempt =
       kind == spk_void || kind == spk_char || kind == spk_wchar_t || kind == spk_bool;
-  if (check_misra_c_2004 && !misra_exempt && scan->state->storage_class != sc_typedef
-      && !(scan->options & dso_no_misra)) {
+  if (check_misra_c_2004 && !misra_exempt && scan->state->storage_class != sc_typedef &&
+      !(scan->options & dso_no_misra)) {
     pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_6_3, pos_curr_token);
   }
   if (!type_specifier_allowed(scan)) return;
@@ -153,8 +154,8 @@ static void simple_type_keyword(a_specifier_scan *scan, a_specifier_kind kind)
 
 static void note_type_word(a_specifier_scan *scan)
 {
-  if (check_misra_c_2004 && scan->state->storage_class != sc_typedef
-      && !(scan->options & dso_no_misra)) {
+  if (check_misra_c_2004 && scan->state->storage_class != sc_typedef &&
+      !(scan->options & dso_no_misra)) {
     pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_6_3, pos_curr_token);
   }
   if (is_null_position(scan->words_position)) scan->words_position = pos_curr_token;
@@ -165,20 +166,16 @@ static void long_specifier(a_specifier_scan *scan)
   if (!type_specifier_allowed(scan)) return;
   note_type_word(scan);
   switch (scan->size_word) {
-    case size_none:
-      scan->size_word = size_long;
-      break;
-    case size_long:
-      scan->size_word = size_long_long;
-      if (strict_ansi_mode && !long_long_is_standard) {
-        pos_diagnostic(strict_ansi_discretionary_severity, ec_nonstd_long_long, pos_curr_token);
-      }
-      break;
-    case size_short:
-    case size_int40:
-    case size_long_long:
-      bad_type_combination(scan, pos_curr_token);
-      break;
+  case size_none: scan->size_word = size_long; break;
+  case size_long:
+    scan->size_word = size_long_long;
+    if (strict_ansi_mode && !long_long_is_standard) {
+      pos_diagnostic(strict_ansi_discretionary_severity, ec_nonstd_long_long, pos_curr_token);
+    }
+    break;
+  case size_short:
+  case size_int40:
+  case size_long_long: bad_type_combination(scan, pos_curr_token); break;
   }
 }
 
@@ -216,11 +213,11 @@ static void sign_specifier(a_specifier_scan *scan, a_sign_word word)
   } else if (scan->sign_word != word) {
     bad_type_combination(scan, pos_curr_token);
   } else {
-    bool old_gnu = (gcc_mode || gpp_mode)
-                   && (gnu_version <= 30299
-                       || (gnu_version <= 39999 && scan->state->storage_class == sc_typedef));
+    bool old_gnu = (gcc_mode || gpp_mode) &&
+                   (gnu_version <= 30299 ||
+                    (gnu_version <= 39999 && scan->state->storage_class == sc_typedef));
     an_error_severity severity =
-      cfront_2_1_mode || cfront_3_0_mode || old_gnu ? es_warning : es_error;
+        cfront_2_1_mode || cfront_3_0_mode || old_gnu ? es_warning : es_error;
     pos_diagnostic(severity, ec_dupl_decl_specifier, pos_curr_token);
   }
 }
@@ -394,12 +391,18 @@ static bool std_attribute_specifier(a_specifier_scan *scan)
 static bool is_secondary_refused(const a_specifier_scan *scan)
 {
   switch (curr_token) {
-    case tok_auto: case tok_extern: case tok_register: case tok_static: case tok_mutable:
-    case tok_typedef: case tok_friend: case tok_inline: case tok_virtual: case tok_explicit:
-    case tok_thread:
-      return scan->options & dso_secondary;
-    default:
-      return false;
+  case tok_auto:
+  case tok_extern:
+  case tok_register:
+  case tok_static:
+  case tok_mutable:
+  case tok_typedef:
+  case tok_friend:
+  case tok_inline:
+  case tok_virtual:
+  case tok_explicit:
+  case tok_thread: return scan->options & dso_secondary;
+  default: return false;
   }
 }
 
@@ -410,16 +413,29 @@ static bool missing_semicolon(a_specifier_scan *scan)
   if (!(scan->state->specifier_flags & sf_defines_type) || !scan->enum_or_class_alone) return false;
   if (gcc_mode && scan->state->storage_class == sc_typedef) return false;
   switch (curr_token) {
-    case tok_void: case tok_char: case tok_short: case tok_int: case tok_long: case tok_float:
-    case tok_double: case tok_signed: case tok_unsigned: case tok_wchar_t: case tok_bool:
-    case tok_c99_bool: case tok_char16_t: case tok_char32_t: case tok_int40_t: case tok_struct:
-    case tok_union: case tok_enum: case tok_class:
-      break;
-    case tok_auto:
-      if (auto_storage_class_specifier_enabled) return false;
-      break;
-    default:
-      return false;
+  case tok_void:
+  case tok_char:
+  case tok_short:
+  case tok_int:
+  case tok_long:
+  case tok_float:
+  case tok_double:
+  case tok_signed:
+  case tok_unsigned:
+  case tok_wchar_t:
+  case tok_bool:
+  case tok_c99_bool:
+  case tok_char16_t:
+  case tok_char32_t:
+  case tok_int40_t:
+  case tok_struct:
+  case tok_union:
+  case tok_enum:
+  case tok_class: break;
+  case tok_auto:
+    if (auto_storage_class_specifier_enabled) return false;
+    break;
+  default: return false;
   }
   scan->state->specifier_flags |= sf_missing_semicolon_suspected;
   return true;
@@ -441,49 +457,47 @@ static void type_keyword(a_specifier_scan *scan, a_specifier_kind kind)
 static bool function_or_storage_specifier(a_specifier_scan *scan)
 {
   switch (curr_token) {
-    case tok_extern:
-      if (C_dialect == 2 && next_token() == tok_string_literal) {
-        pos_error(ec_linkage_specifier_not_allowed, pos_curr_token);
-        get_token();
-        get_token();
-        return true;
-      }
-      storage_token(scan, sc_extern);
-      return true;
-    case tok_static: storage_token(scan, sc_static); return true;
-    case tok_register: storage_token(scan, sc_register); return true;
-    case tok_typedef: storage_token(scan, sc_typedef); return true;
-    case tok_mutable: storage_token(scan, sc_unspecified, true); return true;
-    case tok_auto:
-      storage_token(scan, sc_auto);
-      return true;
-    case tok_inline: inline_specifier(scan); return true;
-    case tok_friend: friend_specifier(scan); return true;
-    case tok_virtual: virtual_specifier(scan); return true;
-    case tok_explicit: explicit_specifier(scan); return true;
-    case tok_thread: thread_specifier(scan); return true;
-    case tok_near: target_modifier(scan, dm_near); return true;
-    case tok_far: target_modifier(scan, dm_far); return true;
-    case tok_shared: target_modifier(scan, dm_shared); return true;
-    case tok_sharedpp: target_modifier(scan, dm_sharedpp); return true;
-    case tok_trap: target_modifier(scan, dm_trap); return true;
-    case tok_interrupt:
-    case tok_interrupt_keyword: target_modifier(scan, dm_interrupt); return true;
-    case tok_reentrant: target_modifier(scan, dm_reentrant); return true;
-    case tok_cregister: target_modifier(scan, dm_cregister); return true;
-    case tok_global: target_modifier(scan, dm_global); return true;
-    case tok_overload:
-      pos_diagnostic(anachronism_error_severity, ec_overload_anachronism, pos_curr_token);
+  case tok_extern:
+    if (C_dialect == 2 && next_token() == tok_string_literal) {
+      pos_error(ec_linkage_specifier_not_allowed, pos_curr_token);
+      get_token();
       get_token();
       return true;
-    case tok_at_sign: consume_paren_address(); return true;
-    case tok_data16:
-    case tok_data20:
-    case tok_memory_of: consume_memory_of_or_data16_20(); return true;
-    case tok_attribute:
-    case tok_declspec: attribute_specifier(scan); return true;
-    case tok_lbracket: return std_attribute_specifier(scan);
-    default: return false;
+    }
+    storage_token(scan, sc_extern);
+    return true;
+  case tok_static: storage_token(scan, sc_static); return true;
+  case tok_register: storage_token(scan, sc_register); return true;
+  case tok_typedef: storage_token(scan, sc_typedef); return true;
+  case tok_mutable: storage_token(scan, sc_unspecified, true); return true;
+  case tok_auto: storage_token(scan, sc_auto); return true;
+  case tok_inline: inline_specifier(scan); return true;
+  case tok_friend: friend_specifier(scan); return true;
+  case tok_virtual: virtual_specifier(scan); return true;
+  case tok_explicit: explicit_specifier(scan); return true;
+  case tok_thread: thread_specifier(scan); return true;
+  case tok_near: target_modifier(scan, dm_near); return true;
+  case tok_far: target_modifier(scan, dm_far); return true;
+  case tok_shared: target_modifier(scan, dm_shared); return true;
+  case tok_sharedpp: target_modifier(scan, dm_sharedpp); return true;
+  case tok_trap: target_modifier(scan, dm_trap); return true;
+  case tok_interrupt:
+  case tok_interrupt_keyword: target_modifier(scan, dm_interrupt); return true;
+  case tok_reentrant: target_modifier(scan, dm_reentrant); return true;
+  case tok_cregister: target_modifier(scan, dm_cregister); return true;
+  case tok_global: target_modifier(scan, dm_global); return true;
+  case tok_overload:
+    pos_diagnostic(anachronism_error_severity, ec_overload_anachronism, pos_curr_token);
+    get_token();
+    return true;
+  case tok_at_sign: consume_paren_address(); return true;
+  case tok_data16:
+  case tok_data20:
+  case tok_memory_of: consume_memory_of_or_data16_20(); return true;
+  case tok_attribute:
+  case tok_declspec: attribute_specifier(scan); return true;
+  case tok_lbracket: return std_attribute_specifier(scan);
+  default: return false;
   }
 }
 
@@ -518,36 +532,57 @@ static void typename_specifier_token(a_specifier_scan *scan)
 static bool type_specifier(a_specifier_scan *scan)
 {
   switch (curr_token) {
-    case tok_void: type_keyword(scan, spk_void); return true;
-    case tok_char: type_keyword(scan, spk_char); return true;
-    case tok_wchar_t: type_keyword(scan, spk_wchar_t); return true;
-    case tok_char16_t: type_keyword(scan, spk_char16_t); return true;
-    case tok_char32_t: type_keyword(scan, spk_char32_t); return true;
-    case tok_bool:
-    case tok_c99_bool: type_keyword(scan, spk_bool); return true;
-    case tok_int: type_keyword(scan, spk_int); return true;
-    case tok_float: type_keyword(scan, spk_float); return true;
-    case tok_double: type_keyword(scan, spk_double); return true;
-    case tok_long: long_specifier(scan); get_token(); return true;
-    case tok_short: short_specifier(scan); get_token(); return true;
-    case tok_int40_t: int40_specifier(scan); get_token(); return true;
-    case tok_signed: sign_specifier(scan, sign_signed); get_token(); return true;
-    case tok_unsigned: sign_specifier(scan, sign_unsigned); get_token(); return true;
-    case tok_complex: complex_specifier(scan, complex_complex); get_token(); return true;
-    case tok_imaginary: complex_specifier(scan, complex_imaginary); get_token(); return true;
-    case tok_struct:
-    case tok_union:
-    case tok_class: class_specifier_token(scan); return true;
-    case tok_enum: enum_specifier_token(scan); return true;
-    case tok_cl_vector: cl_vector_specifier(scan); return true;
-    case tok_typeof:
-    case tok_decltype:
-    case tok_underlying_type: operator_type_specifier(scan); return true;
-    case tok_typename: typename_specifier_token(scan); return true;
-    case tok_template: template_keyword_in_specifiers(scan); return true;
-    case tok_identifier:
-    case tok_colon_colon: return type_name_specifier(scan);
-    default: return false;
+  case tok_void: type_keyword(scan, spk_void); return true;
+  case tok_char: type_keyword(scan, spk_char); return true;
+  case tok_wchar_t: type_keyword(scan, spk_wchar_t); return true;
+  case tok_char16_t: type_keyword(scan, spk_char16_t); return true;
+  case tok_char32_t: type_keyword(scan, spk_char32_t); return true;
+  case tok_bool:
+  case tok_c99_bool: type_keyword(scan, spk_bool); return true;
+  case tok_int: type_keyword(scan, spk_int); return true;
+  case tok_float: type_keyword(scan, spk_float); return true;
+  case tok_double: type_keyword(scan, spk_double); return true;
+  case tok_long:
+    long_specifier(scan);
+    get_token();
+    return true;
+  case tok_short:
+    short_specifier(scan);
+    get_token();
+    return true;
+  case tok_int40_t:
+    int40_specifier(scan);
+    get_token();
+    return true;
+  case tok_signed:
+    sign_specifier(scan, sign_signed);
+    get_token();
+    return true;
+  case tok_unsigned:
+    sign_specifier(scan, sign_unsigned);
+    get_token();
+    return true;
+  case tok_complex:
+    complex_specifier(scan, complex_complex);
+    get_token();
+    return true;
+  case tok_imaginary:
+    complex_specifier(scan, complex_imaginary);
+    get_token();
+    return true;
+  case tok_struct:
+  case tok_union:
+  case tok_class: class_specifier_token(scan); return true;
+  case tok_enum: enum_specifier_token(scan); return true;
+  case tok_cl_vector: cl_vector_specifier(scan); return true;
+  case tok_typeof:
+  case tok_decltype:
+  case tok_underlying_type: operator_type_specifier(scan); return true;
+  case tok_typename: typename_specifier_token(scan); return true;
+  case tok_template: template_keyword_in_specifiers(scan); return true;
+  case tok_identifier:
+  case tok_colon_colon: return type_name_specifier(scan);
+  default: return false;
   }
 }
 
@@ -576,8 +611,8 @@ static bool one_specifier(a_specifier_scan *scan)
   }
   if (function_or_storage_specifier(scan)) return true;
   if (curr_token == tok_ellipsis) {
-    if (variadic_templates_enabled && !any_type_specifier(scan) && C_dialect == 2
-        && !(scan->options & (dso_parameter | dso_type_optional))) {
+    if (variadic_templates_enabled && !any_type_specifier(scan) && C_dialect == 2 &&
+        !(scan->options & (dso_parameter | dso_type_optional))) {
       pos_error(ec_parameter_pack_decl_not_allowed, pos_curr_token);
     }
     return false;
@@ -608,8 +643,8 @@ static void set_result_flags(a_specifier_scan *scan)
   if (scan->sign_word == sign_signed) state->specifier_flags |= sf_written_signed;
   if (scan->error_seen) state->specifier_flags |= sf_is_in_error;
   bool qualified = state->type_qualifiers != 0;
-  if (scan->only_void && !qualified && state->storage_class == sc_unspecified
-      && !any_type_word(scan)) {
+  if (scan->only_void && !qualified && state->storage_class == sc_unspecified &&
+      !any_type_word(scan)) {
     state->specifier_flags |= sf_is_void_only;
   }
   bool friend_alone = (state->specifier_flags & sf_is_friend) && curr_token == tok_semicolon;

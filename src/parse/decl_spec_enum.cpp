@@ -24,17 +24,17 @@
 // The list while it is read.
 struct an_enum_scan {
   a_type *type;
-  an_integer_kind largest_kind;      // largest_enum_int_kind: no value may pass it
+  an_integer_kind largest_kind; // largest_enum_int_kind: no value may pass it
   a_constant *last_enumerator;
-  a_constant next_value;             // of an enumerator without `=`
+  a_constant next_value; // of an enumerator without `=`
   bool any_enumerator : 1;
-  bool next_value_overflows : 1;     // the last value was the maximum of largest_kind
+  bool next_value_overflows : 1; // the last value was the maximum of largest_kind
   bool any_negative : 1;
   bool dependent : 1;
   bool first_has_value : 1;
   unsigned with_value, total;
-  an_integer_value low, high;        // range of all values; high is unsigned if not any_negative
-  bool high_is_unsigned : 1;         // high has the sign bit set and is positive
+  an_integer_value low, high; // range of all values; high is unsigned if not any_negative
+  bool high_is_unsigned : 1;  // high has the sign bit set and is positive
 };
 
 //---------------------------------------------------------------------------------------------
@@ -67,12 +67,12 @@ static void note_value(an_enum_scan *scan, const a_constant *constant)
   }
   if (negative && (!scan->any_negative || cmp_integer_values(&value, true, &scan->low, true) < 0)) {
     scan->low = value;
-  } else if (!negative && !scan->any_negative
-             && cmp_integer_values(&value, false, &scan->low, false) < 0) {
+  } else if (!negative && !scan->any_negative &&
+             cmp_integer_values(&value, false, &scan->low, false) < 0) {
     scan->low = value;
   }
   bool high_negative =
-    scan->any_negative && !scan->high_is_unsigned && (scan->high.digit[0] & 0x8000);
+      scan->any_negative && !scan->high_is_unsigned && (scan->high.digit[0] & 0x8000);
   scan->any_negative |= negative;
   if (cmp_integer_values(&value, is_signed, &scan->high, high_negative) > 0) {
     scan->high = value;
@@ -110,8 +110,8 @@ static void check_int_range(an_enum_scan *, a_constant *value, a_source_position
   // The same bits as an unsigned int are taken as an int, where the mode says so.
   bool same_size = constant_fits(value, ik_unsigned_int);
   an_error_severity severity =
-    same_size && !(strict_ansi_mode && strict_ansi_error_severity == es_error) ? es_warning
-                                                                               : es_error;
+      same_size && !(strict_ansi_mode && strict_ansi_error_severity == es_error) ? es_warning
+                                                                                 : es_error;
   pos_diagnostic(severity, ec_enum_value_out_of_int_range, position);
   a_constant truncated;
   clear_constant(&truncated, ck_integer);
@@ -154,16 +154,15 @@ static void advance_value(an_enum_scan *scan, const a_constant *value)
     incr_integer_value(&integer_of(&scan->next_value));
     return;
   }
-  if (kind == scan->largest_kind
-      || is_max_value_for_integer_kind(value, scan->largest_kind)
-      || !enum_types_can_be_larger_than_int) {
+  if (kind == scan->largest_kind || is_max_value_for_integer_kind(value, scan->largest_kind) ||
+      !enum_types_can_be_larger_than_int) {
     scan->next_value_overflows = true;
     return;
   }
   incr_integer_value(&integer_of(&scan->next_value));
   // The first wider kind holds it: a positive value, so an unsigned one serves too.
-  static const an_integer_kind wider[] = {ik_int, ik_unsigned_int, ik_long, ik_unsigned_long,
-                                          ik_long_long, ik_unsigned_long_long};
+  static const an_integer_kind wider[] = {ik_int,           ik_unsigned_int, ik_long,
+                                          ik_unsigned_long, ik_long_long,    ik_unsigned_long_long};
   for (an_integer_kind candidate : wider) {
     if (candidate < kind) continue;
     scan->next_value.type = integer_type(ik_unsigned_long_long);
@@ -265,8 +264,8 @@ static void enumerator_list(an_enum_scan *scan)
   remove_stop_token(tok_comma);
   remove_stop_token(tok_rbrace);
   // Values on the first or on all enumerators only.
-  if (check_misra_c_2004 && scan->with_value != 0 && scan->with_value != scan->total
-      && !(scan->with_value == 1 && scan->first_has_value)) {
+  if (check_misra_c_2004 && scan->with_value != 0 && scan->with_value != scan->total &&
+      !(scan->with_value == 1 && scan->first_has_value)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_9_3, pos_curr_token);
   }
 }
@@ -288,8 +287,8 @@ static an_integer_kind smallest_kind(an_enum_scan *scan)
 // The kind without packing; *fits is false when no kind holds all values.
 static an_integer_kind ordinary_kind(an_enum_scan *scan, bool *fits)
 {
-  static const an_integer_kind wide[] = {ik_int, ik_unsigned_int, ik_long, ik_unsigned_long,
-                                         ik_long_long, ik_unsigned_long_long};
+  static const an_integer_kind wide[] = {ik_int,           ik_unsigned_int, ik_long,
+                                         ik_unsigned_long, ik_long_long,    ik_unsigned_long_long};
   *fits = true;
   if (!enum_types_can_be_larger_than_int) return ik_int;
   for (an_integer_kind kind : wide) {
@@ -320,8 +319,8 @@ static void set_enum_kind(an_enum_scan *scan)
                    error_position);
   }
   // GNU: unsigned when no value is negative.
-  if (gcc_mode && !narrow && !scan->any_negative && enum_types_can_be_larger_than_int
-      && range_fits(scan, unsigned_int_kind_of[kind])) {
+  if (gcc_mode && !narrow && !scan->any_negative && enum_types_can_be_larger_than_int &&
+      range_fits(scan, unsigned_int_kind_of[kind])) {
     kind = unsigned_int_kind_of[kind];
   }
   part.int_kind = kind;
@@ -395,8 +394,8 @@ static void enum_base(an_enum_scan *scan)
 static void enum_body(an_enum_scan *scan, a_decl_parse_state *state)
 {
   a_type *type = scan->type;
-  scan->largest_kind = as_integer(type).underlying_is_fixed ? as_integer(type).int_kind
-                                                             : largest_enum_int_kind();
+  scan->largest_kind =
+      as_integer(type).underlying_is_fixed ? as_integer(type).int_kind : largest_enum_int_kind();
   clear_constant(&scan->next_value, ck_integer);
   set_integer_constant(&scan->next_value, 0, ik_int);
   get_token();
@@ -425,7 +424,7 @@ static a_type *named_enum(a_symbol_locator *locator, bool is_definition, a_decl_
 {
   bool is_alone = curr_token == tok_semicolon;
   a_type *type =
-    find_or_enter_tag(locator, sk_enum_tag, tk_integer, is_definition, is_alone, state);
+      find_or_enter_tag(locator, sk_enum_tag, tk_integer, is_definition, is_alone, state);
   if (is_error_type(type)) return type;
   if (!as_integer(type).is_enum) init_enum_type(type);
   if (is_definition && !type->is_incomplete) {
@@ -453,9 +452,8 @@ a_type *enum_specifier(uint32_t options, a_decl_parse_state *state, a_decl_pos_b
     is_scoped = true;
     get_token();
   }
-  an_attribute *attributes = curr_token == tok_attribute || curr_token == tok_declspec
-                               ? scan_attributes(al_tag)
-                               : nullptr;
+  an_attribute *attributes =
+      curr_token == tok_attribute || curr_token == tok_declspec ? scan_attributes(al_tag) : nullptr;
   an_enum_scan scan = {};
   state->tag_locator = cleared_locator;
   if (curr_token == tok_identifier) {

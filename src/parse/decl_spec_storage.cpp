@@ -39,8 +39,8 @@ static bool storage_class_may_appear(a_specifier_scan *scan, a_storage_class sto
     pos_error(ec_mult_storage_classes, position);
     return false;
   }
-  if ((state->specifier_flags & sf_is_inline) && C_dialect == 2 && storage != sc_static
-      && !(extern_inline_allowed && storage == sc_extern)) {
+  if ((state->specifier_flags & sf_is_inline) && C_dialect == 2 && storage != sc_static &&
+      !(extern_inline_allowed && storage == sc_extern)) {
     pos_error(ec_bad_storage_class_with_inline, pos_curr_token);
     return false;
   }
@@ -78,8 +78,8 @@ static bool context_allows_storage_class(a_specifier_scan *scan, a_storage_class
 {
   a_source_position position = pos_curr_token;
   uint32_t options = scan->options;
-  an_error_code refused =
-    C_dialect == 2 && storage == sc_typedef ? ec_typedef_not_allowed : ec_storage_class_not_allowed;
+  an_error_code refused = C_dialect == 2 && storage == sc_typedef ? ec_typedef_not_allowed
+                                                                  : ec_storage_class_not_allowed;
   if ((options & dso_member) && storage != sc_static && storage != sc_typedef) {
     pos_error(ec_bad_member_storage_class, position);
     return false;
@@ -223,8 +223,8 @@ void inline_specifier(a_specifier_scan *scan)
   } else if (state->specifier_flags & sf_is_inline) {
     pos_diagnostic(c99_mode || gcc_mode ? es_warning : es_error, ec_dupl_decl_specifier, position);
   } else {
-    bool bad_storage = C_dialect == 2 && scan->storage_seen && state->storage_class != sc_static
-                       && !(extern_inline_allowed && state->storage_class == sc_extern);
+    bool bad_storage = C_dialect == 2 && scan->storage_seen && state->storage_class != sc_static &&
+                       !(extern_inline_allowed && state->storage_class == sc_extern);
     if (bad_storage) {
       pos_error(ec_bad_storage_class_with_inline, position);
     } else {
@@ -365,10 +365,10 @@ void consume_memory_of_or_data16_20()
 static uint32_t dll_flag_of_attribute(const an_attribute *attribute)
 {
   switch (attribute->kind) {
-    case ak_dllimport: return dm_dllimport;
-    case ak_dllexport: return dm_dllexport;
-    case ak_notshared: return dm_notshared;
-    default: return 0;
+  case ak_dllimport: return dm_dllimport;
+  case ak_dllexport: return dm_dllexport;
+  case ak_notshared: return dm_notshared;
+  default: return 0;
   }
 }
 

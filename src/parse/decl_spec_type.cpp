@@ -29,8 +29,8 @@ static bool words_may_modify_typedef(const a_specifier_scan *scan)
 static bool words_fit_typedef(const a_specifier_scan *scan, a_type *type)
 {
   if (is_integral_or_enum_type(type)) return true;
-  return scan->size_word == size_long && scan->sign_word == sign_none
-         && is_real_floating_type(type);
+  return scan->size_word == size_long && scan->sign_word == sign_none &&
+         is_real_floating_type(type);
 }
 
 // The identifier that can't be a declarator's name stands for a type by mistake.
@@ -53,15 +53,24 @@ static void bad_type_name(a_specifier_scan *scan)
 static bool identifier_cannot_be_declarator()
 {
   switch (next_token()) {
-    case tok_identifier:
-    case tok_star:
-      return true;
-    case tok_const: case tok_volatile: case tok_int: case tok_char: case tok_long: case tok_short:
-    case tok_unsigned: case tok_signed: case tok_float: case tok_double: case tok_static:
-    case tok_extern: case tok_register: case tok_restrict: case tok_gnu_restrict:
-      return C_dialect != 1;
-    default:
-      return false;
+  case tok_identifier:
+  case tok_star: return true;
+  case tok_const:
+  case tok_volatile:
+  case tok_int:
+  case tok_char:
+  case tok_long:
+  case tok_short:
+  case tok_unsigned:
+  case tok_signed:
+  case tok_float:
+  case tok_double:
+  case tok_static:
+  case tok_extern:
+  case tok_register:
+  case tok_restrict:
+  case tok_gnu_restrict: return C_dialect != 1;
+  default: return false;
   }
 }
 
@@ -152,13 +161,20 @@ static void take_typedef_apart(a_specifier_scan *scan)
   a_size_word size = size_none;
   a_specifier_kind kind = spk_int;
   switch (as_integer(type).int_kind) {
-    case ik_char: case ik_signed_char: case ik_unsigned_char: kind = spk_char; break;
-    case ik_short: case ik_unsigned_short: size = size_short; break;
-    case ik_int: case ik_unsigned_int: break;
-    case ik_long: case ik_unsigned_long: size = size_long; break;
-    case ik_int40: case ik_unsigned_int40: size = size_int40; break;
-    case ik_long_long: case ik_unsigned_long_long: size = size_long_long; break;
-    case ik_none: return;
+  case ik_char:
+  case ik_signed_char:
+  case ik_unsigned_char: kind = spk_char; break;
+  case ik_short:
+  case ik_unsigned_short: size = size_short; break;
+  case ik_int:
+  case ik_unsigned_int: break;
+  case ik_long:
+  case ik_unsigned_long: size = size_long; break;
+  case ik_int40:
+  case ik_unsigned_int40: size = size_int40; break;
+  case ik_long_long:
+  case ik_unsigned_long_long: size = size_long_long; break;
+  case ik_none: return;
   }
   bool is_unsigned = unsigned_int_kind_of[as_integer(type).int_kind] == as_integer(type).int_kind;
   if (scan->size_word == size_none) {
@@ -174,7 +190,7 @@ static a_type *bad_combination(a_specifier_scan *scan)
 {
   if (!scan->error_seen) {
     a_source_position position =
-      is_null_position(scan->words_position) ? error_position : scan->words_position;
+        is_null_position(scan->words_position) ? error_position : scan->words_position;
     pos_error(ec_bad_combination_of_type_specifiers, position);
   }
   scan->error_seen = true;
@@ -185,11 +201,11 @@ static a_type *bad_combination(a_specifier_scan *scan)
 static a_type *integer_type_of_words(a_specifier_scan *scan)
 {
   static const an_integer_kind kinds[5][2] = {
-    {ik_int, ik_unsigned_int},
-    {ik_short, ik_unsigned_short},
-    {ik_long, ik_unsigned_long},
-    {ik_int40, ik_unsigned_int40},
-    {ik_long_long, ik_unsigned_long_long},
+      {ik_int, ik_unsigned_int},
+      {ik_short, ik_unsigned_short},
+      {ik_long, ik_unsigned_long},
+      {ik_int40, ik_unsigned_int40},
+      {ik_long_long, ik_unsigned_long_long},
   };
   bool is_unsigned = scan->sign_word == sign_unsigned;
   an_integer_kind kind = kinds[scan->size_word][is_unsigned];
@@ -200,9 +216,9 @@ static a_type *char_type_of_words(a_specifier_scan *scan)
 {
   if (scan->size_word != size_none) return bad_combination(scan);
   switch (scan->sign_word) {
-    case sign_none: return integer_type(plain_char_int_kind);
-    case sign_signed: return integer_type(ik_signed_char);
-    case sign_unsigned: return integer_type(ik_unsigned_char);
+  case sign_none: return integer_type(plain_char_int_kind);
+  case sign_signed: return integer_type(ik_signed_char);
+  case sign_unsigned: return integer_type(ik_unsigned_char);
   }
   return error_type();
 }
@@ -236,9 +252,9 @@ static a_type *float_type_of_words(a_specifier_scan *scan)
     kind = fk_long_double;
   }
   switch (scan->complex_word) {
-    case complex_none: return float_type(kind);
-    case complex_complex: return complex_type(kind);
-    case complex_imaginary: return imaginary_type(kind);
+  case complex_none: return float_type(kind);
+  case complex_complex: return complex_type(kind);
+  case complex_imaginary: return imaginary_type(kind);
   }
   return error_type();
 }
@@ -249,8 +265,8 @@ static void check_complex_word(a_specifier_scan *scan)
   if (scan->complex_word == complex_none) return;
   if (scan->kind == spk_float || scan->kind == spk_double || scan->kind == spk_error) return;
   const char *word = scan->complex_word == complex_complex ? "_Complex" : "_Imaginary";
-  if (scan->kind == spk_none && scan->sign_word == sign_none
-      && (scan->size_word == size_none || scan->size_word == size_long)) {
+  if (scan->kind == spk_none && scan->sign_word == sign_none &&
+      (scan->size_word == size_none || scan->size_word == size_long)) {
     scan->kind = spk_double;
     if (!gcc_mode && !gpp_mode) {
       pos_error(ec_missing_floating_point_type, scan->complex_position);
@@ -266,25 +282,25 @@ static a_type *type_of_words(a_specifier_scan *scan)
 {
   bool words = any_type_word(scan);
   switch (scan->kind) {
-    case spk_none:
-    case spk_int: return integer_type_of_words(scan);
-    case spk_void: return words ? bad_combination(scan) : void_type();
-    case spk_char: return char_type_of_words(scan);
-    case spk_wchar_t: return words ? bad_combination(scan) : wchar_t_type();
-    case spk_char16_t: return words ? bad_combination(scan) : char16_t_type();
-    case spk_char32_t: return words ? bad_combination(scan) : char32_t_type();
-    case spk_bool: return words ? bad_combination(scan) : bool_type();
-    case spk_float:
-    case spk_double: return float_type_of_words(scan);
-    case spk_type_name:
-    case spk_class:
-    case spk_enum:
-    case spk_typename: return words ? bad_combination(scan) : scan->type;
-    case spk_cl_vector:
-      if (words) return bad_combination(scan);
-      return scan->type ? scan->type : error_type();
-    case spk_unknown: return unknown_type();
-    case spk_error: return error_type();
+  case spk_none:
+  case spk_int: return integer_type_of_words(scan);
+  case spk_void: return words ? bad_combination(scan) : void_type();
+  case spk_char: return char_type_of_words(scan);
+  case spk_wchar_t: return words ? bad_combination(scan) : wchar_t_type();
+  case spk_char16_t: return words ? bad_combination(scan) : char16_t_type();
+  case spk_char32_t: return words ? bad_combination(scan) : char32_t_type();
+  case spk_bool: return words ? bad_combination(scan) : bool_type();
+  case spk_float:
+  case spk_double: return float_type_of_words(scan);
+  case spk_type_name:
+  case spk_class:
+  case spk_enum:
+  case spk_typename: return words ? bad_combination(scan) : scan->type;
+  case spk_cl_vector:
+    if (words) return bad_combination(scan);
+    return scan->type ? scan->type : error_type();
+  case spk_unknown: return unknown_type();
+  case spk_error: return error_type();
   }
   unexpected_kind("type specifier");
 }
@@ -323,8 +339,8 @@ static a_type *apply_qualifiers(a_decl_parse_state *state, a_type *type)
   unsigned qualifiers = state->type_qualifiers;
   if (qualifiers == 0 || is_error_type(type)) return type;
   check_repeated_qualifier(state, type);
-  if ((qualifiers & tq_restrict)
-      && !restrict_qualifier_is_allowed(type, &state->restrict_position)) {
+  if ((qualifiers & tq_restrict) &&
+      !restrict_qualifier_is_allowed(type, &state->restrict_position)) {
     qualifiers &= ~tq_restrict;
   }
   if (is_function_type(type)) {

@@ -28,9 +28,9 @@ struct a_declarator_scan {
   a_symbol_locator *locator;
   a_func_info_block *func_info;
   a_decl_pos_block *pos_block;
-  a_declarator_part *last;     // the part farthest from the name
+  a_declarator_part *last; // the part farthest from the name
   bool name_seen : 1;
-  bool abstract : 1;           // it is settled that no name comes
+  bool abstract : 1; // it is settled that no name comes
 };
 
 static a_declarator_part *free_parts;
@@ -67,27 +67,20 @@ static void push_part(a_declarator_scan *scan, a_declarator_part *part)
 static bool pointer_operator_kind(a_declarator_part_kind *kind)
 {
   switch (curr_token) {
-    case tok_star:
-      *kind = dpk_pointer;
-      return true;
-    case tok_ampersand:
-      *kind = dpk_reference;
-      return C_dialect == 2;
-    case tok_and_and:
-      *kind = dpk_rvalue_reference;
-      return C_dialect == 2 && rvalue_references_enabled;
-    case tok_ptr_to_member:
-      *kind = dpk_ptr_to_member;
-      return C_dialect == 2;
-    default:
-      return false;
+  case tok_star: *kind = dpk_pointer; return true;
+  case tok_ampersand: *kind = dpk_reference; return C_dialect == 2;
+  case tok_and_and:
+    *kind = dpk_rvalue_reference;
+    return C_dialect == 2 && rvalue_references_enabled;
+  case tok_ptr_to_member: *kind = dpk_ptr_to_member; return C_dialect == 2;
+  default: return false;
   }
 }
 
 static void consume_memory_words()
 {
-  while (ulp_standalone_ext
-         && (curr_token == tok_data16 || curr_token == tok_data20 || curr_token == tok_memory_of)) {
+  while (ulp_standalone_ext &&
+         (curr_token == tok_data16 || curr_token == tok_data20 || curr_token == tok_memory_of)) {
     get_token();
   }
 }
@@ -139,8 +132,8 @@ static a_type *pointer_to(a_declarator_part *part, a_type *base)
   }
   a_type *type = make_pointer_type(base);
   unsigned qualifiers = part->qualifiers;
-  if ((qualifiers & tq_restrict)
-      && !restrict_qualifier_is_allowed(type, &part->restrict_position)) {
+  if ((qualifiers & tq_restrict) &&
+      !restrict_qualifier_is_allowed(type, &part->restrict_position)) {
     qualifiers &= ~tq_restrict;
   }
   return qualifiers ? f_make_qualified_type(type, qualifiers, -1) : type;
@@ -156,8 +149,8 @@ static a_type *reference_to(a_declarator_part *part, a_type *base)
     pos_error(ec_reference_to_void, part->position);
     return error_type();
   }
-  a_type *type = part->kind == dpk_reference ? make_reference_type(base)
-                                             : make_rvalue_reference_type(base);
+  a_type *type =
+      part->kind == dpk_reference ? make_reference_type(base) : make_rvalue_reference_type(base);
   return part->qualifiers ? f_make_qualified_type(type, part->qualifiers, -1) : type;
 }
 
@@ -180,18 +173,13 @@ static bool element_type_ok(a_type *element, a_source_position position)
 {
   a_type *type = skip_typerefs(element);
   switch (type->kind) {
-    case tk_routine:
-      pos_error(ec_array_of_function, position);
-      return false;
-    case tk_void:
-      pos_error(ec_array_of_void, position);
-      return false;
-    case tk_array:
-      if (!is_incomplete_array_type(type)) return true;
-      pos_error(ec_bad_array_element_type, position);
-      return false;
-    default:
-      break;
+  case tk_routine: pos_error(ec_array_of_function, position); return false;
+  case tk_void: pos_error(ec_array_of_void, position); return false;
+  case tk_array:
+    if (!is_incomplete_array_type(type)) return true;
+    pos_error(ec_bad_array_element_type, position);
+    return false;
+  default: break;
   }
   if (is_any_reference_type(type)) {
     pos_error(ec_array_of_reference, position);
@@ -285,12 +273,12 @@ a_type *apply_declarator_part(a_declarator_part *part, a_type *base, a_decl_pars
     return error_type();
   }
   switch (part->kind) {
-    case dpk_pointer: type = pointer_to(part, base); break;
-    case dpk_reference:
-    case dpk_rvalue_reference: type = reference_to(part, base); break;
-    case dpk_ptr_to_member: type = member_pointer_to(part, base); break;
-    case dpk_array: type = array_of(part, base); break;
-    case dpk_function: type = function_returning(part, base, state); break;
+  case dpk_pointer: type = pointer_to(part, base); break;
+  case dpk_reference:
+  case dpk_rvalue_reference: type = reference_to(part, base); break;
+  case dpk_ptr_to_member: type = member_pointer_to(part, base); break;
+  case dpk_array: type = array_of(part, base); break;
+  case dpk_function: type = function_returning(part, base, state); break;
   }
   if (part->attributes) attach_type_attributes(&type, part->attributes, state);
   return type;
@@ -456,8 +444,8 @@ static void suffixes(a_declarator_scan *scan)
   for (;;) {
     if (curr_token == tok_lbracket && !(scan->options & dop_no_array_or_function)) {
       array_suffix(scan);
-    } else if (curr_token == tok_lparen
-               && !(scan->options & (dop_no_function | dop_no_array_or_function))) {
+    } else if (curr_token == tok_lparen &&
+               !(scan->options & (dop_no_function | dop_no_array_or_function))) {
       if (initializer_paren(scan)) {
         scan->state->declarator_flags |= df_is_function_body_paren;
         return;

@@ -139,8 +139,8 @@ static void bracket_qualifiers(uint32_t options, bool is_first, a_type *array,
     if (curr_token == tok_static && (c99_mode || gcc_mode)) {
       static_seen = true;
       get_token();
-    } else if (curr_token == tok_const || curr_token == tok_volatile || curr_token == tok_restrict
-               || curr_token == tok_gnu_restrict) {
+    } else if (curr_token == tok_const || curr_token == tok_volatile ||
+               curr_token == tok_restrict || curr_token == tok_gnu_restrict) {
       unsigned more = 0;
       collect_type_qualifiers(nullptr, &more);
       qualifiers |= more;

@@ -40,7 +40,8 @@ void add_vla_fixup_entry(a_type *array_type, an_expr_node *bound, a_source_posit
   fixup->bound = bound;
   fixup->position = position;
   a_vla_fixup **link = curr_vla_fixups;
-  while (*link) link = &(*link)->next;
+  while (*link)
+    link = &(*link)->next;
   *link = fixup;
 }
 
@@ -135,8 +136,8 @@ static bool is_void_list(const a_prototype_scan *scan, const a_decl_parse_state 
 {
   if (scan->count != 0 || curr_token != tok_rparen) return false;
   if (!is_void_type(state->type_specifier)) return false;
-  if (state->type_qualifiers != 0 || state->storage_class != sc_unspecified
-      || get_type_qualifiers(state->type_specifier) != 0) {
+  if (state->type_qualifiers != 0 || state->storage_class != sc_unspecified ||
+      get_type_qualifiers(state->type_specifier) != 0) {
     return false;
   }
   if (!(state->specifier_flags & sf_is_void_only) && strict_ansi_mode) {
@@ -155,8 +156,8 @@ static void check_void_parameter(a_decl_parse_state *state)
 
 static void parameter_specifiers(a_decl_parse_state *state, a_decl_pos_block *pos_block)
 {
-  decl_specifiers(dso_type_ok | dso_storage_class_ok | dso_parameter | dso_class_def_ok
-                    | dso_check_missing_semicolon | dso_std_attributes_ok,
+  decl_specifiers(dso_type_ok | dso_storage_class_ok | dso_parameter | dso_class_def_ok |
+                      dso_check_missing_semicolon | dso_std_attributes_ok,
                   state, pos_block);
   if (C_dialect == 2 && (state->specifier_flags & sf_defines_type)) {
     pos_error(ec_type_definition_not_allowed, state->start_position);
@@ -227,10 +228,10 @@ static void note_parameter(a_prototype_scan *scan, a_decl_parse_state *state, a_
   if (scan->func_info == nullptr) return;
   a_type *written = skip_typerefs(param->orig_type);
   a_source_position position =
-    locator->header != nullptr ? locator->position : state->start_position;
+      locator->header != nullptr ? locator->position : state->start_position;
   a_storage_class storage = state->storage_class == sc_register ? sc_register : sc_unspecified;
   a_param_id *id =
-    add_to_param_id_list(locator, state->declared_type, &position, storage, scan->func_info);
+      add_to_param_id_list(locator, state->declared_type, &position, storage, scan->func_info);
   id->param_type = param;
   id->symbol = symbol;
   id->qualifiers = param->qualifiers;
@@ -371,8 +372,8 @@ static void cplusplus_tail(a_type *routine_type, a_func_info_block *func_info)
   exception_specification(routine_type);
 }
 
-void function_declarator(uint32_t options, a_decl_parse_state *state,
-                         a_func_info_block *func_info, a_declarator_part *part)
+void function_declarator(uint32_t options, a_decl_parse_state *state, a_func_info_block *func_info,
+                         a_declarator_part *part)
 {
   a_type *routine_type = alloc_type(tk_routine);
   a_routine_type_supplement *supplement = routine_supplement_of(routine_type);

@@ -137,8 +137,8 @@ static void specifiers_alone(a_decl_parse_state *state)
 
 static uint32_t specifier_options(const a_declaration_context *context)
 {
-  uint32_t options = dso_storage_class_ok | dso_type_ok | dso_class_def_ok
-                     | dso_check_missing_semicolon | dso_std_attributes_ok;
+  uint32_t options = dso_storage_class_ok | dso_type_ok | dso_class_def_ok |
+                     dso_check_missing_semicolon | dso_std_attributes_ok;
   if (!context->parameter_decls) options |= dso_inline_ok;
   return options;
 }
@@ -261,17 +261,15 @@ static bool declarator_list(const a_declaration_context *context, a_decl_parse_s
 static bool cannot_begin_declaration()
 {
   switch (curr_token) {
-    case tok_identifier:
-    case tok_star:
-    case tok_lparen:
-    case tok_semicolon:
-    case tok_colon_colon:
-    case tok_compl:
-    case tok_operator:
-    case tok_ampersand:
-      return false;
-    default:
-      return true;
+  case tok_identifier:
+  case tok_star:
+  case tok_lparen:
+  case tok_semicolon:
+  case tok_colon_colon:
+  case tok_compl:
+  case tok_operator:
+  case tok_ampersand: return false;
+  default: return true;
   }
 }
 
@@ -286,8 +284,8 @@ static void not_a_declaration()
   add_stop_token(tok_semicolon);
   syntax_error(ec_exp_declaration);
   remove_stop_token(tok_semicolon);
-  if (curr_token == tok_semicolon
-      || (curr_token_sequence_number == sequence_number && curr_token != tok_end_of_source)) {
+  if (curr_token == tok_semicolon ||
+      (curr_token_sequence_number == sequence_number && curr_token != tok_end_of_source)) {
     get_token();
   }
 }
@@ -296,34 +294,30 @@ static void not_a_declaration()
 static bool special_form(a_declaration_context *context, an_attribute *attributes)
 {
   switch (curr_token) {
-    case tok_semicolon:
-      if (strict_ansi_mode && C_dialect != 1) {
-        pos_diagnostic(strict_ansi_discretionary_severity, ec_extra_semicolon, pos_curr_token);
-      }
-      get_token();
-      return true;
-    case tok_asm:
-    case tok_gnu_asm:
-      asm_declaration(!context->top_level && in_statement_context(), !context->parameter_decls,
-                      &attributes);
-      required_token(tok_semicolon, ec_exp_semicolon);
-      return true;
-    case tok_static_assert:
-      static_assert_declaration(false);
-      return true;
-    case tok_extern:
-      if (C_dialect == 2 && next_token() == tok_string_literal) return linkage_specification();
-      return false;
-    case tok_namespace:
-    case tok_using:
-      return namespace_or_using_declaration(attributes);
-    case tok_template:
-    case tok_export:
-      pos_error(ec_template_not_allowed, pos_curr_token);
-      not_a_declaration();
-      return true;
-    default:
-      return false;
+  case tok_semicolon:
+    if (strict_ansi_mode && C_dialect != 1) {
+      pos_diagnostic(strict_ansi_discretionary_severity, ec_extra_semicolon, pos_curr_token);
+    }
+    get_token();
+    return true;
+  case tok_asm:
+  case tok_gnu_asm:
+    asm_declaration(!context->top_level && in_statement_context(), !context->parameter_decls,
+                    &attributes);
+    required_token(tok_semicolon, ec_exp_semicolon);
+    return true;
+  case tok_static_assert: static_assert_declaration(false); return true;
+  case tok_extern:
+    if (C_dialect == 2 && next_token() == tok_string_literal) return linkage_specification();
+    return false;
+  case tok_namespace:
+  case tok_using: return namespace_or_using_declaration(attributes);
+  case tok_template:
+  case tok_export:
+    pos_error(ec_template_not_allowed, pos_curr_token);
+    not_a_declaration();
+    return true;
+  default: return false;
   }
 }
 

@@ -15,48 +15,44 @@
 
 bool symbol_is_object_or_routine(const a_symbol *symbol)
 {
-  return symbol->kind == sk_variable || symbol->kind == sk_static_data_member
-         || symbol->kind == sk_routine || symbol->kind == sk_member_function
-         || symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine;
+  return symbol->kind == sk_variable || symbol->kind == sk_static_data_member ||
+         symbol->kind == sk_routine || symbol->kind == sk_member_function ||
+         symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine;
 }
 
 a_type *type_of_linked_symbol(a_symbol *symbol)
 {
   switch (symbol->kind) {
-    case sk_variable:
-    case sk_static_data_member: return variable_of_symbol(symbol)->type;
-    case sk_routine:
-    case sk_member_function: return routine_of_symbol(symbol)->type;
-    case sk_extern_variable:
-    case sk_extern_routine: return symbol->variant.extern_entity.type;
-    default: return error_type();
+  case sk_variable:
+  case sk_static_data_member: return variable_of_symbol(symbol)->type;
+  case sk_routine:
+  case sk_member_function: return routine_of_symbol(symbol)->type;
+  case sk_extern_variable:
+  case sk_extern_routine: return symbol->variant.extern_entity.type;
+  default: return error_type();
   }
 }
 
 void set_type_of_linked_symbol(a_symbol *symbol, a_type *type)
 {
   switch (symbol->kind) {
-    case sk_variable:
-    case sk_static_data_member:
-      variable_of_symbol(symbol)->type = type;
-      return;
-    case sk_routine:
-    case sk_member_function:
-      routine_of_symbol(symbol)->type = type;
-      return;
-    case sk_extern_variable:
-      symbol->variant.extern_entity.type = type;
-      if (symbol->variant.extern_entity.entity.variable) {
-        symbol->variant.extern_entity.entity.variable->type = type;
-      }
-      return;
-    case sk_extern_routine:
-      symbol->variant.extern_entity.type = type;
-      if (symbol->variant.extern_entity.entity.routine) {
-        symbol->variant.extern_entity.entity.routine->type = type;
-      }
-      return;
-    default: return;
+  case sk_variable:
+  case sk_static_data_member: variable_of_symbol(symbol)->type = type; return;
+  case sk_routine:
+  case sk_member_function: routine_of_symbol(symbol)->type = type; return;
+  case sk_extern_variable:
+    symbol->variant.extern_entity.type = type;
+    if (symbol->variant.extern_entity.entity.variable) {
+      symbol->variant.extern_entity.entity.variable->type = type;
+    }
+    return;
+  case sk_extern_routine:
+    symbol->variant.extern_entity.type = type;
+    if (symbol->variant.extern_entity.entity.routine) {
+      symbol->variant.extern_entity.entity.routine->type = type;
+    }
+    return;
+  default: return;
   }
 }
 
@@ -102,40 +98,35 @@ void init_decision(a_decl_decision *decision, a_symbol_locator *locator, a_decl_
 static bool has_linkage(a_symbol *symbol)
 {
   switch (symbol->kind) {
-    case sk_routine:
-    case sk_member_function:
-    case sk_extern_routine:
-    case sk_extern_variable:
-    case sk_static_data_member:
-      return true;
-    case sk_variable: {
-      a_variable *variable = variable_of_symbol(symbol);
-      if (variable->is_external_in_block) return true;
-      return !variable->source_corresp.is_local && variable->storage_class != sc_auto
-             && variable->storage_class != sc_register;
-    }
-    default:
-      return false;
+  case sk_routine:
+  case sk_member_function:
+  case sk_extern_routine:
+  case sk_extern_variable:
+  case sk_static_data_member: return true;
+  case sk_variable: {
+    a_variable *variable = variable_of_symbol(symbol);
+    if (variable->is_external_in_block) return true;
+    return !variable->source_corresp.is_local && variable->storage_class != sc_auto &&
+           variable->storage_class != sc_register;
+  }
+  default: return false;
   }
 }
 
 static bool is_internal(a_symbol *symbol)
 {
   switch (symbol->kind) {
-    case sk_variable:
-      return variable_of_symbol(symbol)->storage_class == sc_static;
-    case sk_routine:
-      return routine_of_symbol(symbol)->storage_class == sc_static;
-    case sk_extern_variable: {
-      a_variable *variable = symbol->variant.extern_entity.entity.variable;
-      return variable && variable->storage_class == sc_static;
-    }
-    case sk_extern_routine: {
-      a_routine *routine = symbol->variant.extern_entity.entity.routine;
-      return routine && routine->storage_class == sc_static;
-    }
-    default:
-      return false;
+  case sk_variable: return variable_of_symbol(symbol)->storage_class == sc_static;
+  case sk_routine: return routine_of_symbol(symbol)->storage_class == sc_static;
+  case sk_extern_variable: {
+    a_variable *variable = symbol->variant.extern_entity.entity.variable;
+    return variable && variable->storage_class == sc_static;
+  }
+  case sk_extern_routine: {
+    a_routine *routine = symbol->variant.extern_entity.entity.routine;
+    return routine && routine->storage_class == sc_static;
+  }
+  default: return false;
   }
 }
 
@@ -199,8 +190,8 @@ static an_id_linkage_kind linkage_by_specifiers(const a_decl_decision *decision)
 {
   const a_decl_parse_state *state = decision->state;
   if (decision->storage_class == sc_static) return idl_internal;
-  if (decision->routine && (state->specifier_flags & sf_is_inline) && !extern_inline_allowed
-      && C_dialect == 2) {
+  if (decision->routine && (state->specifier_flags & sf_is_inline) && !extern_inline_allowed &&
+      C_dialect == 2) {
     return idl_internal;
   }
   bool is_cpp_const = C_dialect == 2 && !decision->routine &&
@@ -231,8 +222,8 @@ static void follow_prior_linkage(a_decl_decision *decision)
     prior = decision->prior_extern_symbol;
   if (prior == nullptr || !symbol_is_object_or_routine(prior) || !has_linkage(prior)) return;
   check_change_of_routine(decision, prior);
-  bool follows = decision->storage_class == sc_extern
-                 || (decision->routine && decision->storage_class == sc_unspecified);
+  bool follows = decision->storage_class == sc_extern ||
+                 (decision->routine && decision->storage_class == sc_unspecified);
   if (follows && is_internal(prior)) decision->linkage = idl_internal;
 }
 
@@ -267,9 +258,9 @@ void set_name_linkage(a_decl_decision *decision, a_symbol *symbol, a_source_corr
   if (old == nlk_none || old == nlk_internal) {
     corresp->name_linkage = linkage;
   } else if (old != linkage && decision->has_explicit_linkage) {
-    an_error_severity severity = decision->routine   ? es_error
+    an_error_severity severity = decision->routine  ? es_error
                                  : strict_ansi_mode ? strict_ansi_error_severity
-                                                     : es_warning;
+                                                    : es_warning;
     if (!(gpp_mode && decision->in_class)) {
       pos_sy_diagnostic(severity, ec_incompatible_linkage_specifier, decision->locator->position,
                         symbol);

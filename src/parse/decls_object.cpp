@@ -197,8 +197,8 @@ static a_symbol *symbol_for_variable(a_decl_decision *decision)
     return declare_block_extern(decision);
   }
   a_symbol *prior = decision->prior_symbol;
-  if (prior && decision->linkage != idl_none
-      && (prior->kind == sk_variable || prior->kind == sk_routine)) {
+  if (prior && decision->linkage != idl_none &&
+      (prior->kind == sk_variable || prior->kind == sk_routine)) {
     return redeclare(decision, prior);
   }
   if (decision->prior_extern_symbol && decision->linkage != idl_none) {
@@ -299,8 +299,8 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
 {
   a_decl_decision decision;
   init_decision(&decision, locator, state, nullptr, flags);
-  bool is_register_variable = state->storage_class == sc_register && state->asm_name != nullptr
-                              && !in_function_scope();
+  bool is_register_variable =
+      state->storage_class == sc_register && state->asm_name != nullptr && !in_function_scope();
   if (is_register_variable) {
     // It names a register of the machine: nothing is defined.
     decision.is_definition = decision.is_tentative = false;
@@ -452,8 +452,8 @@ void object_declaration(a_symbol_locator *locator, a_decl_parse_state *state, bo
   check_object_specifiers(locator, state);
   settle_storage_class(state);
   if (curr_token == tok_at_sign) {
-    while (curr_token != tok_semicolon && curr_token != tok_comma && curr_token != tok_assign
-           && curr_token != tok_end_of_source) {
+    while (curr_token != tok_semicolon && curr_token != tok_comma && curr_token != tok_assign &&
+           curr_token != tok_end_of_source) {
       get_token();
     }
   }

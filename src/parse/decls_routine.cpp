@@ -30,8 +30,8 @@ static bool is_char_pointer_pointer(a_type *type)
   type = type_pointed_to(type);
   if (!is_pointer_type(type)) return false;
   type = skip_typerefs(type_pointed_to(type));
-  return type->kind == tk_integer && as_integer(type).int_kind == plain_char_int_kind
-         && !as_integer(type).is_enum;
+  return type->kind == tk_integer && as_integer(type).int_kind == plain_char_int_kind &&
+         !as_integer(type).is_enum;
 }
 
 static void check_main_parameters(a_type *type)
@@ -53,8 +53,8 @@ void check_main_function(a_func_info_block *func_info, a_type *type, a_storage_c
                          bool *is_inline, a_source_position *position)
 {
   if (is_error_type(type)) return;
-  if (!identical_types(return_type_of(type), integer_type(ik_int))
-      && !is_error_type(return_type_of(type)) && strict_ansi_mode) {
+  if (!identical_types(return_type_of(type), integer_type(ik_int)) &&
+      !is_error_type(return_type_of(type)) && strict_ansi_mode) {
     pos_diagnostic(strict_ansi_error_severity, ec_bad_return_type_on_main, *position);
   }
   if (C_dialect == 2 || strict_ansi_mode) {
@@ -241,8 +241,7 @@ static bool merge_types(a_decl_decision *decision, a_symbol *prior, a_routine *r
                               decision->state)) {
     return true;
   }
-  return takes_void_return(decision, prior, routine)
-         || new_type_replaces(decision, prior, routine);
+  return takes_void_return(decision, prior, routine) || new_type_replaces(decision, prior, routine);
 }
 
 // C99 6.2.2p7.
@@ -292,8 +291,8 @@ static a_symbol *redeclare(a_decl_decision *decision, a_symbol *prior)
   if (!is_routine_symbol(prior)) return incompatible_with(decision, prior);
   a_routine *routine = routine_of_symbol(prior);
   if (!merge_types(decision, prior, routine)) return incompatible_with(decision, prior);
-  if (decision->is_definition && (routine->is_defined || prior->defined)
-      && !replaces_extern_inline(decision, prior, routine)) {
+  if (decision->is_definition && (routine->is_defined || prior->defined) &&
+      !replaces_extern_inline(decision, prior, routine)) {
     pos_sy_error(ec_already_defined, decision->locator->position, prior);
     return replacement_symbol(decision);
   }
@@ -446,8 +445,8 @@ void update_dll_info_for_routine(a_routine *routine, a_decl_parse_state *state)
 static void misra_checks(const a_decl_decision *decision)
 {
   if (!check_misra_c_2004) return;
-  if (decision->is_definition && decision->storage_class != sc_static
-      && decision->prior_symbol == nullptr && !decision->routine->is_main) {
+  if (decision->is_definition && decision->storage_class != sc_static &&
+      decision->prior_symbol == nullptr && !decision->routine->is_main) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_1, decision->locator->position);
   }
   if (decision->at_block_level && !decision->is_implicit) {
@@ -468,8 +467,8 @@ static void check_void_return(const a_decl_decision *decision)
 static a_type *type_without_function_qualifiers(a_decl_decision *decision)
 {
   a_type *type = skip_typerefs(decision->type);
-  if (type->kind != tk_routine || routine_supplement_of(type)->this_qualifiers == 0
-      || decision->in_class) {
+  if (type->kind != tk_routine || routine_supplement_of(type)->this_qualifiers == 0 ||
+      decision->in_class) {
     return decision->type;
   }
   pos_error(ec_bad_qualified_function_type, decision->locator->position);
@@ -527,7 +526,7 @@ void decl_routine(a_symbol_locator *locator, a_decl_parse_state *state,
   set_asm_name(state, &routine->asm_name, was_defined);
   routine->visibility = visibility_with_default(routine->visibility, &routine->source_corresp);
   a_decl_position_supplement *supplement =
-    pos_block ? make_decl_pos_supplement(&routine->source_corresp, pos_block) : nullptr;
+      pos_block ? make_decl_pos_supplement(&routine->source_corresp, pos_block) : nullptr;
   record_symbol_declaration(flags & (rdf_declaration | rdf_definition), symbol, &locator->position,
                             supplement);
   if (linkage) *linkage = decision.linkage;
@@ -558,12 +557,10 @@ a_symbol *declare_implicit_routine(a_symbol_locator *locator)
 static void check_function_storage_class(a_decl_parse_state *state)
 {
   switch (state->effective_storage_class) {
-    case sc_unspecified:
-    case sc_extern:
-    case sc_static:
-      return;
-    default:
-      break;
+  case sc_unspecified:
+  case sc_extern:
+  case sc_static: return;
+  default: break;
   }
   pos_error(ec_bad_function_storage_class, state->storage_class_position);
   state->storage_class = state->effective_storage_class = sc_unspecified;
@@ -591,23 +588,20 @@ static void check_block_storage_class(a_decl_parse_state *state)
 static bool body_follows(const a_func_info_block *func_info)
 {
   switch (curr_token) {
-    case tok_semicolon:
-    case tok_comma:
-    case tok_asm:
-    case tok_gnu_asm:
-    case tok_assign:
-    case tok_lparen:
-    case tok_end_of_source:
-      return false;
-    case tok_lbrace:
-    case tok_try:
-      return true;
-    case tok_colon:
-      return C_dialect == 2;
-    default:
-      // Declarations of the names of an identifier list.
-      return C_dialect != 2 && func_info->is_old_style && func_info->param_ids != nullptr
-             && is_decl_start(0);
+  case tok_semicolon:
+  case tok_comma:
+  case tok_asm:
+  case tok_gnu_asm:
+  case tok_assign:
+  case tok_lparen:
+  case tok_end_of_source: return false;
+  case tok_lbrace:
+  case tok_try: return true;
+  case tok_colon: return C_dialect == 2;
+  default:
+    // Declarations of the names of an identifier list.
+    return C_dialect != 2 && func_info->is_old_style && func_info->param_ids != nullptr &&
+           is_decl_start(0);
   }
 }
 

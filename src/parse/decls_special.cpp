@@ -69,8 +69,8 @@ static void asm_qualifiers(bool *is_volatile)
       *is_volatile = true;
     } else if (curr_token == tok_const) {
       pos_warning(ec_const_ignored, pos_curr_token);
-    } else if (curr_token == tok_volatile || curr_token == tok_restrict || curr_token == tok_goto
-               || curr_token == tok_inline) {
+    } else if (curr_token == tok_volatile || curr_token == tok_restrict || curr_token == tok_goto ||
+               curr_token == tok_inline) {
       pos_error(ec_invalid_asm_qualifiers, pos_curr_token);
     } else {
       return;
@@ -137,7 +137,8 @@ static void linkage_body()
 {
   get_token();
   add_stop_token(tok_rbrace);
-  while (token_loop_continues(tok_rbrace)) declaration(true, false, true, false, nullptr, nullptr);
+  while (token_loop_continues(tok_rbrace))
+    declaration(true, false, true, false, nullptr, nullptr);
   remove_stop_token(tok_rbrace);
   required_token(tok_rbrace, ec_exp_rbrace);
 }
@@ -177,8 +178,7 @@ static void namespace_alias(a_symbol_locator *locator)
 {
   get_token();
   bool error_found = false;
-  a_symbol *target =
-    coalesce_and_lookup_generalized_identifier(0, lo_namespace_only, &error_found);
+  a_symbol *target = coalesce_and_lookup_generalized_identifier(0, lo_namespace_only, &error_found);
   if (target == nullptr || target->kind != sk_namespace) {
     pos_error(ec_missing_namespace_name, pos_curr_token);
   } else {
@@ -247,7 +247,8 @@ static void namespace_definition()
     push_namespace_scope(sck_namespace, name_space);
   }
   add_stop_token(tok_rbrace);
-  while (token_loop_continues(tok_rbrace)) declaration(true, false, false, false, nullptr, nullptr);
+  while (token_loop_continues(tok_rbrace))
+    declaration(true, false, false, false, nullptr, nullptr);
   remove_stop_token(tok_rbrace);
   if (is_extension) {
     pop_namespace_extension_scope();
@@ -304,13 +305,12 @@ static void using_declaration(a_source_position position)
 {
   bool error_found = false;
   a_symbol *symbol = coalesce_and_lookup_generalized_identifier(0, lo_none, &error_found);
-  if (curr_token == tok_identifier && !locator_for_curr_id.is_qualified
-      && !nonstandard_using_decl_allowed) {
+  if (curr_token == tok_identifier && !locator_for_curr_id.is_qualified &&
+      !nonstandard_using_decl_allowed) {
     pos_error(ec_namespace_qualified_name_required, pos_curr_token);
   } else if (symbol == nullptr) {
     if (!error_found && curr_token == tok_identifier) {
-      pos_st_error(ec_undefined_identifier, pos_curr_token,
-                   locator_for_curr_id.header->identifier);
+      pos_st_error(ec_undefined_identifier, pos_curr_token, locator_for_curr_id.header->identifier);
     }
   } else if (symbol->kind == sk_namespace) {
     pos_error(ec_namespace_name_not_allowed, pos_curr_token);
@@ -353,8 +353,8 @@ bool namespace_or_using_declaration(an_attribute *attributes)
   if (attributes) pos_error(ec_invalid_attribute_location, attributes->position);
   if (curr_token == tok_namespace) {
     using_directive();
-  } else if (alias_declarations_enabled && curr_token == tok_identifier
-             && next_token() == tok_assign) {
+  } else if (alias_declarations_enabled && curr_token == tok_identifier &&
+             next_token() == tok_assign) {
     a_decl_parse_state state = null_decl_parse_state;
     alias_declaration(&state, &position);
   } else {

@@ -36,30 +36,68 @@ a_symbol *curr_type_symbol()
 static bool is_type_keyword()
 {
   switch (curr_token) {
-    case tok_char: case tok_double: case tok_float: case tok_int: case tok_long: case tok_short:
-    case tok_signed: case tok_unsigned: case tok_void: case tok_const: case tok_volatile:
-    case tok_restrict: case tok_gnu_restrict: case tok_enum: case tok_struct: case tok_union:
-    case tok_class: case tok_c99_bool: case tok_complex: case tok_imaginary: case tok_bool:
-    case tok_wchar_t: case tok_char16_t: case tok_char32_t: case tok_cl_vector: case tok_int40_t:
-    case tok_typeof: case tok_decltype: case tok_underlying_type: case tok_typename:
-    case tok_data16: case tok_data20:
-      return true;
-    default:
-      return false;
+  case tok_char:
+  case tok_double:
+  case tok_float:
+  case tok_int:
+  case tok_long:
+  case tok_short:
+  case tok_signed:
+  case tok_unsigned:
+  case tok_void:
+  case tok_const:
+  case tok_volatile:
+  case tok_restrict:
+  case tok_gnu_restrict:
+  case tok_enum:
+  case tok_struct:
+  case tok_union:
+  case tok_class:
+  case tok_c99_bool:
+  case tok_complex:
+  case tok_imaginary:
+  case tok_bool:
+  case tok_wchar_t:
+  case tok_char16_t:
+  case tok_char32_t:
+  case tok_cl_vector:
+  case tok_int40_t:
+  case tok_typeof:
+  case tok_decltype:
+  case tok_underlying_type:
+  case tok_typename:
+  case tok_data16:
+  case tok_data20: return true;
+  default: return false;
   }
 }
 
 static bool is_storage_or_function_keyword()
 {
   switch (curr_token) {
-    case tok_auto: case tok_extern: case tok_register: case tok_static: case tok_typedef:
-    case tok_inline: case tok_thread: case tok_mutable: case tok_friend: case tok_virtual:
-    case tok_explicit: case tok_near: case tok_far: case tok_shared: case tok_sharedpp:
-    case tok_trap: case tok_interrupt: case tok_interrupt_keyword: case tok_reentrant:
-    case tok_cregister: case tok_global: case tok_declspec:
-      return true;
-    default:
-      return false;
+  case tok_auto:
+  case tok_extern:
+  case tok_register:
+  case tok_static:
+  case tok_typedef:
+  case tok_inline:
+  case tok_thread:
+  case tok_mutable:
+  case tok_friend:
+  case tok_virtual:
+  case tok_explicit:
+  case tok_near:
+  case tok_far:
+  case tok_shared:
+  case tok_sharedpp:
+  case tok_trap:
+  case tok_interrupt:
+  case tok_interrupt_keyword:
+  case tok_reentrant:
+  case tok_cregister:
+  case tok_global:
+  case tok_declspec: return true;
+  default: return false;
   }
 }
 
@@ -88,18 +126,17 @@ static bool is_unknown_type_name(uint32_t options)
 bool is_decl_start(uint32_t options)
 {
   switch (curr_token) {
-    case tok_identifier:
-      return curr_type_symbol() != nullptr || is_unknown_type_name(options);
-    case tok_colon_colon:
-      return curr_type_symbol() != nullptr;
-    case tok_attribute:
-      return true;
-    case tok_lbracket:
-      return std_attributes_enabled && C_dialect == 2 && next_token() == tok_lbracket;
-    case tok_static_assert: case tok_using: case tok_namespace: case tok_template: case tok_export:
-      return !(options & dst_parameter);
-    default:
-      return is_type_keyword() || is_storage_or_function_keyword();
+  case tok_identifier: return curr_type_symbol() != nullptr || is_unknown_type_name(options);
+  case tok_colon_colon: return curr_type_symbol() != nullptr;
+  case tok_attribute: return true;
+  case tok_lbracket:
+    return std_attributes_enabled && C_dialect == 2 && next_token() == tok_lbracket;
+  case tok_static_assert:
+  case tok_using:
+  case tok_namespace:
+  case tok_template:
+  case tok_export: return !(options & dst_parameter);
+  default: return is_type_keyword() || is_storage_or_function_keyword();
   }
 }
 
@@ -107,8 +144,8 @@ bool is_decl_start(uint32_t options)
 // Declaration or expression (C++): a trial that reads the tokens and puts them back.
 
 struct a_trial {
-  bool is_expression : 1;   // settled
-  bool is_declaration : 1;  // settled
+  bool is_expression : 1;  // settled
+  bool is_declaration : 1; // settled
 };
 
 static void trial_skip_balanced()
@@ -155,9 +192,8 @@ static void trial_declarator(a_trial *trial, int depth)
     trial->is_expression = true;
     return;
   }
-  while (curr_token == tok_star || curr_token == tok_ampersand || curr_token == tok_and_and
-         || curr_token == tok_ptr_to_member || curr_token == tok_const
-         || curr_token == tok_volatile) {
+  while (curr_token == tok_star || curr_token == tok_ampersand || curr_token == tok_and_and ||
+         curr_token == tok_ptr_to_member || curr_token == tok_const || curr_token == tok_volatile) {
     get_token();
   }
   bool name_seen = false;
@@ -186,8 +222,8 @@ static bool trial_end_token_fits(uint32_t options)
   }
   if (options & dst_template_argument) return curr_token == tok_comma || curr_token == tok_gt;
   if (options & (dst_cast | dst_parenthesized_type)) return curr_token == tok_rparen;
-  return curr_token == tok_semicolon || curr_token == tok_comma || curr_token == tok_assign
-         || curr_token == tok_lbrace || curr_token == tok_colon;
+  return curr_token == tok_semicolon || curr_token == tok_comma || curr_token == tok_assign ||
+         curr_token == tok_lbrace || curr_token == tok_colon;
 }
 
 static bool declaration_by_trial(uint32_t options)
@@ -197,7 +233,8 @@ static bool declaration_by_trial(uint32_t options)
   begin_caching_fetched_tokens(false);
   bool saved = top_scope()->suppress_references;
   top_scope()->suppress_references = true;
-  while (is_type_keyword() || is_storage_or_function_keyword()) get_token();
+  while (is_type_keyword() || is_storage_or_function_keyword())
+    get_token();
   if (curr_type_symbol() != nullptr) get_token();
   trial_declarator(&trial, 0);
   bool result = !trial.is_expression && trial_end_token_fits(options);

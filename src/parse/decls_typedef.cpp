@@ -100,7 +100,7 @@ void decl_typedef(a_symbol_locator *locator, a_decl_parse_state *state, a_type *
   variably_modified_typedef(typedef_type, &locator->position);
   attach_decl_attributes(state, false);
   a_decl_position_supplement *supplement =
-    pos_block ? make_decl_pos_supplement(&typedef_type->source_corresp, pos_block) : nullptr;
+      pos_block ? make_decl_pos_supplement(&typedef_type->source_corresp, pos_block) : nullptr;
   record_symbol_declaration(rdf_declaration, symbol, &locator->position, supplement);
 }
 
@@ -108,7 +108,7 @@ void set_name_linkage_for_type(a_type *type)
 {
   if (C_dialect != 2) return;
   type->source_corresp.name_linkage =
-    scope_stack[decl_scope_level].kind == sck_file ? (unsigned)nlk_cplusplus : (unsigned)nlk_none;
+      scope_stack[decl_scope_level].kind == sck_file ? (unsigned)nlk_cplusplus : (unsigned)nlk_none;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -144,8 +144,8 @@ void scan_gnu_asm_name(a_decl_parse_state *state)
   if (state->storage_class == sc_typedef) {
     pos_warning(ec_asm_name_in_typedef, position);
     state->asm_name = nullptr;
-  } else if (!is_function && in_function_scope() && state->storage_class != sc_register
-             && state->storage_class != sc_extern && state->storage_class != sc_static) {
+  } else if (!is_function && in_function_scope() && state->storage_class != sc_register &&
+             state->storage_class != sc_extern && state->storage_class != sc_static) {
     pos_warning(ec_asm_name_on_auto_variable, position);
     state->asm_name = nullptr;
   }
@@ -157,13 +157,13 @@ void scan_gnu_asm_name(a_decl_parse_state *state)
 static an_il_entry_kind entity_kind_of(a_symbol *symbol)
 {
   switch (symbol->kind) {
-    case sk_variable:
-    case sk_static_data_member: return iek_variable;
-    case sk_routine:
-    case sk_member_function: return iek_routine;
-    case sk_type: return iek_type;
-    case sk_field: return iek_field;
-    default: return iek_none;
+  case sk_variable:
+  case sk_static_data_member: return iek_variable;
+  case sk_routine:
+  case sk_member_function: return iek_routine;
+  case sk_type: return iek_type;
+  case sk_field: return iek_field;
+  default: return iek_none;
   }
 }
 

@@ -148,7 +148,7 @@ static void apply_operators(an_operand *result, int min_precedence, unsigned fla
   }
 }
 
-// GNU: in the arm that a known condition drops, anything may stand where a constant is required. 
+// GNU: in the arm that a known condition drops, anything may stand where a constant is required.
 //      What isn't
 // constant becomes a zero of its type.
 static void replace_nonconstant_of_dead_arm(an_operand *result)

@@ -377,7 +377,7 @@ a_variable *make_expression_temporary(a_type *type)
   return variable;
 }
 
-// The operand and its copy have one value, evaluated once, where the operand stands: `a ?: b`. 
+// The operand and its copy have one value, evaluated once, where the operand stands: `a ?: b`.
 // What may
 // not be evaluated twice goes to a temporary.  The operand is an rvalue.
 void clone_operand(an_operand *operand, an_operand *copy)

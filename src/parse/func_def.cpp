@@ -30,8 +30,8 @@ void check_function_return_type(a_type *type, a_source_position *position, bool 
                                 a_routine *routine)
 {
   if (is_error_type(type) || is_void_type(type)) {
-    if (is_void_type(type) && get_type_qualifiers(type) != 0 && !is_declaration && strict_ansi_mode
-        && C_dialect != 2) {
+    if (is_void_type(type) && get_type_qualifiers(type) != 0 && !is_declaration &&
+        strict_ansi_mode && C_dialect != 2) {
       pos_diagnostic(strict_ansi_discretionary_severity, ec_type_qualifier_on_void_return_type,
                      *position);
     }
@@ -69,7 +69,8 @@ static void build_promoted_parameter_list(a_type *routine_type, a_func_info_bloc
   a_param_type **link = &routine_supplement_of(routine_type)->param_types;
   unsigned number = 0;
   for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next) {
-    a_param_type *param = alloc_param_type(default_argument_promotion(make_unqualified_type(id->type)));
+    a_param_type *param =
+        alloc_param_type(default_argument_promotion(make_unqualified_type(id->type)));
     param->orig_type = id->type;
     if (id->locator.header != nullptr) param->name = id->locator.header->identifier;
     param->position = id->position;
@@ -202,7 +203,10 @@ static void make_parameters(a_routine *routine, a_func_info_block *func_info)
 
 static a_type *wanted_array_type;
 
-static int test_wanted_array(a_type *type, bool *) { return type == wanted_array_type; }
+static int test_wanted_array(a_type *type, bool *)
+{
+  return type == wanted_array_type;
+}
 
 static bool array_is_part_of_parameter(a_func_info_block *func_info, a_type *array_type)
 {
@@ -219,7 +223,8 @@ static void replace_param_ref(an_expr_node *expr, an_expr_or_stmt_traversal_bloc
   a_func_info_block *func_info = (a_func_info_block *)block->data;
   int position = param_ref_of(expr).position;
   a_param_id *id = func_info->param_ids;
-  while (id != nullptr && --position > 0) id = id->next;
+  while (id != nullptr && --position > 0)
+    id = id->next;
   if (id == nullptr || id->symbol == nullptr) return;
   a_variable *variable = variable_of_symbol(id->symbol);
   bool is_lvalue = expr->is_lvalue;
@@ -316,8 +321,8 @@ static void check_type_from_declarator(a_symbol_locator *locator, a_decl_parse_s
   state->declared_type = copy_routine_type_with_param_types(state->declared_type);
   for (a_param_type *param = param_types_of(state->declared_type); param; param = param->next) {
     a_source_position position = locator->position;
-    a_param_id *id = add_to_param_id_list(&cleared_locator, param->type, &position, sc_unspecified,
-                                          func_info);
+    a_param_id *id =
+        add_to_param_id_list(&cleared_locator, param->type, &position, sc_unspecified, func_info);
     id->param_type = param;
     id->locator.is_qualified = true;
     id->declared = true;

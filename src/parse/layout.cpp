@@ -18,13 +18,13 @@
 struct a_layout {
   a_type *class_type;
   a_target_size next_byte;
-  unsigned next_bit;              // below targ_char_bit after every step
+  unsigned next_bit; // below targ_char_bit after every step
   a_target_alignment class_alignment;
   bool size_error_reported;
   bool is_union;
-  a_target_size union_byte;       // the largest end of the members so far
+  a_target_size union_byte; // the largest end of the members so far
   unsigned union_bit;
-  a_type *unit_type;              // the open unit of the Microsoft rules
+  a_type *unit_type; // the open unit of the Microsoft rules
   unsigned unit_bits_left;
 };
 
@@ -138,8 +138,8 @@ static a_target_alignment declared_alignment_of(a_field *field, a_target_alignme
     if (field->declared_alignment > limit) field->declared_alignment = limit;
   }
   bool class_is_packed = class_type && as_class(class_type).is_packed;
-  if (in_gnu_mode() && field->declared_alignment < natural && !field->is_packed_field
-      && !class_is_packed) {
+  if (in_gnu_mode() && field->declared_alignment < natural && !field->is_packed_field &&
+      !class_is_packed) {
     pos_warning(ec_alignment_reduction_ignored, field->source_corresp.decl_position);
     field->declared_alignment = natural;
   }
@@ -162,8 +162,8 @@ uint32_t alignment_of_field_full(a_field *field, bool for_bit_field)
   if (emulate_gnu_abi_bugs && zero_width && !in_union) return natural;
   if (unlimited) return natural;
   if (limit == 0 || limit >= natural) return natural;
-  if (in_gnu_mode() && emulate_gnu_abi_bugs && gnu_abi_version < 30300
-      && targ_bit_field_container_size < 0 && in_union) {
+  if (in_gnu_mode() && emulate_gnu_abi_bugs && gnu_abi_version < 30300 &&
+      targ_bit_field_container_size < 0 && in_union) {
     return natural;
   }
   return limit;
@@ -191,9 +191,9 @@ static void place_ordinary_field(a_layout *layout, a_field *field)
 // Bit-fields: the container.
 
 struct a_container {
-  a_target_size size;              // bytes
+  a_target_size size; // bytes
   a_target_alignment alignment;
-  a_type *type;                    // the integer type of that size, null if there is none
+  a_type *type; // the integer type of that size, null if there is none
 };
 
 static a_container container_of_kind(an_integer_kind kind)
@@ -285,8 +285,8 @@ static a_target_alignment limited(const a_layout *layout, a_target_alignment ali
 {
   a_target_alignment limit = as_class(layout->class_type).max_member_alignment;
   if (!targ_user_control_of_struct_packing_affects_bit_fields || limit == 0) return alignment;
-  if (in_gnu_mode() && emulate_gnu_abi_bugs && gnu_abi_version < 30300 && layout->is_union
-      && targ_bit_field_container_size < 0) {
+  if (in_gnu_mode() && emulate_gnu_abi_bugs && gnu_abi_version < 30300 && layout->is_union &&
+      targ_bit_field_container_size < 0) {
     return alignment;
   }
   return alignment < limit ? alignment : limit;
@@ -330,8 +330,8 @@ static void place_zero_width(a_layout *layout, a_field *field)
 static void place_microsoft(a_layout *layout, a_field *field)
 {
   a_type *type = skip_typerefs(field->type);
-  bool same_unit = layout->unit_type && layout->unit_type->size == type->size
-                   && layout->unit_bits_left >= field->bit_size;
+  bool same_unit = layout->unit_type && layout->unit_type->size == type->size &&
+                   layout->unit_bits_left >= field->bit_size;
   if (!same_unit) {
     close_unit(layout);
     a_target_alignment alignment = limited(layout, alignment_of_field_full(field, true));
@@ -558,8 +558,8 @@ void do_class_layout(a_type *class_type)
   set_class_size(&layout);
   part.layout_done = true;
   class_type->is_incomplete = false;
-  if (part.is_transparent_union
-      && !check_transparent_union(class_type, class_type->source_corresp.decl_position)) {
+  if (part.is_transparent_union &&
+      !check_transparent_union(class_type, class_type->source_corresp.decl_position)) {
     part.is_transparent_union = false;
   }
 }

@@ -50,8 +50,8 @@ bool check_pack_alignment_value(const a_constant *value, uint32_t *result)
 {
   bool overflow = false;
   long long number = value_of_integer_constant(value, &overflow);
-  if (overflow || number < (long long)targ_minimum_pack_alignment
-      || number > (long long)targ_maximum_pack_alignment || (number & (number - 1)) != 0) {
+  if (overflow || number < (long long)targ_minimum_pack_alignment ||
+      number > (long long)targ_maximum_pack_alignment || (number & (number - 1)) != 0) {
     return false;
   }
   *result = (uint32_t)number;
@@ -179,9 +179,8 @@ static bool push_or_pop(bool is_push)
 static void show_value(a_source_position position)
 {
   get_token();
-  const char *text = curr_max_member_alignment
-                       ? conv_unsigned_long_to_str(curr_max_member_alignment)
-                       : "not set";
+  const char *text =
+      curr_max_member_alignment ? conv_unsigned_long_to_str(curr_max_member_alignment) : "not set";
   pos_st_warning(ec_value_of_pragma_pack_show, position, text);
 }
 

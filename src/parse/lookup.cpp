@@ -40,16 +40,16 @@ static bool matches_nested_name_qualifier(a_symbol *symbol)
   if (type_symbol_is_class(symbol)) return true;
   bool enums_count = !(gpp_mode && gnu_version >= 30400 && !enum_qualifiers_enabled);
   if (!enums_count) return false;
-  return symbol->kind == sk_enum_tag
-         || (symbol->kind == sk_type && type_of_symbol(symbol) && is_enum_type(type_of_symbol(symbol)));
+  return symbol->kind == sk_enum_tag || (symbol->kind == sk_type && type_of_symbol(symbol) &&
+                                         is_enum_type(type_of_symbol(symbol)));
 }
 
 static bool matches_tag(a_symbol *symbol)
 {
   if (is_tag_symbol(symbol) || symbol->kind == sk_class_template) return true;
-  return symbol->kind == sk_type
-         && (elab_type_lookup_finds_typedefs || symbol->variant.type.is_tag_typedef
-             || symbol->is_template_param_name);
+  return symbol->kind == sk_type &&
+         (elab_type_lookup_finds_typedefs || symbol->variant.type.is_tag_typedef ||
+          symbol->is_template_param_name);
 }
 
 bool sym_matches_lookup_options(a_symbol *symbol, unsigned options)
@@ -57,7 +57,8 @@ bool sym_matches_lookup_options(a_symbol *symbol, unsigned options)
   symbol = target_of_symbol(symbol);
   if ((options & lo_nested_name_qualifier) && !matches_nested_name_qualifier(symbol)) return false;
   if ((options & lo_tag) && !matches_tag(symbol)) return false;
-  if ((options & lo_class_only) && !type_symbol_is_class(symbol) && symbol->kind != sk_class_template) {
+  if ((options & lo_class_only) && !type_symbol_is_class(symbol) &&
+      symbol->kind != sk_class_template) {
     return false;
   }
   return !(options & lo_namespace_only) || symbol->kind == sk_namespace;
@@ -191,30 +192,39 @@ static a_symbol *search_entry(int depth, a_lookup_state *state)
   a_scope_pointers_block *block = block_of_scope_entry(entry);
   a_symbol_header *header = state->locator->header;
   switch (entry->kind) {
-    case sck_class: case sck_class_reactivation: return search_class_entry(entry, state);
-    case sck_template_instantiation: return search_chain_for_scope(header->active_symbols,
-                                                                   entry->number, state);
-    case sck_file: case sck_namespace: case sck_namespace_extension:
-    case sck_namespace_reactivation: {
-      a_symbol *symbol = block->symbol_hash_table != nullptr
-                             ? search_table(block, state)
-                             : search_chain_for_scope(header->active_symbols, entry->number, state);
-      return add_using_directive_results(entry, state->locator, state->options, symbol);
-    }
-    case sck_pragma_rescan: case sck_instantiation_context: case sck_function_access: return nullptr;
-    case sck_function_prototype: case sck_block: case sck_template_declaration: case sck_condition:
-    case sck_enum: case sck_function: {
-      a_symbol *symbol = search_chain_for_scope(header->active_symbols, entry->number, state);
-      return add_using_directive_results(entry, state->locator, state->options, symbol);
-    }
+  case sck_class:
+  case sck_class_reactivation: return search_class_entry(entry, state);
+  case sck_template_instantiation:
+    return search_chain_for_scope(header->active_symbols, entry->number, state);
+  case sck_file:
+  case sck_namespace:
+  case sck_namespace_extension:
+  case sck_namespace_reactivation: {
+    a_symbol *symbol = block->symbol_hash_table != nullptr
+                           ? search_table(block, state)
+                           : search_chain_for_scope(header->active_symbols, entry->number, state);
+    return add_using_directive_results(entry, state->locator, state->options, symbol);
+  }
+  case sck_pragma_rescan:
+  case sck_instantiation_context:
+  case sck_function_access: return nullptr;
+  case sck_function_prototype:
+  case sck_block:
+  case sck_template_declaration:
+  case sck_condition:
+  case sck_enum:
+  case sck_function: {
+    a_symbol *symbol = search_chain_for_scope(header->active_symbols, entry->number, state);
+    return add_using_directive_results(entry, state->locator, state->options, symbol);
+  }
   }
   unexpected_kind("scope kind");
 }
 
 static bool is_namespace_level(a_scope_kind kind)
 {
-  return kind == sck_file || kind == sck_namespace || kind == sck_namespace_extension
-         || kind == sck_namespace_reactivation;
+  return kind == sck_file || kind == sck_namespace || kind == sck_namespace_extension ||
+         kind == sck_namespace_reactivation;
 }
 
 // True when the options end the walk behind this entry.
@@ -234,7 +244,8 @@ static a_symbol *slow_lookup(a_lookup_state *state)
     a_scope_stack_entry *entry = &scope_stack[depth];
     next = entry->previous_lookup_depth;
     if (entry->skip_in_lookup) continue;
-    if (entry->kind == sck_template_declaration && (state->options & lo_skip_template_decl_scopes)) {
+    if (entry->kind == sck_template_declaration &&
+        (state->options & lo_skip_template_decl_scopes)) {
       continue;
     }
     if (skip_entry) {
@@ -242,8 +253,8 @@ static a_symbol *slow_lookup(a_lookup_state *state)
       continue;
     }
     state->seq_limit_applies =
-        entry->kind != sck_class && entry->kind != sck_class_reactivation
-        && !(state->options & (lo_find_hidden | lo_friend_decl | lo_no_seq_limit));
+        entry->kind != sck_class && entry->kind != sck_class_reactivation &&
+        !(state->options & (lo_find_hidden | lo_friend_decl | lo_no_seq_limit));
     a_symbol *symbol = search_entry(depth, state);
     if (symbol != nullptr) return symbol;
     if (walk_ends_here(entry->kind, state->options)) {
@@ -262,9 +273,9 @@ static bool needs_slow_path(const a_symbol_locator *locator, unsigned options)
   if (options & (lo_skip_first_scope | lo_skip_class_scopes | lo_find_hidden | lo_friend_decl)) {
     return true;
   }
-  return top->use_slow_lookup
-         && (locator->header->inactive_symbols != nullptr || top->applying_using_directives != nullptr
-             || in_scope_with_bases());
+  return top->use_slow_lookup &&
+         (locator->header->inactive_symbols != nullptr ||
+          top->applying_using_directives != nullptr || in_scope_with_bases());
 }
 
 //---------------------------------------------------------------------------------------------
@@ -275,7 +286,8 @@ static a_symbol *find_by_anachronism(a_symbol_locator *locator, unsigned options
 {
   if (!allow_anachronisms || !locator->header->member_type_seen) return nullptr;
   a_symbol *best = nullptr;
-  for (a_symbol *symbol = locator->header->inactive_symbols; symbol; symbol = symbol->next_same_name) {
+  for (a_symbol *symbol = locator->header->inactive_symbols; symbol;
+       symbol = symbol->next_same_name) {
     if (!symbol->is_class_member || !is_type_symbol(symbol)) continue;
     if (!sym_matches_lookup_options(symbol, options)) continue;
     if (parent_namespace_for_symbol(symbol) != nullptr) continue;
@@ -306,8 +318,8 @@ static bool class_is_on_lookup_chain(a_type *class_type)
   for (int depth = depth_of_initial_lookup_scope; depth >= 0;
        depth = scope_stack[depth].previous_lookup_depth) {
     a_scope_kind kind = scope_stack[depth].kind;
-    if ((kind == sck_class || kind == sck_class_reactivation)
-        && scope_stack[depth].assoc_type == class_type) {
+    if ((kind == sck_class || kind == sck_class_reactivation) &&
+        scope_stack[depth].assoc_type == class_type) {
       return true;
     }
   }
@@ -320,9 +332,9 @@ a_symbol *finish_lookup(a_symbol *symbol, a_symbol_locator *locator, unsigned op
   locator->symbol = symbol;
   if (symbol == nullptr) return nullptr;
   a_symbol *target = target_of_symbol(symbol);
-  if (target->real_symbol != nullptr && target->real_symbol != target
-      && !(options & lo_no_real_symbol) && symbol_kind_is_class(target->kind)
-      && !class_is_on_lookup_chain(target->variant.class_struct_union.type)) {
+  if (target->real_symbol != nullptr && target->real_symbol != target &&
+      !(options & lo_no_real_symbol) && symbol_kind_is_class(target->kind) &&
+      !class_is_on_lookup_chain(target->variant.class_struct_union.type)) {
     target = target->real_symbol;
     locator->symbol = target;
   }
@@ -339,7 +351,8 @@ static a_symbol *lookup_slowly(a_symbol_locator *locator, unsigned options, bool
   a_symbol *symbol = slow_lookup(&state);
   *stop = state.stop;
   if (symbol == nullptr && state.dependent_base_seen && !(options & lo_tag)) {
-    symbol = class_qualified_id_lookup(locator, state.dependent_class, options | lo_no_base_classes);
+    symbol =
+        class_qualified_id_lookup(locator, state.dependent_class, options | lo_no_base_classes);
   }
   return symbol;
 }
@@ -362,8 +375,10 @@ a_symbol *normal_id_lookup(a_symbol_locator *locator, unsigned options)
   }
   if (stop || (options & lo_find_hidden)) return finish_lookup(symbol, locator, options);
   if (symbol == nullptr) {
-    if (C_dialect == 2) symbol = find_by_anachronism(locator, options);
-    else symbol = find_out_of_scope_declaration(locator, options);
+    if (C_dialect == 2)
+      symbol = find_by_anachronism(locator, options);
+    else
+      symbol = find_out_of_scope_declaration(locator, options);
   }
   return finish_lookup(symbol, locator, options);
 }
@@ -376,10 +391,11 @@ a_symbol *curr_scope_id_lookup(a_symbol_locator *locator, unsigned options)
   if (locator->header == nullptr) return nullptr;
   a_scope_stack_entry *entry = decl_scope();
   a_name_space_kind space = searched_name_space(options);
-  bool use_table = is_namespace_level(entry->kind) && C_dialect == 2
-                   && block_of_scope_entry(entry)->symbol_hash_table != nullptr;
-  a_symbol *symbol = use_table ? find_symbol_list_in_table(block_of_scope_entry(entry), locator->header)
-                               : locator->header->active_symbols;
+  bool use_table = is_namespace_level(entry->kind) && C_dialect == 2 &&
+                   block_of_scope_entry(entry)->symbol_hash_table != nullptr;
+  a_symbol *symbol = use_table
+                         ? find_symbol_list_in_table(block_of_scope_entry(entry), locator->header)
+                         : locator->header->active_symbols;
   a_symbol *remembered = nullptr;
   for (; symbol != nullptr; symbol = use_table ? symbol->next_in_bucket : symbol->next_same_name) {
     if (symbol->scope_number != entry->number) continue;
@@ -387,7 +403,8 @@ a_symbol *curr_scope_id_lookup(a_symbol_locator *locator, unsigned options)
     bool is_projection = symbol->kind == sk_projection || symbol->kind == sk_namespace_projection;
     if (is_projection && !(options & lo_keep_projections)) continue;
     bool is_tag = is_tag_symbol(target_of_symbol(symbol));
-    if ((options & lo_tag) && !is_tag && target_of_symbol(symbol)->kind != sk_class_template) continue;
+    if ((options & lo_tag) && !is_tag && target_of_symbol(symbol)->kind != sk_class_template)
+      continue;
     if (!is_tag || (options & lo_tag)) return finish_lookup(symbol, locator, options);
     if (remembered == nullptr) remembered = symbol;
   }
@@ -415,4 +432,6 @@ a_symbol *file_scope_id_lookup(a_scope *scope, a_symbol_locator *locator, unsign
   return finish_lookup(symbol, locator, options);
 }
 
-void lookup_one_time_init() {}
+void lookup_one_time_init()
+{
+}

@@ -64,8 +64,8 @@ bool have_member_access_privilege(a_type *class_type)
       a_type *parent = parent_class_of(&entry->assoc_routine->source_corresp);
       if (parent != nullptr && class_has_privilege(parent, class_type)) return true;
     }
-    if (entry->assoc_type != nullptr && is_class_struct_union_type(entry->assoc_type)
-        && class_has_privilege(skip_typerefs(entry->assoc_type), class_type)) {
+    if (entry->assoc_type != nullptr && is_class_struct_union_type(entry->assoc_type) &&
+        class_has_privilege(skip_typerefs(entry->assoc_type), class_type)) {
       return true;
     }
   }
@@ -99,8 +99,8 @@ bool is_accessible_base_class(a_base_class *base)
   for (; derivation != nullptr; derivation = derivation->next) {
     if (derivation->access == as_public) return true;
     if (have_member_access_privilege(base->derived_class)) return true;
-    if (derivation->access == as_protected
-        && have_protected_member_access_privilege(base->derived_class)) {
+    if (derivation->access == as_protected &&
+        have_protected_member_access_privilege(base->derived_class)) {
       return true;
     }
   }
@@ -122,16 +122,16 @@ bool have_access_to_symbol(a_symbol *symbol)
     return true;
   }
   if (target->kind == sk_overloaded_function || target->kind == sk_function_template) return true;
-  if (access_passes(access_for_symbol(target), target->parent.class_type)
-      && (symbol == target || cfront_2_1_mode || cfront_3_0_mode)) {
+  if (access_passes(access_for_symbol(target), target->parent.class_type) &&
+      (symbol == target || cfront_2_1_mode || cfront_3_0_mode)) {
     return true;
   }
   if (symbol->kind != sk_projection || !symbol->is_class_member) return false;
   if (access_passes(access_for_symbol(symbol), symbol->parent.class_type)) return true;
   // A member of the base may go through the base itself.
   a_base_class *base = symbol->variant.projection.base_class;
-  return base != nullptr && access_passes(access_for_symbol(target), target->parent.class_type)
-         && is_accessible_base_class(base);
+  return base != nullptr && access_passes(access_for_symbol(target), target->parent.class_type) &&
+         is_accessible_base_class(base);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -160,12 +160,15 @@ void perform_deferred_access_checks_at_depth(int depth)
     }
     if (failed && scope->keep_deferred_access_errors) {
       entry->next = nullptr;
-      if (kept_tail != nullptr) kept_tail->next = entry;
-      else kept_head = entry;
+      if (kept_tail != nullptr)
+        kept_tail->next = entry;
+      else
+        kept_head = entry;
       kept_tail = entry;
       continue;
     }
-    if (failed) pos_sy_diagnostic(entry->severity, entry->error_code, entry->position, entry->symbol);
+    if (failed)
+      pos_sy_diagnostic(entry->severity, entry->error_code, entry->position, entry->symbol);
     free_check(entry);
   }
   scope->deferred_access_head = kept_head;

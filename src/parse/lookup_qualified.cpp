@@ -30,8 +30,8 @@ bool symbols_are_lookup_equivalent(a_symbol *a, a_symbol *b, bool extern_c_equal
   }
   if (!extern_c_equal || a->kind != sk_routine || b->kind != sk_routine) return false;
   a_routine *p = routine_of_symbol(a), *q = routine_of_symbol(b);
-  return p->source_corresp.name_linkage == nlk_c && q->source_corresp.name_linkage == nlk_c
-         && identical_types(p->type, q->type);
+  return p->source_corresp.name_linkage == nlk_c && q->source_corresp.name_linkage == nlk_c &&
+         identical_types(p->type, q->type);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -40,14 +40,14 @@ bool symbols_are_lookup_equivalent(a_symbol *a, a_symbol *b, bool extern_c_equal
 struct a_result_set {
   a_symbol *first;
   bool ambiguous;
-  a_symbol *functions;  // synthesized overload set
+  a_symbol *functions; // synthesized overload set
 };
 
 static bool is_function_symbol(a_symbol *symbol)
 {
   symbol = target_of_symbol(symbol);
-  return is_routine_symbol(symbol) || symbol->kind == sk_function_template
-         || symbol->kind == sk_overloaded_function;
+  return is_routine_symbol(symbol) || symbol->kind == sk_function_template ||
+         symbol->kind == sk_overloaded_function;
 }
 
 static bool set_contains(a_symbol *list, a_symbol *symbol)
@@ -63,7 +63,8 @@ static void add_function(a_symbol *set, a_symbol *symbol)
 {
   if (symbol->kind == sk_overloaded_function) {
     a_symbol *member = overloads_of_symbol(symbol);
-    for (; member != nullptr; member = member->next_same_name) add_function(set, member);
+    for (; member != nullptr; member = member->next_same_name)
+      add_function(set, member);
     return;
   }
   if (set_contains(overloads_of_symbol(set), symbol)) return;
@@ -71,7 +72,8 @@ static void add_function(a_symbol *set, a_symbol *symbol)
   projected_symbol_of(projection) = target_of_symbol(symbol);
   projection->is_synthesized_namespace_symbol = true;
   a_symbol **link = &overloads_of_symbol(set);
-  while (*link != nullptr) link = &(*link)->next_same_name;
+  while (*link != nullptr)
+    link = &(*link)->next_same_name;
   *link = projection;
 }
 
@@ -86,8 +88,10 @@ static void add_result(a_result_set *results, a_symbol *symbol)
     // A tag gives way to another kind of name.
     bool first_is_tag = is_tag_symbol(target_of_symbol(results->first));
     bool new_is_tag = is_tag_symbol(target_of_symbol(symbol));
-    if (first_is_tag && !new_is_tag) results->first = symbol;
-    else if (first_is_tag == new_is_tag) results->ambiguous = true;
+    if (first_is_tag && !new_is_tag)
+      results->first = symbol;
+    else if (first_is_tag == new_is_tag)
+      results->ambiguous = true;
     return;
   }
   if (results->functions == nullptr) {
@@ -114,15 +118,15 @@ static a_symbol *symbol_of_results(a_result_set *results)
 static bool counts_in_namespace(a_symbol *symbol, unsigned options)
 {
   if (name_space_for_symbol_kind[symbol->kind] != nsk_ordinary) return false;
-  bool finds_hidden = (options & (lo_find_hidden | lo_friend_decl))
-                      || ((options & lo_gnu_hidden_friends) && gpp_mode && gnu_version < 40300);
+  bool finds_hidden = (options & (lo_find_hidden | lo_friend_decl)) ||
+                      ((options & lo_gnu_hidden_friends) && gpp_mode && gnu_version < 40300);
   if (target_of_symbol(symbol)->is_invisible && !finds_hidden) return false;
   uint32_t limit = f_get_effective_decl_seq();
   return (limit == 0 || symbol->decl_seq <= limit) && sym_matches_lookup_options(symbol, options);
 }
 
-static void search_namespace_table(a_namespace_symbol_supplement *supplement, a_symbol_header *header,
-                                   unsigned options, a_result_set *results)
+static void search_namespace_table(a_namespace_symbol_supplement *supplement,
+                                   a_symbol_header *header, unsigned options, a_result_set *results)
 {
   a_symbol *symbol = find_symbol_list_in_table(&supplement->pointers_block, header);
   for (; symbol != nullptr; symbol = symbol->next_in_bucket) {
@@ -211,8 +215,9 @@ a_symbol *enum_qualified_id_lookup(a_symbol_locator *locator, a_type *enum_type)
 static a_class_symbol_supplement *supplement_of_class(a_type *class_type)
 {
   a_symbol *symbol = class_type->source_corresp.assoc_symbol;
-  return symbol != nullptr && symbol_kind_is_class(symbol->kind) ? class_supplement_of_symbol(symbol)
-                                                                 : nullptr;
+  return symbol != nullptr && symbol_kind_is_class(symbol->kind)
+             ? class_supplement_of_symbol(symbol)
+             : nullptr;
 }
 
 // A tag typedef of the class itself isn't the injected name where that is not asked for.
@@ -220,12 +225,13 @@ static bool tag_typedef_counts(a_symbol *symbol, a_type *class_type, unsigned op
 {
   if (symbol->kind != sk_type || !symbol->variant.type.is_tag_typedef) return true;
   if (!identical_types(skip_typerefs(type_of_symbol(symbol)), class_type)) return true;
-  if (options & (lo_nested_name_qualifier | lo_tag | lo_class_only | lo_tag_typedef_counts)) return true;
+  if (options & (lo_nested_name_qualifier | lo_tag | lo_class_only | lo_tag_typedef_counts))
+    return true;
   if (!gpp_mode) return false;
   if (options & lo_type_expected) return true;
   if (options & lo_no_conversion_search) return false;
-  return gnu_version < 30400
-         || (options & (lo_type_only | lo_tag_typedef_as_type | lo_dependent_conversions));
+  return gnu_version < 30400 ||
+         (options & (lo_type_only | lo_tag_typedef_as_type | lo_dependent_conversions));
 }
 
 static a_symbol *search_class_table(a_type *class_type, a_class_symbol_supplement *supplement,
@@ -293,8 +299,8 @@ a_symbol *class_qualified_id_lookup(a_symbol_locator *locator, a_type *class_typ
     symbol = search_anonymous_members(class_type, locator->header);
   }
   if (symbol == nullptr) symbol = special_member(locator, class_type, supplement);
-  if (symbol == nullptr && C_dialect == 2 && !(options & lo_no_base_classes)
-      && !locator->no_base_classes) {
+  if (symbol == nullptr && C_dialect == 2 && !(options & lo_no_base_classes) &&
+      !locator->no_base_classes) {
     symbol = find_projected_symbol(class_type, locator, options);
   }
   return finish_lookup(symbol, locator, options);
@@ -308,9 +314,9 @@ bool in_scope_with_bases()
   for (int depth = depth_of_initial_lookup_scope; depth >= 0;
        depth = scope_stack[depth].previous_lookup_depth) {
     a_scope_stack_entry *entry = &scope_stack[depth];
-    if ((entry->kind == sck_class || entry->kind == sck_class_reactivation)
-        && (class_supplement_of(entry->assoc_type)->base_classes != nullptr
-            || entry->kind == sck_class_reactivation)) {
+    if ((entry->kind == sck_class || entry->kind == sck_class_reactivation) &&
+        (class_supplement_of(entry->assoc_type)->base_classes != nullptr ||
+         entry->kind == sck_class_reactivation)) {
       return true;
     }
   }
@@ -319,7 +325,7 @@ bool in_scope_with_bases()
 
 struct a_base_candidate {
   a_symbol *symbol;
-  a_base_class *base;     // of the complete class
+  a_base_class *base; // of the complete class
   an_access_specifier access;
 };
 
@@ -327,8 +333,9 @@ struct a_base_candidate {
 static bool is_shared_member(a_symbol *symbol)
 {
   symbol = target_of_symbol(symbol);
-  return is_type_symbol(symbol) || symbol->kind == sk_constant || symbol->kind == sk_static_data_member
-         || (symbol->kind == sk_member_function && routine_of_symbol(symbol)->is_static_member);
+  return is_type_symbol(symbol) || symbol->kind == sk_constant ||
+         symbol->kind == sk_static_data_member ||
+         (symbol->kind == sk_member_function && routine_of_symbol(symbol)->is_static_member);
 }
 
 static bool hides(a_base_class *x, a_base_class *y)
@@ -372,7 +379,8 @@ a_symbol *find_projected_symbol(a_type *class_type, a_symbol_locator *locator, u
   class_type = skip_typerefs(class_type);
   a_base_candidate best = {};
   bool ambiguous = false;
-  for (a_base_class *base = class_supplement_of(class_type)->base_classes; base; base = base->next) {
+  for (a_base_class *base = class_supplement_of(class_type)->base_classes; base;
+       base = base->next) {
     if (base->is_dependent && (do_dependent_name_processing || gpp_dependent_name_lookup)) continue;
     a_type *base_type = skip_typerefs(base->type);
     a_class_symbol_supplement *supplement = supplement_of_class(base_type);
@@ -463,6 +471,7 @@ void f_check_ambiguity_and_verify_access(a_symbol_locator *locator, bool ok_if_o
   if (*failed || symbol == nullptr || C_dialect != 2 || !symbol->is_class_member) return;
   if (have_access_to_symbol(symbol)) return;
   *failed = true;
-  if (!locator->access_error_reported) pos_sy_error(ec_no_access_to_name, locator->position, symbol);
+  if (!locator->access_error_reported)
+    pos_sy_error(ec_no_access_to_name, locator->position, symbol);
   locator->access_error_reported = true;
 }

@@ -209,8 +209,10 @@ void record_arg_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_statement *
 {
   if (symbol == nullptr || symbol->kind != sk_routine) return;
   a_routine *routine = routine_of_symbol(symbol);
-  if (pragma->description->kind == pragk_printf_args) routine->checks_printf_args = true;
-  else routine->checks_scanf_args = true;
+  if (pragma->description->kind == pragk_printf_args)
+    routine->checks_printf_args = true;
+  else
+    routine->checks_scanf_args = true;
 }
 
 //---------------------------------------------------------------------------------------------

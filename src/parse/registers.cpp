@@ -39,8 +39,10 @@ int name_to_register(const char *name)
     int middle = (low + high) / 2;
     int order = strcmp(name, register_names[middle].name);
     if (order == 0) return register_names[middle].code;
-    if (order < 0) high = middle - 1;
-    else low = middle + 1;
+    if (order < 0)
+      high = middle - 1;
+    else
+      low = middle + 1;
   }
   return register_unrecognized;
 }

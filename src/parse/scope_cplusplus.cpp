@@ -35,8 +35,8 @@ static int common_ancestor_depth(a_namespace *nominated, int depth)
 {
   for (; depth > 0; --depth) {
     a_scope_stack_entry *entry = &scope_stack[depth];
-    bool is_namespace = entry->kind == sck_namespace || entry->kind == sck_namespace_extension
-                        || entry->kind == sck_namespace_reactivation;
+    bool is_namespace = entry->kind == sck_namespace || entry->kind == sck_namespace_extension ||
+                        entry->kind == sck_namespace_reactivation;
     if (is_namespace && namespace_encloses(entry->assoc_namespace, nominated)) return depth;
   }
   return 0;
@@ -45,8 +45,10 @@ static int common_ancestor_depth(a_namespace *nominated, int depth)
 static an_active_using_directive *alloc_active_using_directive()
 {
   an_active_using_directive *directive = avail_active_using_directives;
-  if (directive != nullptr) avail_active_using_directives = directive->next;
-  else directive = (an_active_using_directive *)alloc_in_region(0, sizeof(*directive));
+  if (directive != nullptr)
+    avail_active_using_directives = directive->next;
+  else
+    directive = (an_active_using_directive *)alloc_in_region(0, sizeof(*directive));
   *directive = {};
   return directive;
 }
@@ -70,17 +72,21 @@ void add_active_using_directive(a_using_decl *using_decl, int depth, uint32_t de
   directive->next_applying = ancestor->applying_using_directives;
   ancestor->applying_using_directives = directive;
   a_scope *scope = scope_of_namespace(nominated);
-  for (a_using_decl *inner = scope != nullptr ? scope->using_decls : nullptr; inner; inner = inner->next) {
+  for (a_using_decl *inner = scope != nullptr ? scope->using_decls : nullptr; inner;
+       inner = inner->next) {
     if (inner->is_using_directive) add_active_using_directive(inner, depth, decl_seq);
   }
-  for (int i = depth; i <= depth_scope_stack; ++i) scope_stack[i].use_slow_lookup = true;
+  for (int i = depth; i <= depth_scope_stack; ++i)
+    scope_stack[i].use_slow_lookup = true;
 }
 
 void reset_using_directives_at_pop(a_scope_stack_entry *entry)
 {
-  if (entry->active_using_directives == nullptr && entry->applying_using_directives == nullptr) return;
+  if (entry->active_using_directives == nullptr && entry->applying_using_directives == nullptr)
+    return;
   int depth = (int)(entry - scope_stack);
-  for (int i = 0; i <= depth; ++i) scope_stack[i].applying_using_directives = nullptr;
+  for (int i = 0; i <= depth; ++i)
+    scope_stack[i].applying_using_directives = nullptr;
   for (int i = 0; i < depth; ++i) {
     an_active_using_directive *directive = scope_stack[i].active_using_directives;
     for (; directive != nullptr; directive = directive->next) {
@@ -90,7 +96,8 @@ void reset_using_directives_at_pop(a_scope_stack_entry *entry)
     }
   }
   an_active_using_directive *next;
-  for (an_active_using_directive *directive = entry->active_using_directives; directive; directive = next) {
+  for (an_active_using_directive *directive = entry->active_using_directives; directive;
+       directive = next) {
     next = directive->next;
     directive->next = avail_active_using_directives;
     avail_active_using_directives = directive;
@@ -114,7 +121,8 @@ void set_active_using_list_scope_depths(int from, int to, uint32_t)
 static void activate_using_directives_of(a_namespace *name_space, int depth)
 {
   a_scope *scope = scope_of_namespace(name_space);
-  for (a_using_decl *decl = scope != nullptr ? scope->using_decls : nullptr; decl; decl = decl->next) {
+  for (a_using_decl *decl = scope != nullptr ? scope->using_decls : nullptr; decl;
+       decl = decl->next) {
     if (decl->is_using_directive) add_active_using_directive(decl, depth, (uint32_t)decl->decl_seq);
   }
 }
@@ -163,16 +171,22 @@ void f_push_namespace_reactivation_scope(a_namespace *name_space, bool flag)
   activate_using_directives_of(name_space, depth_scope_stack);
 }
 
-void pop_namespace_scope() { pop_scope(); }
-void pop_namespace_extension_scope() { pop_scope(); }
+void pop_namespace_scope()
+{
+  pop_scope();
+}
+void pop_namespace_extension_scope()
+{
+  pop_scope();
+}
 
 void pop_namespace_reactivation_scope()
 {
   a_namespace *parent = parent_namespace_of(&top_scope()->assoc_namespace->source_corresp);
   pop_scope();
-  bool parent_was_pushed = parent != nullptr && depth_scope_stack >= 0
-                           && top_scope()->kind == sck_namespace_reactivation
-                           && top_scope()->assoc_namespace == parent;
+  bool parent_was_pushed = parent != nullptr && depth_scope_stack >= 0 &&
+                           top_scope()->kind == sck_namespace_reactivation &&
+                           top_scope()->assoc_namespace == parent;
   if (parent_was_pushed) pop_namespace_reactivation_scope();
 }
 
@@ -184,8 +198,8 @@ static bool class_is_on_stack(a_type *class_type)
   for (int depth = depth_of_initial_lookup_scope; depth >= 0;
        depth = scope_stack[depth].previous_lookup_depth) {
     a_scope_kind kind = scope_stack[depth].kind;
-    if ((kind == sck_class || kind == sck_class_reactivation)
-        && scope_stack[depth].assoc_type == class_type) {
+    if ((kind == sck_class || kind == sck_class_reactivation) &&
+        scope_stack[depth].assoc_type == class_type) {
       return true;
     }
   }
@@ -223,8 +237,8 @@ void pop_class_reactivation_scope()
   a_scope_stack_entry *top = top_scope();
   if (parent != nullptr && top->kind == sck_class_reactivation && top->assoc_type == parent) {
     pop_class_reactivation_scope();
-  } else if (name_space != nullptr && top->kind == sck_namespace_reactivation
-             && top->assoc_namespace == name_space) {
+  } else if (name_space != nullptr && top->kind == sck_namespace_reactivation &&
+             top->assoc_namespace == name_space) {
     pop_namespace_reactivation_scope();
   }
 }

@@ -24,7 +24,7 @@ struct an_inline_function_reference {
   a_routine *routine;
   a_symbol *symbol;
   a_source_position position;
-  bool is_definition;  // a modifiable static object is defined in it
+  bool is_definition; // a modifiable static object is defined in it
 };
 static an_inline_function_reference *inline_function_references;
 static an_inline_function_reference **inline_function_references_end = &inline_function_references;
@@ -111,14 +111,14 @@ static bool symbol_is_referenced(const a_symbol *symbol, const a_source_correspo
 
 static bool has_side_effect_initializer(a_variable *variable)
 {
-  return variable->init_kind == initk_dynamic
-         && dynamic_init_has_side_effects(dynamic_initializer_of(variable));
+  return variable->init_kind == initk_dynamic &&
+         dynamic_init_has_side_effects(dynamic_initializer_of(variable));
 }
 
 static bool is_constructed(a_variable *variable)
 {
-  return variable->init_kind == initk_dynamic
-         && dynamic_initializer_of(variable)->kind == dik_constructor;
+  return variable->init_kind == initk_dynamic &&
+         dynamic_initializer_of(variable)->kind == dik_constructor;
 }
 
 static void check_parameter_symbol(a_symbol *symbol, a_variable *variable)
@@ -128,8 +128,8 @@ static void check_parameter_symbol(a_symbol *symbol, a_variable *variable)
     return;
   }
   bool in_main = routine != nullptr && (routine->is_main || routine == il_header.main_routine);
-  if (in_main || variable->is_unused || variable->is_compiler_generated
-      || type_is_marked_unused(variable->type)) {
+  if (in_main || variable->is_unused || variable->is_compiler_generated ||
+      type_is_marked_unused(variable->type)) {
     return;
   }
   pos_sy_remark(ec_unreferenced_function_param, symbol->position, symbol);
@@ -137,10 +137,10 @@ static void check_parameter_symbol(a_symbol *symbol, a_variable *variable)
 
 static bool is_exempt_from_use_check(a_variable *variable)
 {
-  return variable->is_unused || variable->is_used || variable->no_common
-         || variable->alias_target != nullptr || variable->cleanup_routine != nullptr
-         || type_is_marked_unused(variable->type) || is_or_contains_error_type(variable->type)
-         || is_template_dependent_type(variable->type) || variable->is_compiler_generated;
+  return variable->is_unused || variable->is_used || variable->no_common ||
+         variable->alias_target != nullptr || variable->cleanup_routine != nullptr ||
+         type_is_marked_unused(variable->type) || is_or_contains_error_type(variable->type) ||
+         is_template_dependent_type(variable->type) || variable->is_compiler_generated;
 }
 
 static void check_use_of_variable(a_symbol *symbol, a_variable *variable)
@@ -148,8 +148,8 @@ static void check_use_of_variable(a_symbol *symbol, a_variable *variable)
   if (is_exempt_from_use_check(variable) || is_constructed(variable)) return;
   bool referenced = symbol_is_referenced(symbol, &variable->source_corresp);
   // Storing into an array element or through a volatile object is a use.
-  bool only_set = referenced && !symbol->address_or_read
-                  && !is_or_contains_volatile(variable->type);
+  bool only_set =
+      referenced && !symbol->address_or_read && !is_or_contains_volatile(variable->type);
   if (referenced && !only_set) return;
   an_error_severity severity =
       has_side_effect_initializer(variable) ? es_remark : file_level_severity(symbol);
@@ -177,16 +177,16 @@ static void complete_tentative_array(a_symbol *symbol, a_variable *variable)
 // What a definition of C without initializer still lacks at the end of the file.
 static void check_tentative_definition(a_symbol *symbol, a_variable *variable)
 {
-  if (variable->storage_class == sc_extern || variable->init_kind != initk_none
-      || variable->source_corresp.is_local || variable->alias_target != nullptr) {
+  if (variable->storage_class == sc_extern || variable->init_kind != initk_none ||
+      variable->source_corresp.is_local || variable->alias_target != nullptr) {
     return;
   }
   if (is_const_qualified(variable->type) && !variable->has_initializer) {
     pos_sy_remark(ec_has_no_initializer_on_const, symbol->position, symbol);
   }
   if (is_error_type(variable->type) || !is_incomplete_type(variable->type)) return;
-  if (is_incomplete_array_type(variable->type)
-      && !is_incomplete_type(array_element_type(variable->type))) {
+  if (is_incomplete_array_type(variable->type) &&
+      !is_incomplete_type(array_element_type(variable->type))) {
     complete_tentative_array(symbol, variable);
   } else if (symbol->header != header_for_error_symbol()) {
     pos_st_error(ec_var_retained_incomp_type, symbol->position, symbol->header->identifier);
@@ -205,14 +205,16 @@ static void check_variable_symbol(a_symbol *symbol)
   bool unnamed = is_in_unnamed_namespace(symbol);
   if (variable->storage_class == sc_extern) {
     if (!unnamed || variable->source_corresp.name_linkage == nlk_c) return;
-    if (symbol_is_referenced(symbol, &variable->source_corresp)) report_never_defined(symbol);
-    else report_unreferenced(symbol);
+    if (symbol_is_referenced(symbol, &variable->source_corresp))
+      report_never_defined(symbol);
+    else
+      report_unreferenced(symbol);
     return;
   }
   if (variable->storage_class == sc_unspecified && !unnamed) return;
   bool at_file_level = !variable->source_corresp.is_local;
-  if (C_dialect == 2 && at_file_level && is_const_qualified(variable->type)
-      && seq_is_in_include_file(symbol->position.seq)) {
+  if (C_dialect == 2 && at_file_level && is_const_qualified(variable->type) &&
+      seq_is_in_include_file(symbol->position.seq)) {
     return;
   }
   check_use_of_variable(symbol, variable);
@@ -239,8 +241,8 @@ static void make_routine_external(a_symbol *symbol, a_routine *routine)
 // An alias is defined where its target is; a weak reference may stay without definition.
 static bool stands_for_another(a_routine *routine)
 {
-  return f_find_attribute(ak_alias, routine->source_corresp.attributes) != nullptr
-         || routine->weak_state == ws_weakref;
+  return f_find_attribute(ak_alias, routine->source_corresp.attributes) != nullptr ||
+         routine->weak_state == ws_weakref;
 }
 
 static void check_static_routine(a_symbol *symbol, a_routine *routine)
@@ -248,14 +250,16 @@ static void check_static_routine(a_symbol *symbol, a_routine *routine)
   if (stands_for_another(routine)) return;
   bool referenced = symbol_is_referenced(symbol, &routine->source_corresp);
   if (!routine_defined(routine) && referenced) {
-    if (C_dialect == 1 || (gcc_mode && !strict_ansi_mode)) make_routine_external(symbol, routine);
-    else report_never_defined(symbol);
+    if (C_dialect == 1 || (gcc_mode && !strict_ansi_mode))
+      make_routine_external(symbol, routine);
+    else
+      report_never_defined(symbol);
     return;
   }
-  bool exempt = is_hook_function(routine) || routine->is_prototype_instance || routine->is_unused
-                || routine->is_used || routine->is_constructor_attr || routine->is_destructor_attr
-                || routine->alias_target != nullptr
-                || (routine->is_inline && seq_is_in_include_file(symbol->position.seq));
+  bool exempt = is_hook_function(routine) || routine->is_prototype_instance || routine->is_unused ||
+                routine->is_used || routine->is_constructor_attr || routine->is_destructor_attr ||
+                routine->alias_target != nullptr ||
+                (routine->is_inline && seq_is_in_include_file(symbol->position.seq));
   if (!referenced && !exempt) report_unreferenced(symbol);
 }
 
@@ -279,8 +283,10 @@ static void check_routine_symbol(a_symbol *symbol)
   if (routine == nullptr || routine->is_builtin || symbol->is_predeclared) return;
   // A block-scope declaration speaks for a function of the file.
   if (symbol->declared_at_block_scope) return;
-  if (routine->storage_class == sc_static) check_static_routine(symbol, routine);
-  else if (routine->is_inline) check_inline_routine(symbol, routine);
+  if (routine->storage_class == sc_static)
+    check_static_routine(symbol, routine);
+  else if (routine->is_inline)
+    check_inline_routine(symbol, routine);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -311,14 +317,15 @@ static void check_members_of_local_class(a_symbol *symbol, a_scope_kind kind)
   for (; member != nullptr; member = member->next_in_scope) {
     if (member->kind != sk_member_function) continue;
     a_routine *routine = routine_of_symbol(member);
-    if (routine == nullptr || routine_defined(routine) || routine->is_compiler_generated
-        || routine->is_pure_virtual) {
+    if (routine == nullptr || routine_defined(routine) || routine->is_compiler_generated ||
+        routine->is_pure_virtual) {
       continue;
     }
     bool referenced = symbol_is_referenced(member, &routine->source_corresp);
-    an_error_severity severity = referenced || strict_ansi_mode ? es_discretionary_error : es_remark;
-    pos_sy_diagnostic(severity, routine->is_virtual ? ec_virtual_function_never_defined
-                                                    : ec_never_defined,
+    an_error_severity severity =
+        referenced || strict_ansi_mode ? es_discretionary_error : es_remark;
+    pos_sy_diagnostic(severity,
+                      routine->is_virtual ? ec_virtual_function_never_defined : ec_never_defined,
                       member->position, member);
   }
 }
@@ -326,26 +333,41 @@ static void check_members_of_local_class(a_symbol *symbol, a_scope_kind kind)
 static void check_symbol_at_end_of_scope(a_symbol *symbol, a_scope_kind kind)
 {
   switch (symbol->kind) {
-    case sk_variable: case sk_static_data_member:
-      if (symbol->kind == sk_variable) check_variable_symbol(symbol);
-      break;
-    case sk_routine: check_routine_symbol(symbol); break;
-    case sk_label: check_label_symbol(symbol); break;
-    case sk_overloaded_function: {
-      a_symbol *member = overloads_of_symbol(symbol);
-      for (; member != nullptr; member = member->next_same_name) {
-        if (member->kind == sk_routine) check_routine_symbol(member);
-      }
-      break;
+  case sk_variable:
+  case sk_static_data_member:
+    if (symbol->kind == sk_variable) check_variable_symbol(symbol);
+    break;
+  case sk_routine: check_routine_symbol(symbol); break;
+  case sk_label: check_label_symbol(symbol); break;
+  case sk_overloaded_function: {
+    a_symbol *member = overloads_of_symbol(symbol);
+    for (; member != nullptr; member = member->next_same_name) {
+      if (member->kind == sk_routine) check_routine_symbol(member);
     }
-    case sk_class_or_struct_tag: case sk_union_tag: check_members_of_local_class(symbol, kind); break;
-    case sk_keyword: case sk_macro: case sk_constant: case sk_type: case sk_enum_tag: case sk_field:
-    case sk_member_function: case sk_undefined: case sk_extern_variable: case sk_extern_routine:
-    case sk_projection: case sk_parameter: case sk_class_template: case sk_function_template:
-    case sk_namespace: case sk_namespace_projection: case sk_last: break;
+    break;
   }
-  if (decls_using_types_without_linkage_allowed && symbol->referenced
-      && (symbol->kind == sk_variable || symbol->kind == sk_routine)) {
+  case sk_class_or_struct_tag:
+  case sk_union_tag: check_members_of_local_class(symbol, kind); break;
+  case sk_keyword:
+  case sk_macro:
+  case sk_constant:
+  case sk_type:
+  case sk_enum_tag:
+  case sk_field:
+  case sk_member_function:
+  case sk_undefined:
+  case sk_extern_variable:
+  case sk_extern_routine:
+  case sk_projection:
+  case sk_parameter:
+  case sk_class_template:
+  case sk_function_template:
+  case sk_namespace:
+  case sk_namespace_projection:
+  case sk_last: break;
+  }
+  if (decls_using_types_without_linkage_allowed && symbol->referenced &&
+      (symbol->kind == sk_variable || symbol->kind == sk_routine)) {
     a_source_correspondence *corresp = source_corresp_entry_for_symbol(symbol);
     if (corresp != nullptr && corresp->name_linkage >= nlk_cplusplus) {
       check_constituent_types_have_linkage(symbol, &symbol->position, true);
@@ -397,8 +419,8 @@ void wrapup_scope(a_scope *il_scope, a_scope_kind kind, a_scope_pointers_block *
 {
   mark_member_types(kind, block);
   if (kind == sck_file && is_reactivation) process_alias_fixup_list();
-  if (kind != sck_namespace_extension && kind != sck_namespace_reactivation
-      && kind != sck_class_reactivation) {
+  if (kind != sck_namespace_extension && kind != sck_namespace_reactivation &&
+      kind != sck_class_reactivation) {
     bool check_them = checks_are_due(kind, is_reactivation, flags);
     a_symbol *next;
     for (a_symbol *symbol = block->symbols; symbol != nullptr; symbol = next) {
@@ -409,8 +431,8 @@ void wrapup_scope(a_scope *il_scope, a_scope_kind kind, a_scope_pointers_block *
       unlink_symbol_from_symbol_table(symbol);
     }
   }
-  if (C_dialect == 2 && il_scope != nullptr
-      && (is_namespace_level_scope(kind) || kind == sck_class || kind == sck_function)) {
+  if (C_dialect == 2 && il_scope != nullptr &&
+      (is_namespace_level_scope(kind) || kind == sck_class || kind == sck_function)) {
     perform_scheduled_routine_moves();
   }
 }

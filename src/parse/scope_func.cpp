@@ -29,8 +29,8 @@ static bool is_only_a_pattern(a_routine *routine)
 {
   if (C_dialect != 2) return false;
   if (routine->is_prototype_instance) return !prototype_instantiations_in_il;
-  return routine->is_template_function && is_template_dependent_type(routine->type)
-         && !prototype_instantiations_in_il;
+  return routine->is_template_function && is_template_dependent_type(routine->type) &&
+         !prototype_instantiations_in_il;
 }
 
 bool keep_function_body_for_possible_inlining(a_routine *routine)
@@ -43,8 +43,8 @@ static bool is_inside_pattern(const a_scope_stack_entry *entry)
   for (int depth = entry->previous_lookup_depth; depth >= 0;
        depth = scope_stack[depth].previous_lookup_depth) {
     const a_scope_stack_entry *outer = &scope_stack[depth];
-    if (outer->kind == sck_function && outer->assoc_routine != nullptr
-        && is_only_a_pattern(outer->assoc_routine)) {
+    if (outer->kind == sck_function && outer->assoc_routine != nullptr &&
+        is_only_a_pattern(outer->assoc_routine)) {
       return true;
     }
   }
@@ -84,13 +84,14 @@ bool should_delay_lowering_on_function(a_routine *routine, bool flag)
 {
   if (!is_primary_translation_unit) return true;
   if (C_dialect != 2) return false;
-  bool delay = (flag && routine->lowering_delayed) || class_of_routine_is_incomplete(routine)
-               || routine->lowering_delayed;
+  bool delay = (flag && routine->lowering_delayed) || class_of_routine_is_incomplete(routine) ||
+               routine->lowering_delayed;
   if (delay) {
     function_body_processing_delayed_on_some_func_in_primary_il = true;
     return true;
   }
-  if (in_template_context() || get_module_id() != nullptr || !needs_module_id(routine)) return false;
+  if (in_template_context() || get_module_id() != nullptr || !needs_module_id(routine))
+    return false;
   a_waiting_region *waiting = (a_waiting_region *)alloc_in_region(0, sizeof(a_waiting_region));
   waiting->region = routine->region_number;
   waiting->next = functions_waiting_for_module_id;
@@ -121,8 +122,8 @@ void lower_waiting_functions_if_possible()
 
 static bool is_always_needed(a_routine *routine)
 {
-  return routine->source_corresp.needed || routine->is_constructor_attr
-         || routine->is_destructor_attr;
+  return routine->source_corresp.needed || routine->is_constructor_attr ||
+         routine->is_destructor_attr;
 }
 
 static bool external_routine_is_needed(a_routine *routine)
@@ -140,9 +141,12 @@ static bool external_routine_is_needed(a_routine *routine)
 static bool routine_is_needed(a_routine *routine)
 {
   switch (routine->storage_class) {
-    case sc_static: return routine->weak_state == ws_weak || routine->is_used;
-    case sc_unspecified: return external_routine_is_needed(routine);
-    case sc_extern: case sc_auto: case sc_typedef: case sc_register: return false;
+  case sc_static: return routine->weak_state == ws_weak || routine->is_used;
+  case sc_unspecified: return external_routine_is_needed(routine);
+  case sc_extern:
+  case sc_auto:
+  case sc_typedef:
+  case sc_register: return false;
   }
   unexpected_kind("storage class");
 }
@@ -151,12 +155,14 @@ void finish_function(a_routine *routine, a_scope *scope, bool eliminate, bool fi
 {
   int region = routine->region_number;
   bool is_pattern = in_template_context();
-  if (is_primary_translation_unit && !eliminate && !is_pattern && total_errors == 0
-      && lower_region_hook != nullptr) {
+  if (is_primary_translation_unit && !eliminate && !is_pattern && total_errors == 0 &&
+      lower_region_hook != nullptr) {
     lower_region_hook(region);
   }
-  if (eliminate) eliminate_pragmas_for_file_scope_entities(scope);
-  else add_scope_orphaned_il_lists(scope);
+  if (eliminate)
+    eliminate_pragmas_for_file_scope_entities(scope);
+  else
+    add_scope_orphaned_il_lists(scope);
   walk_subtrees_of_local_entities(scope);
   if (routine->definition_needed) remark_routine_definition_needed(routine);
   if (!file_scope_only && is_pattern) return;

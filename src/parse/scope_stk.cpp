@@ -58,8 +58,8 @@ static a_saved_name_linkage *avail_saved_name_linkages;
 
 static bool is_namespace_kind(a_scope_kind kind)
 {
-  return kind == sck_file || kind == sck_namespace || kind == sck_namespace_extension
-         || kind == sck_namespace_reactivation;
+  return kind == sck_file || kind == sck_namespace || kind == sck_namespace_extension ||
+         kind == sck_namespace_reactivation;
 }
 
 static bool is_class_kind(a_scope_kind kind)
@@ -70,12 +70,22 @@ static bool is_class_kind(a_scope_kind kind)
 static bool takes_given_number(a_scope_kind kind, int number)
 {
   switch (kind) {
-    case sck_file: case sck_namespace_extension: case sck_namespace_reactivation:
-    case sck_class_reactivation: case sck_template_instantiation: return true;
-    case sck_function: case sck_block: case sck_function_prototype: return number != -1;
-    case sck_namespace: case sck_class: case sck_template_declaration:
-    case sck_instantiation_context: case sck_pragma_rescan: case sck_function_access:
-    case sck_condition: case sck_enum: return false;
+  case sck_file:
+  case sck_namespace_extension:
+  case sck_namespace_reactivation:
+  case sck_class_reactivation:
+  case sck_template_instantiation: return true;
+  case sck_function:
+  case sck_block:
+  case sck_function_prototype: return number != -1;
+  case sck_namespace:
+  case sck_class:
+  case sck_template_declaration:
+  case sck_instantiation_context:
+  case sck_pragma_rescan:
+  case sck_function_access:
+  case sck_condition:
+  case sck_enum: return false;
   }
   unexpected_kind("scope kind");
 }
@@ -142,55 +152,59 @@ static bool set_il_scope_and_region(a_scope_stack_entry *entry, unsigned flags)
 {
   bool is_new = false;
   switch (entry->kind) {
-    case sck_file:
-      curr_il_region_number = file_scope_region_number;
-      entry->il_scope = curr_translation_unit->primary_scope;
-      break;
-    case sck_function_prototype: case sck_template_instantiation: case sck_instantiation_context:
-      curr_il_region_number = file_scope_region_number;
-      break;
-    case sck_namespace:
-      entry->il_scope = alloc_file_region_scope(entry);
-      entry->il_scope->owner.name_space = entry->assoc_namespace;
-      entry->assoc_namespace->variant.scope = entry->il_scope;
-      is_new = true;
-      break;
-    case sck_namespace_extension: case sck_namespace_reactivation:
-      curr_il_region_number = file_scope_region_number;
-      entry->il_scope = scope_of_namespace(entry->assoc_namespace);
-      break;
-    case sck_class:
-      entry->il_scope = alloc_file_region_scope(entry);
-      entry->il_scope->owner.type = entry->assoc_type;
-      class_supplement_of(entry->assoc_type)->class_scope = entry->il_scope;
-      is_new = true;
-      break;
-    case sck_class_reactivation:
-      curr_il_region_number = file_scope_region_number;
-      entry->il_scope = class_supplement_of(entry->assoc_type)->class_scope;
-      break;
-    case sck_enum:
-      entry->il_scope = alloc_file_region_scope(entry);
-      entry->il_scope->owner.type = entry->assoc_type;
-      is_new = true;
-      break;
-    case sck_template_declaration:
-      if (prototype_instantiations_in_il && !(flags & psf_no_il_scope)) {
-        entry->il_scope = alloc_scope(entry->kind, entry->number, nullptr);
-        is_new = true;
-      }
-      break;
-    case sck_condition:
+  case sck_file:
+    curr_il_region_number = file_scope_region_number;
+    entry->il_scope = curr_translation_unit->primary_scope;
+    break;
+  case sck_function_prototype:
+  case sck_template_instantiation:
+  case sck_instantiation_context: curr_il_region_number = file_scope_region_number; break;
+  case sck_namespace:
+    entry->il_scope = alloc_file_region_scope(entry);
+    entry->il_scope->owner.name_space = entry->assoc_namespace;
+    entry->assoc_namespace->variant.scope = entry->il_scope;
+    is_new = true;
+    break;
+  case sck_namespace_extension:
+  case sck_namespace_reactivation:
+    curr_il_region_number = file_scope_region_number;
+    entry->il_scope = scope_of_namespace(entry->assoc_namespace);
+    break;
+  case sck_class:
+    entry->il_scope = alloc_file_region_scope(entry);
+    entry->il_scope->owner.type = entry->assoc_type;
+    class_supplement_of(entry->assoc_type)->class_scope = entry->il_scope;
+    is_new = true;
+    break;
+  case sck_class_reactivation:
+    curr_il_region_number = file_scope_region_number;
+    entry->il_scope = class_supplement_of(entry->assoc_type)->class_scope;
+    break;
+  case sck_enum:
+    entry->il_scope = alloc_file_region_scope(entry);
+    entry->il_scope->owner.type = entry->assoc_type;
+    is_new = true;
+    break;
+  case sck_template_declaration:
+    if (prototype_instantiations_in_il && !(flags & psf_no_il_scope)) {
       entry->il_scope = alloc_scope(entry->kind, entry->number, nullptr);
       is_new = true;
-      break;
-    case sck_function:
-      entry->il_scope = new_il_region(sck_function, entry->number, entry->assoc_routine);
-      entry->region_is_own = true;
-      if (entry->assoc_routine != nullptr) entry->assoc_routine->region_number = curr_il_region_number;
-      is_new = true;
-      break;
-    case sck_block: case sck_pragma_rescan: case sck_function_access: break;
+    }
+    break;
+  case sck_condition:
+    entry->il_scope = alloc_scope(entry->kind, entry->number, nullptr);
+    is_new = true;
+    break;
+  case sck_function:
+    entry->il_scope = new_il_region(sck_function, entry->number, entry->assoc_routine);
+    entry->region_is_own = true;
+    if (entry->assoc_routine != nullptr)
+      entry->assoc_routine->region_number = curr_il_region_number;
+    is_new = true;
+    break;
+  case sck_block:
+  case sck_pragma_rescan:
+  case sck_function_access: break;
   }
   entry->region_number = curr_il_region_number;
   return is_new;
@@ -198,8 +212,10 @@ static bool set_il_scope_and_region(a_scope_stack_entry *entry, unsigned flags)
 
 static void append_subscope(a_scope_stack_entry *entry, a_scope *scope)
 {
-  if (entry->subscopes_tail != nullptr) entry->subscopes_tail->next = scope;
-  else entry->subscopes_head = scope;
+  if (entry->subscopes_tail != nullptr)
+    entry->subscopes_tail->next = scope;
+  else
+    entry->subscopes_head = scope;
   entry->subscopes_tail = scope;
 }
 
@@ -272,9 +288,9 @@ static bool sets_decl_scope_level(a_scope_kind kind)
 {
   if (kind == sck_pragma_rescan) return false;
   if (C_dialect != 2) return kind != sck_class;
-  return kind != sck_namespace_reactivation && kind != sck_class_reactivation
-         && kind != sck_instantiation_context && kind != sck_function_access
-         && kind != sck_template_instantiation;
+  return kind != sck_namespace_reactivation && kind != sck_class_reactivation &&
+         kind != sck_instantiation_context && kind != sck_function_access &&
+         kind != sck_template_instantiation;
 }
 
 static void set_lookup_facts(a_scope_stack_entry *entry, int depth)
@@ -283,16 +299,16 @@ static void set_lookup_facts(a_scope_stack_entry *entry, int depth)
   entry->previous_lookup_depth =
       entry->kind == sck_instantiation_context ? 0 : depth_of_initial_lookup_scope;
   depth_of_initial_lookup_scope = depth;
-  bool class_with_bases = entry->kind == sck_class
-                          && class_supplement_of(entry->assoc_type)->base_classes != nullptr;
-  bool slow = entry->kind == sck_template_instantiation || entry->kind == sck_class_reactivation
-              || entry->kind == sck_namespace_extension || entry->kind == sck_namespace_reactivation
-              || class_with_bases || (entry->kind == sck_file && entry->suppress_wrapup);
+  bool class_with_bases =
+      entry->kind == sck_class && class_supplement_of(entry->assoc_type)->base_classes != nullptr;
+  bool slow = entry->kind == sck_template_instantiation || entry->kind == sck_class_reactivation ||
+              entry->kind == sck_namespace_extension || entry->kind == sck_namespace_reactivation ||
+              class_with_bases || (entry->kind == sck_file && entry->suppress_wrapup);
   entry->use_slow_lookup = slow || (below != nullptr && below->use_slow_lookup);
-  bool force = entry->kind == sck_pragma_rescan || entry->kind == sck_template_declaration
-               || entry->kind == sck_template_instantiation
-               || entry->kind == sck_instantiation_context
-               || (entry->kind == sck_class && class_supplement_of(entry->assoc_type)->is_closure);
+  bool force = entry->kind == sck_pragma_rescan || entry->kind == sck_template_declaration ||
+               entry->kind == sck_template_instantiation ||
+               entry->kind == sck_instantiation_context ||
+               (entry->kind == sck_class && class_supplement_of(entry->assoc_type)->is_closure);
   entry->force_stack_lookup = force || (below != nullptr && below->force_stack_lookup);
 }
 
@@ -328,9 +344,9 @@ static void set_depths(a_scope_stack_entry *entry, int depth, unsigned flags)
     }
   }
   entry->in_local_class = inside_local_class;
-  bool c_class = C_dialect != 2 && kind == sck_class;  // declares nothing but members
-  if (kind == sck_template_instantiation || kind == sck_instantiation_context
-      || (is_class_kind(kind) && !c_class) || (is_namespace_kind(kind) && kind != sck_file)) {
+  bool c_class = C_dialect != 2 && kind == sck_class; // declares nothing but members
+  if (kind == sck_template_instantiation || kind == sck_instantiation_context ||
+      (is_class_kind(kind) && !c_class) || (is_namespace_kind(kind) && kind != sck_file)) {
     depth_innermost_function_scope = -1;
     innermost_function_scope = nullptr;
     entry->enclosing_function_depth = -1;
@@ -357,8 +373,8 @@ static void set_depths(a_scope_stack_entry *entry, int depth, unsigned flags)
     entry->namespace_depth = depth;
     curr_deferred_access_scope = depth;
   }
-  bool access = is_class_kind(kind) || kind == sck_function || kind == sck_function_access
-                || (kind == sck_template_instantiation && !(flags & psf_keep_access_depth));
+  bool access = is_class_kind(kind) || kind == sck_function || kind == sck_function_access ||
+                (kind == sck_template_instantiation && !(flags & psf_keep_access_depth));
   if (access) depth_of_innermost_scope_that_affects_access_control = depth;
 }
 
@@ -373,15 +389,16 @@ static void begin_object_lifetime(a_scope_stack_entry *entry, an_object_lifetime
     } else {
       push_object_lifetime(iek_scope, entry->il_scope, olk_global);
     }
-  } else if (entry->kind == sck_function || entry->kind == sck_pragma_rescan
-             || entry->kind == sck_function_prototype || entry->kind == sck_template_instantiation) {
+  } else if (entry->kind == sck_function || entry->kind == sck_pragma_rescan ||
+             entry->kind == sck_function_prototype || entry->kind == sck_template_instantiation) {
     curr_object_lifetime = curr_translation_unit->primary_scope->object_lifetime;
   }
   bool inherits = entry->kind == sck_block && entry > scope_stack && (entry - 1)->inherit_lifetime;
-  bool pushes = entry->kind == sck_function || entry->kind == sck_condition
-                || (entry->kind == sck_block && given == nullptr && !inherits);
+  bool pushes = entry->kind == sck_function || entry->kind == sck_condition ||
+                (entry->kind == sck_block && given == nullptr && !inherits);
   if (pushes) {
-    push_object_lifetime(entry->il_scope != nullptr ? iek_scope : iek_none, entry->il_scope, olk_block);
+    push_object_lifetime(entry->il_scope != nullptr ? iek_scope : iek_none, entry->il_scope,
+                         olk_block);
     entry->lifetime_pushed = true;
   }
   entry->object_lifetime = curr_object_lifetime;
@@ -391,14 +408,17 @@ static a_scope_pointers_block *external_block_for(a_scope_stack_entry *entry)
 {
   a_symbol *symbol = nullptr;
   switch (entry->kind) {
-    case sck_file: return curr_translation_unit->scope_pointers;
-    case sck_namespace: case sck_namespace_extension: case sck_namespace_reactivation:
-      symbol = entry->assoc_namespace->source_corresp.assoc_symbol;
-      return &symbol->variant.name_space.supplement->pointers_block;
-    case sck_class: case sck_class_reactivation:
-      symbol = entry->assoc_type->source_corresp.assoc_symbol;
-      return symbol != nullptr ? &class_supplement_of_symbol(symbol)->pointers_block : nullptr;
-    default: return nullptr;
+  case sck_file: return curr_translation_unit->scope_pointers;
+  case sck_namespace:
+  case sck_namespace_extension:
+  case sck_namespace_reactivation:
+    symbol = entry->assoc_namespace->source_corresp.assoc_symbol;
+    return &symbol->variant.name_space.supplement->pointers_block;
+  case sck_class:
+  case sck_class_reactivation:
+    symbol = entry->assoc_type->source_corresp.assoc_symbol;
+    return symbol != nullptr ? &class_supplement_of_symbol(symbol)->pointers_block : nullptr;
+  default: return nullptr;
   }
 }
 
@@ -420,8 +440,8 @@ void push_scope_full(const a_scope_push *push)
   a_scope_stack_entry *entry = &scope_stack[depth];
   memset(entry, 0, sizeof(*entry));
   entry->kind = push->kind;
-  entry->number = takes_given_number(push->kind, push->number) ? push->number
-                                                               : take_next_scope_number();
+  entry->number =
+      takes_given_number(push->kind, push->number) ? push->number : take_next_scope_number();
   entry->assoc_type = push->type;
   entry->assoc_routine = push->routine;
   entry->assoc_namespace = push->name_space;
@@ -433,8 +453,10 @@ void push_scope_full(const a_scope_push *push)
   entry->external_block = external_block_for(entry);
   set_number_of_owner(entry);
   if (is_new_scope) {
-    if (C_dialect == 2) set_parent_in_cplusplus(entry->il_scope, entry, enclosing_level);
-    else set_parent_in_c(entry->il_scope, enclosing_level);
+    if (C_dialect == 2)
+      set_parent_in_cplusplus(entry->il_scope, entry, enclosing_level);
+    else
+      set_parent_in_c(entry->il_scope, enclosing_level);
     if (entry->kind == sck_condition) append_subscope(entry - 1, entry->il_scope);
   }
   if (entry->il_scope != nullptr) entry->il_scope->stack_depth = depth;
@@ -514,8 +536,10 @@ static void process_pending_pragmas(a_scope_stack_entry *entry)
   a_pending_pragma *list = entry->pending_pragma_list;
   entry->pending_pragma_list = nullptr;
   if (list == nullptr) return;
-  if (total_errors != 0) free_pending_pragma_list(list);
-  else end_of_scope_pragma_processing(list);
+  if (total_errors != 0)
+    free_pending_pragma_list(list);
+  else
+    end_of_scope_pragma_processing(list);
 }
 
 static void move_homeless_symbols_to_inactive_chains()
@@ -542,13 +566,14 @@ static void end_object_lifetime(a_scope_stack_entry *entry)
 static void hand_on_subscopes(a_scope_stack_entry *entry)
 {
   if (entry->subscopes_head == nullptr) return;
-  if (entry->il_scope == nullptr && entry->kind == sck_function_prototype
-      && (entry - 1)->kind != sck_function_prototype) {
+  if (entry->il_scope == nullptr && entry->kind == sck_function_prototype &&
+      (entry - 1)->kind != sck_function_prototype) {
     ensure_il_scope_exists(entry);
   }
   if (entry->il_scope != nullptr) {
     a_scope **link = &entry->il_scope->subscopes;
-    while (*link != nullptr) link = &(*link)->next;
+    while (*link != nullptr)
+      link = &(*link)->next;
     *link = entry->subscopes_head;
     for (a_scope *scope = entry->subscopes_head; scope; scope = scope->next) {
       if (scope->parent == nullptr) scope->parent = entry->il_scope;
@@ -557,8 +582,10 @@ static void hand_on_subscopes(a_scope_stack_entry *entry)
   }
   if (entry == scope_stack) return;
   a_scope_stack_entry *below = entry - 1;
-  if (below->subscopes_tail != nullptr) below->subscopes_tail->next = entry->subscopes_head;
-  else below->subscopes_head = entry->subscopes_head;
+  if (below->subscopes_tail != nullptr)
+    below->subscopes_tail->next = entry->subscopes_head;
+  else
+    below->subscopes_head = entry->subscopes_head;
   below->subscopes_tail = entry->subscopes_tail;
 }
 
@@ -668,7 +695,8 @@ void pop_scope()
   // The entry's place stays readable until the next push.
   restore_from_new_top(entry);
   if (entry->for_init_scope) compare_for_init_names(entry, first_symbol);
-  if (kind == sck_function && depth_innermost_function_scope < 0) lower_waiting_functions_if_possible();
+  if (kind == sck_function && depth_innermost_function_scope < 0)
+    lower_waiting_functions_if_possible();
 }
 
 //---------------------------------------------------------------------------------------------
@@ -677,8 +705,10 @@ void pop_scope()
 void push_name_linkage(a_name_linkage_kind linkage)
 {
   a_saved_name_linkage *saved = avail_saved_name_linkages;
-  if (saved != nullptr) avail_saved_name_linkages = saved->next;
-  else saved = (a_saved_name_linkage *)alloc_in_region(0, sizeof(a_saved_name_linkage));
+  if (saved != nullptr)
+    avail_saved_name_linkages = saved->next;
+  else
+    saved = (a_saved_name_linkage *)alloc_in_region(0, sizeof(a_saved_name_linkage));
   saved->name_linkage = top_scope()->name_linkage;
   saved->is_explicit = top_scope()->name_linkage_is_explicit;
   saved->next = name_linkage_stack;
@@ -737,7 +767,8 @@ bool namespace_is_enclosed_by_scope(a_symbol *symbol, a_scope_stack_entry *entry
 
 a_symbol *current_class_symbol_if_class_template()
 {
-  for (int depth = depth_scope_stack; depth >= 0; depth = scope_stack[depth].previous_lookup_depth) {
+  for (int depth = depth_scope_stack; depth >= 0;
+       depth = scope_stack[depth].previous_lookup_depth) {
     a_scope_stack_entry *entry = &scope_stack[depth];
     if (is_class_kind(entry->kind)) {
       return as_class(entry->assoc_type).is_template_instance

@@ -74,13 +74,17 @@ void warn_if_code_is_unreachable(an_error_code code, const a_source_position *po
 bool is_constant_true(an_expr_node *expr)
 {
   while (expr != nullptr && expr->kind == enk_operation) {
-    if (op_of(expr) == eok_cast_to_bool) expr = first_operand_of(expr);
-    else if (op_of(expr) == eok_comma) expr = second_operand_of(expr);
-    else return false;
+    if (op_of(expr) == eok_cast_to_bool)
+      expr = first_operand_of(expr);
+    else if (op_of(expr) == eok_comma)
+      expr = second_operand_of(expr);
+    else
+      return false;
   }
   if (expr == nullptr || expr->kind != enk_constant) return false;
   a_constant *constant = constant_of(expr);
-  return (constant->kind == ck_integer || constant->kind == ck_float) && !is_zero_constant(constant);
+  return (constant->kind == ck_integer || constant->kind == ck_float) &&
+         !is_zero_constant(constant);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -117,26 +121,28 @@ static void merge_flow_at_end(a_struct_stmt_stack_entry *entry, an_expr_node *co
 {
   a_flow_words merged = merged_flow(entry->merged_flags, curr_flow());
   switch (entry->kind) {
-    case ssk_while: case ssk_for: {
-      bool endless = entry->kind == ssk_for && condition == nullptr ? true : is_constant_true(condition);
-      set_flow(endless ? dead_flow : merged_flow(curr_flow(), entry->saved_flags));
-      break;
-    }
-    case ssk_do:
-      if (is_constant_true(condition)) set_flow(dead_flow);
-      break;
-    case ssk_switch: {
-      bool has_default = switch_supplement_of(entry->statement)->default_case != nullptr;
-      set_flow(has_default ? merged : merged_flow(merged, entry->saved_flags));
-      break;
-    }
-    case ssk_if: {
-      bool always = !entry->in_else_part && is_constant_true(condition);
-      set_flow(entry->in_else_part || always ? merged : merged_flow(merged, entry->saved_flags));
-      break;
-    }
-    case ssk_try: set_flow(merged); break;
-    case ssk_block: break;
+  case ssk_while:
+  case ssk_for: {
+    bool endless =
+        entry->kind == ssk_for && condition == nullptr ? true : is_constant_true(condition);
+    set_flow(endless ? dead_flow : merged_flow(curr_flow(), entry->saved_flags));
+    break;
+  }
+  case ssk_do:
+    if (is_constant_true(condition)) set_flow(dead_flow);
+    break;
+  case ssk_switch: {
+    bool has_default = switch_supplement_of(entry->statement)->default_case != nullptr;
+    set_flow(has_default ? merged : merged_flow(merged, entry->saved_flags));
+    break;
+  }
+  case ssk_if: {
+    bool always = !entry->in_else_part && is_constant_true(condition);
+    set_flow(entry->in_else_part || always ? merged : merged_flow(merged, entry->saved_flags));
+    break;
+  }
+  case ssk_try: set_flow(merged); break;
+  case ssk_block: break;
   }
 }
 
@@ -245,20 +251,22 @@ static void check_return_of_noreturn(const a_source_position *position)
 static void follow_flow(a_statement_kind kind, const a_source_position *position)
 {
   switch (kind) {
-    case stmk_return: check_return_of_noreturn(position); [[fallthrough]];
-    case stmk_goto: case stmk_computed_goto:
-      // One message for a dead region: what ends dead code opens no new one.
-      set_flow({false, false, !curr_stmt_reachable && unreachable_reported});
-      break;
-    case stmk_label: case stmk_case: set_flow(live_flow); break;
-    default: break;
+  case stmk_return: check_return_of_noreturn(position); [[fallthrough]];
+  case stmk_goto:
+  case stmk_computed_goto:
+    // One message for a dead region: what ends dead code opens no new one.
+    set_flow({false, false, !curr_stmt_reachable && unreachable_reported});
+    break;
+  case stmk_label:
+  case stmk_case: set_flow(live_flow); break;
+  default: break;
   }
 }
 
 static bool is_executable(a_statement_kind kind)
 {
-  return kind != stmk_decl_entities && kind != stmk_vla_decl && kind != stmk_type_or_var_decl
-         && kind != stmk_init;
+  return kind != stmk_decl_entities && kind != stmk_vla_decl && kind != stmk_type_or_var_decl &&
+         kind != stmk_init;
 }
 
 a_statement *add_statement_at_stmt_pos(a_statement_kind kind, const a_source_position *position)
@@ -293,7 +301,8 @@ void record_entity_in_decl_stmt_if_needed(a_symbol *symbol)
   if (entity == nullptr) return;
   an_il_entity_list_entry *record = alloc_il_entity_list_entry(kind, entity);
   an_il_entity_list_entry **link = &entities_of(statement);
-  while (*link != nullptr) link = &(*link)->next;
+  while (*link != nullptr)
+    link = &(*link)->next;
   *link = record;
 }
 
@@ -319,7 +328,8 @@ void pop_construct_scope(bool pushed, a_statement *statement)
   scope->assoc_block = statement;
 }
 
-static void wrap_list_in_block(a_statement **place, a_scope *scope, const a_source_position *position)
+static void wrap_list_in_block(a_statement **place, a_scope *scope,
+                               const a_source_position *position)
 {
   a_statement *block = alloc_statement(stmk_block);
   block->start_position = *position;
@@ -366,8 +376,8 @@ static bool is_misra_call_that_ends_the_program(an_expr_node *expr)
   if (!check_misra_c_2004 || !is_operation(expr, eok_call)) return false;
   a_routine *routine = routine_from_function_expr(first_operand_of(expr));
   const char *name = routine != nullptr ? routine->source_corresp.name : nullptr;
-  return name != nullptr
-         && (strcmp(name, "abort") == 0 || strcmp(name, "exit") == 0 || strcmp(name, "_exit") == 0);
+  return name != nullptr &&
+         (strcmp(name, "abort") == 0 || strcmp(name, "exit") == 0 || strcmp(name, "_exit") == 0);
 }
 
 static void follow_flow_of_expression(an_expr_node *expr)
@@ -410,8 +420,8 @@ static bool reports_declaration_after_statement()
 static void block_declaration(bool after_extension)
 {
   a_struct_stmt_stack_entry *entry = top_stmt_entry();
-  if (entry->has_executable_statement && entry->kind == ssk_block
-      && reports_declaration_after_statement()) {
+  if (entry->has_executable_statement && entry->kind == ssk_block &&
+      reports_declaration_after_statement()) {
     pos_diagnostic(strict_ansi_mode ? strict_ansi_error_severity : es_error,
                    ec_declaration_after_statements, pos_curr_token);
   }
@@ -441,12 +451,27 @@ static bool at_label()
   if (curr_token != tok_identifier) return false;
   if (!any_initial_get_token_tests_needed) {
     const char *place = curr_char_loc;
-    while (*place == ' ' || *place == '\t') ++place;
+    while (*place == ' ' || *place == '\t')
+      ++place;
     switch (*place) {
-      case '=': case '(': case '[': case '-': case '+': case '.': case ';': case '*': case ',':
-      case '<': case '>': case '&': case '|': case '^': case '!': case ')': case '}':
-        return false;
-      default: break;
+    case '=':
+    case '(':
+    case '[':
+    case '-':
+    case '+':
+    case '.':
+    case ';':
+    case '*':
+    case ',':
+    case '<':
+    case '>':
+    case '&':
+    case '|':
+    case '^':
+    case '!':
+    case ')':
+    case '}': return false;
+    default: break;
     }
     if (is_id_char(*place)) return false;
   }
@@ -496,33 +521,38 @@ static void try_statement()
 static void declaration_or_expression()
 {
   bool after_extension = curr_token == tok_extension;
-  while (curr_token == tok_extension) get_token();
-  if (at_declaration()) block_declaration(after_extension);
-  else expression_statement(after_extension);
+  while (curr_token == tok_extension)
+    get_token();
+  if (at_declaration())
+    block_declaration(after_extension);
+  else
+    expression_statement(after_extension);
 }
 
 static void dispatch_statement(bool after_label)
 {
   switch (curr_token) {
-    case tok_lbrace: compound_statement(false, 0, false, false); break;
-    case tok_rbrace: closing_brace_in_place_of_statement(after_label); break;
-    case tok_semicolon: empty_statement(); break;
-    case tok_break: break_statement(); break;
-    case tok_case: case_label(); break;
-    case tok_default: default_label(); break;
-    case tok_continue: continue_statement(); break;
-    case tok_do: do_statement(); break;
-    case tok_for: for_statement(); break;
-    case tok_while: while_statement(); break;
-    case tok_if: if_statement(); break;
-    case tok_return: return_statement(); break;
-    case tok_switch: switch_statement(); break;
-    case tok_try: try_statement(); break;
-    case tok_goto: goto_statement(); break;
-    case tok_asm: case tok_gnu_asm: asm_statement(); break;
-    case tok_else: case tok_catch: misplaced_clause(); break;
-    case tok_end_of_source: syntax_error(ec_exp_statement); break;
-    default: declaration_or_expression(); break;
+  case tok_lbrace: compound_statement(false, 0, false, false); break;
+  case tok_rbrace: closing_brace_in_place_of_statement(after_label); break;
+  case tok_semicolon: empty_statement(); break;
+  case tok_break: break_statement(); break;
+  case tok_case: case_label(); break;
+  case tok_default: default_label(); break;
+  case tok_continue: continue_statement(); break;
+  case tok_do: do_statement(); break;
+  case tok_for: for_statement(); break;
+  case tok_while: while_statement(); break;
+  case tok_if: if_statement(); break;
+  case tok_return: return_statement(); break;
+  case tok_switch: switch_statement(); break;
+  case tok_try: try_statement(); break;
+  case tok_goto: goto_statement(); break;
+  case tok_asm:
+  case tok_gnu_asm: asm_statement(); break;
+  case tok_else:
+  case tok_catch: misplaced_clause(); break;
+  case tok_end_of_source: syntax_error(ec_exp_statement); break;
+  default: declaration_or_expression(); break;
   }
 }
 
@@ -535,10 +565,14 @@ static bool is_statement_label()
 static void labels_in_front()
 {
   for (;;) {
-    if (curr_token == tok_case) case_label();
-    else if (curr_token == tok_default) default_label();
-    else if (at_label()) label_definition();
-    else return;
+    if (curr_token == tok_case)
+      case_label();
+    else if (curr_token == tok_default)
+      default_label();
+    else if (at_label())
+      label_definition();
+    else
+      return;
   }
 }
 
@@ -570,7 +604,7 @@ static void statement_list()
     directly_after_label = false;
     scan_statement();
     if (curr_token_sequence_number == sequence_number && token_loop_continues(tok_rbrace)) {
-      get_token();  // nothing was taken: leave the token behind
+      get_token(); // nothing was taken: leave the token behind
     }
   }
   remove_stop_token(tok_semicolon);
@@ -624,11 +658,12 @@ a_statement *compound_statement(bool is_function_body, unsigned, bool dont_push_
   if (c99_mode || fixed_point_enabled) check_for_stdc_pragmas();
   if (curr_token == tok_label) local_label_declarations();
   statement_list();
-  select_curr_construct_pragmas(true);  // what waits for a construct is reported at the scope's end
+  select_curr_construct_pragmas(true); // what waits for a construct is reported at the scope's end
   a_source_position end_position = pos_curr_token;
   if (is_function_body) implicit_return(&end_position);
   finish_block(block, &end_position);
-  if (is_function_body) bind_scope_to_block(block, scope_stack[depth_innermost_function_scope].il_scope);
+  if (is_function_body)
+    bind_scope_to_block(block, scope_stack[depth_innermost_function_scope].il_scope);
   bool is_kept = is_function_body || is_statement_expression;
   if (is_kept) required_token_no_advance(tok_rbrace, ec_exp_rbrace);
   if (pushes_scope) {
@@ -650,7 +685,9 @@ a_statement *statement_expression_block()
 //---------------------------------------------------------------------------------------------
 // Initialisation
 
-void statements_one_time_init() {}
+void statements_one_time_init()
+{
+}
 
 void statements_init()
 {

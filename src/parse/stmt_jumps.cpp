@@ -24,18 +24,18 @@
 
 // A declaration over which a jump is reported.
 struct a_flow_init {
-  a_flow_init *next;        // the one before it in the block
+  a_flow_init *next; // the one before it in the block
   unsigned sequence;
-  a_variable *variable;     // null: a dimension of variable length
+  a_variable *variable; // null: a dimension of variable length
   a_source_position position;
   bool is_vla;
 };
 
 struct a_flow_block {
   a_flow_block *parent;
-  a_flow_block *next_of_function;  // all blocks of the function, to be recycled
+  a_flow_block *next_of_function; // all blocks of the function, to be recycled
   int depth;
-  a_flow_init *inits;       // newest first
+  a_flow_init *inits; // newest first
 };
 
 // A goto whose label has not been read.
@@ -48,7 +48,7 @@ struct a_pending_goto {
 
 struct a_label_flow {
   a_pending_goto *pending;
-  a_flow_block *block;      // where the label stands, once it is defined
+  a_flow_block *block; // where the label stands, once it is defined
   unsigned sequence;
 };
 
@@ -62,26 +62,35 @@ static unsigned label_count_of_function;
 
 bool curr_function_type_was_missing;
 
-template <class a_record>
-static a_record *take_record(a_record **free_list)
+template <class a_record> static a_record *take_record(a_record **free_list)
 {
   a_record *record = *free_list;
-  if (record != nullptr) *free_list = *(a_record **)record;
-  else record = (a_record *)alloc_in_region(0, sizeof(a_record));
+  if (record != nullptr)
+    *free_list = *(a_record **)record;
+  else
+    record = (a_record *)alloc_in_region(0, sizeof(a_record));
   memset((void *)record, 0, sizeof(a_record));
   return record;
 }
 
-template <class a_record>
-static void give_record_back(a_record **free_list, a_record *record)
+template <class a_record> static void give_record_back(a_record **free_list, a_record *record)
 {
   *(a_record **)record = *free_list;
   *free_list = record;
 }
 
-unsigned next_flow_sequence() { return ++flow_sequence; }
-a_flow_block *curr_flow_block() { return innermost_flow_block; }
-void set_curr_flow_block(a_flow_block *block) { innermost_flow_block = block; }
+unsigned next_flow_sequence()
+{
+  return ++flow_sequence;
+}
+a_flow_block *curr_flow_block()
+{
+  return innermost_flow_block;
+}
+void set_curr_flow_block(a_flow_block *block)
+{
+  innermost_flow_block = block;
+}
 
 void reset_flow_of_function()
 {
@@ -160,8 +169,8 @@ void update_init_statement_control_flow(a_statement *statement)
 static an_error_severity severity_of_bypass(const a_flow_init *init)
 {
   if (init->is_vla) return es_error;
-  if (C_dialect == 2 && !cfront_2_1_mode && init->variable != nullptr
-      && is_class_struct_union_type(skip_array_types(init->variable->type))) {
+  if (C_dialect == 2 && !cfront_2_1_mode && init->variable != nullptr &&
+      is_class_struct_union_type(skip_array_types(init->variable->type))) {
     return es_error;
   }
   return strict_ansi_mode ? strict_ansi_error_severity : es_warning;
@@ -188,8 +197,10 @@ static void add_bypassed(a_bypass_report *report, const a_flow_init *init)
   }
   a_symbol *symbol =
       init->variable != nullptr ? init->variable->source_corresp.assoc_symbol : nullptr;
-  if (symbol == nullptr) add_diag_info_with_pos_insert(ec_vla_dimension_at, init->position);
-  else sym_add_diag_info(init->is_vla ? ec_vla_declared : ec_entity_with_declaration, symbol);
+  if (symbol == nullptr)
+    add_diag_info_with_pos_insert(ec_vla_dimension_at, init->position);
+  else
+    sym_add_diag_info(init->is_vla ? ec_vla_declared : ec_entity_with_declaration, symbol);
 }
 
 // Those of the block with after < sequence < before, in source order.
@@ -211,8 +222,10 @@ static void add_entered_blocks(a_bypass_report *report, a_flow_block *block, a_f
 
 static a_flow_block *common_block(a_flow_block *a, a_flow_block *b)
 {
-  while (a->depth > b->depth) a = a->parent;
-  while (b->depth > a->depth) b = b->parent;
+  while (a->depth > b->depth)
+    a = a->parent;
+  while (b->depth > a->depth)
+    b = b->parent;
   while (a != b) {
     a = a->parent;
     b = b->parent;
@@ -339,7 +352,7 @@ void label_definition()
   top_stmt_entry()->contains_label = true;
   // What is read behind the label may have been set in text that follows.
   curr_flow_context += (++label_count_of_function) << 12;
-  get_token();  // the colon
+  get_token(); // the colon
   label_attributes(label);
 }
 
@@ -381,7 +394,8 @@ static void computed_goto(const a_source_position *position)
 {
   a_source_position star_position = pos_curr_token;
   get_token();
-  if (strict_ansi_mode) pos_diagnostic(strict_ansi_error_severity, ec_nonstd_assigned_goto, star_position);
+  if (strict_ansi_mode)
+    pos_diagnostic(strict_ansi_error_severity, ec_nonstd_assigned_goto, star_position);
   an_expr_node *expr = scan_computed_goto_expression();
   pos_st_error(ec_not_supported, star_position, "computed goto");
   a_statement *statement = add_statement_at_stmt_pos(stmk_computed_goto, position);
@@ -466,8 +480,8 @@ void continue_statement()
 static bool needs_no_value(a_type *type)
 {
   type = skip_typerefs(type);
-  return type->kind == tk_void || type->kind == tk_error || type->kind == tk_template_param
-         || is_template_dependent_type(type);
+  return type->kind == tk_void || type->kind == tk_error || type->kind == tk_template_param ||
+         is_template_dependent_type(type);
 }
 
 static bool is_main_returning_int(a_routine *routine)
@@ -497,8 +511,9 @@ void missing_return_check(bool is_explicit, const a_source_position *position)
   if (severity == es_none || (!is_explicit && severity <= es_warning && !end_reachable)) return;
   a_symbol *symbol = routine->source_corresp.assoc_symbol;
   if (symbol == nullptr) return;
-  pos_sy_diagnostic(severity, is_explicit ? ec_no_value_returned_in_non_void_function
-                                          : ec_implicit_return_from_non_void_function,
+  pos_sy_diagnostic(severity,
+                    is_explicit ? ec_no_value_returned_in_non_void_function
+                                : ec_implicit_return_from_non_void_function,
                     *position, symbol);
 }
 
@@ -520,8 +535,8 @@ static void return_with_operand(a_routine *routine, const a_source_position *pos
   a_source_position operand_position = pos_curr_token;
   a_dynamic_init *init = nullptr;
   an_expr_node *expr;
-  if (routine != nullptr
-      && (routine->special_kind == sfk_constructor || routine->special_kind == sfk_destructor)) {
+  if (routine != nullptr &&
+      (routine->special_kind == sfk_constructor || routine->special_kind == sfk_destructor)) {
     pos_error(ec_value_returned_in_constructor, operand_position);
     expr = scan_void_expression(false, false, false);
   } else if (is_void) {

@@ -278,7 +278,8 @@ static void rotate_up(a_case_tree **link, a_case_tree *child)
 }
 
 // Enters the case; returns one that it overlaps, or null.
-static a_switch_case_entry *insert_case(a_case_tree **link, a_switch_case_entry *entry, bool is_signed)
+static a_switch_case_entry *insert_case(a_case_tree **link, a_switch_case_entry *entry,
+                                        bool is_signed)
 {
   a_case_tree *node = *link;
   if (node == nullptr) {
@@ -294,9 +295,12 @@ static a_switch_case_entry *insert_case(a_case_tree **link, a_switch_case_entry 
   }
   a_switch_case_entry *conflict;
   a_case_tree **branch;
-  if (compare_values(high_value_of(entry), node->entry->low_value, is_signed) < 0) branch = &node->left;
-  else if (compare_values(entry->low_value, high_value_of(node->entry), is_signed) > 0) branch = &node->right;
-  else return node->entry;
+  if (compare_values(high_value_of(entry), node->entry->low_value, is_signed) < 0)
+    branch = &node->left;
+  else if (compare_values(entry->low_value, high_value_of(node->entry), is_signed) > 0)
+    branch = &node->right;
+  else
+    return node->entry;
   conflict = insert_case(branch, entry, is_signed);
   if (*branch != nullptr && (*branch)->priority > node->priority) rotate_up(link, *branch);
   return conflict;
@@ -306,8 +310,10 @@ static void add_case_to_struct_stmt_stack_entry(a_switch_case_entry *entry,
                                                 a_struct_stmt_stack_entry *switch_entry)
 {
   a_switch_supplement *supplement = switch_supplement_of(switch_entry->statement);
-  if (supplement->last_case != nullptr) supplement->last_case->next = entry;
-  else supplement->first_case = entry;
+  if (supplement->last_case != nullptr)
+    supplement->last_case->next = entry;
+  else
+    supplement->first_case = entry;
   supplement->last_case = entry;
   if (entry->low_value == nullptr) {
     supplement->default_case = entry;
@@ -330,17 +336,19 @@ static a_constant *case_value(a_struct_stmt_stack_entry *switch_entry)
   a_constant constant;
   a_source_position position = pos_curr_token;
   scan_integral_constant_expression(&constant);
-  if (constant.kind == ck_integer && switch_entry != nullptr && switch_entry->case_type != nullptr) {
+  if (constant.kind == ck_integer && switch_entry != nullptr &&
+      switch_entry->case_type != nullptr) {
     bool not_folded = false;
     type_change_constant(&constant, switch_entry->case_type, true, &not_folded, &position);
   }
   return alloc_shareable_constant(&constant);
 }
 
-static bool range_is_empty(a_constant *low, a_constant *high, a_struct_stmt_stack_entry *switch_entry)
+static bool range_is_empty(a_constant *low, a_constant *high,
+                           a_struct_stmt_stack_entry *switch_entry)
 {
-  if (low->kind != ck_integer || high->kind != ck_integer || switch_entry == nullptr
-      || switch_entry->case_type == nullptr) {
+  if (low->kind != ck_integer || high->kind != ck_integer || switch_entry == nullptr ||
+      switch_entry->case_type == nullptr) {
     return false;
   }
   return compare_values(high, low, case_is_signed(switch_entry)) < 0;
@@ -376,13 +384,15 @@ void case_label()
     entry->high_value = case_value(switch_entry);
     if (range_is_empty(entry->low_value, entry->high_value, switch_entry)) {
       pos_warning(ec_invalid_case_range, high_position);
-      depth = -1;  // an empty range matches nothing
+      depth = -1; // an empty range matches nothing
     }
   }
   remove_stop_token(tok_colon);
   required_token(tok_colon, ec_exp_colon);
-  if (depth >= 0) add_case_statement(entry, depth);
-  else set_flow(live_flow);  // no second message about what follows
+  if (depth >= 0)
+    add_case_statement(entry, depth);
+  else
+    set_flow(live_flow); // no second message about what follows
 }
 
 void default_label()

@@ -16,7 +16,10 @@ void (*check_symbol_uniqueness_hook)(a_symbol *symbol);
 //---------------------------------------------------------------------------------------------
 // The scope's own table
 
-static uint32_t hash_of_header(const void *key) { return ((const a_symbol_header *)key)->hash; }
+static uint32_t hash_of_header(const void *key)
+{
+  return ((const a_symbol_header *)key)->hash;
+}
 
 static bool symbol_has_header(const void *value, const void *key)
 {
@@ -28,14 +31,22 @@ static bool symbol_has_header(const void *value, const void *key)
 static uint32_t table_size_for_scope_kind(a_scope_kind kind)
 {
   switch (kind) {
-    case sck_file: return C_dialect == 2 ? 100 : 0;
-    case sck_namespace: case sck_namespace_extension: return 100;
-    case sck_class: return 30;
-    case sck_class_reactivation: return 5;
-    case sck_function_prototype: case sck_block: case sck_namespace_reactivation:
-    case sck_template_declaration: case sck_template_instantiation: case sck_instantiation_context:
-    case sck_pragma_rescan: case sck_function_access: case sck_condition: case sck_enum:
-    case sck_function: return 0;
+  case sck_file: return C_dialect == 2 ? 100 : 0;
+  case sck_namespace:
+  case sck_namespace_extension: return 100;
+  case sck_class: return 30;
+  case sck_class_reactivation: return 5;
+  case sck_function_prototype:
+  case sck_block:
+  case sck_namespace_reactivation:
+  case sck_template_declaration:
+  case sck_template_instantiation:
+  case sck_instantiation_context:
+  case sck_pragma_rescan:
+  case sck_function_access:
+  case sck_condition:
+  case sck_enum:
+  case sck_function: return 0;
   }
   unexpected_kind("scope kind");
 }
@@ -63,7 +74,8 @@ void remove_symbol_from_lookup_table(a_symbol *symbol, a_scope_pointers_block *b
   a_symbol **link = (a_symbol **)hash_find(block->symbol_hash_table, symbol->header, false);
   if (link == nullptr) return;
   a_symbol **first = link;
-  while (*link != nullptr && *link != symbol) link = &(*link)->next_in_bucket;
+  while (*link != nullptr && *link != symbol)
+    link = &(*link)->next_in_bucket;
   if (*link == nullptr) return;
   // An entry needs a symbol to tell its name: an emptied one keeps none and must not be found.
   if (link == first && symbol->next_in_bucket == nullptr) {
@@ -81,13 +93,16 @@ static void append_to_block(a_symbol *symbol, a_scope_pointers_block *block)
 {
   symbol->prev_in_scope = block->last_symbol;
   symbol->next_in_scope = nullptr;
-  if (block->last_symbol != nullptr) block->last_symbol->next_in_scope = symbol;
-  else block->symbols = symbol;
+  if (block->last_symbol != nullptr)
+    block->last_symbol->next_in_scope = symbol;
+  else
+    block->symbols = symbol;
   block->last_symbol = symbol;
 }
 
 // C++: a member named as its class (12.1, 9.2p13).  Returns true after an error.
-static bool check_member_named_as_class(a_symbol *symbol, a_scope_stack_entry *entry, bool no_errors)
+static bool check_member_named_as_class(a_symbol *symbol, a_scope_stack_entry *entry,
+                                        bool no_errors)
 {
   if (C_dialect != 2 || entry->kind != sck_class || entry->assoc_type == nullptr) return false;
   a_symbol *class_symbol = entry->assoc_type->source_corresp.assoc_symbol;
@@ -107,8 +122,9 @@ static bool check_member_named_as_class(a_symbol *symbol, a_scope_stack_entry *e
 static a_class_symbol_supplement *supplement_of_class_type(a_type *class_type)
 {
   a_symbol *symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
-  return symbol != nullptr && symbol_kind_is_class(symbol->kind) ? class_supplement_of_symbol(symbol)
-                                                                 : nullptr;
+  return symbol != nullptr && symbol_kind_is_class(symbol->kind)
+             ? class_supplement_of_symbol(symbol)
+             : nullptr;
 }
 
 // A symbol of no scope on the stack: into its class, its namespace, or the list of homeless ones.
@@ -239,16 +255,17 @@ static a_conflict find_conflict(a_symbol *symbol, a_symbol *old, int depth, bool
 {
   if (symbol->kind == sk_undefined || old->kind == sk_undefined) return cf_none;
   bool hides_param = symbol->kind == sk_variable && !symbol->is_parameter && old->is_parameter;
-  bool old_rule = C_dialect == 1 || cfront_2_1_mode || cfront_3_0_mode
-                  || ((gcc_mode || gpp_mode) && gnu_version <= 30399);
+  bool old_rule = C_dialect == 1 || cfront_2_1_mode || cfront_3_0_mode ||
+                  ((gcc_mode || gpp_mode) && gnu_version <= 30399);
   if (hides_param && old_rule) {
     if (!no_errors) {
-      pos_st_warning(ec_decl_hides_function_parameter, symbol->position, symbol->header->identifier);
+      pos_st_warning(ec_decl_hides_function_parameter, symbol->position,
+                     symbol->header->identifier);
     }
     return cf_none;
   }
-  if (gcc_mode && old->kind == sk_field && symbol->kind == sk_field
-      && (old->is_anonymous_union_member || symbol->is_anonymous_union_member)) {
+  if (gcc_mode && old->kind == sk_field && symbol->kind == sk_field &&
+      (old->is_anonymous_union_member || symbol->is_anonymous_union_member)) {
     a_symbol *anonymous = old->is_anonymous_union_member ? old : symbol;
     a_symbol *other = anonymous == old ? symbol : old;
     if (!no_errors) {
@@ -256,9 +273,9 @@ static a_conflict find_conflict(a_symbol *symbol, a_symbol *old, int depth, bool
     }
     return cf_none;
   }
-  if (gnu_namespace_and_class_in_same_scope
-      && (symbol->kind == sk_namespace) != (old->kind == sk_namespace)
-      && (is_tag_symbol(symbol) || is_tag_symbol(old))) {
+  if (gnu_namespace_and_class_in_same_scope &&
+      (symbol->kind == sk_namespace) != (old->kind == sk_namespace) &&
+      (is_tag_symbol(symbol) || is_tag_symbol(old))) {
     return cf_none;
   }
   if (depth >= 0 && scope_stack[depth].kind == sck_template_instantiation) return cf_none;
@@ -295,12 +312,13 @@ static bool scan_for_conflicts(a_symbol *symbol, a_symbol ***link, int depth, bo
     next = old->next_same_name;
     if (name_space_for_symbol_kind[old->kind] != space) continue;
     switch (find_conflict(symbol, old, depth, no_errors)) {
-      case cf_none: case cf_tag_behind: break;
-      case cf_behind_other: *link = &old->next_same_name; break;
-      case cf_replace_old: unlink_symbol_from_symbol_table(old); break;
-      case cf_error:
-        if (!no_errors) report_conflict(symbol, old);
-        return false;
+    case cf_none:
+    case cf_tag_behind: break;
+    case cf_behind_other: *link = &old->next_same_name; break;
+    case cf_replace_old: unlink_symbol_from_symbol_table(old); break;
+    case cf_error:
+      if (!no_errors) report_conflict(symbol, old);
+      return false;
     }
   }
   return true;
@@ -313,8 +331,8 @@ static bool goes_to_inactive_chain(a_symbol *symbol, int depth)
     return symbol->scope_number >= 0 || file_scope_symbols_are_on_inactive_list;
   }
   a_scope_stack_entry *entry = &scope_stack[depth];
-  bool at_namespace_level = entry->kind == sck_file || entry->kind == sck_namespace
-                            || entry->kind == sck_namespace_extension;
+  bool at_namespace_level = entry->kind == sck_file || entry->kind == sck_namespace ||
+                            entry->kind == sck_namespace_extension;
   return at_namespace_level && block_of_scope_entry(entry)->inactive_list_after_file_scope;
 }
 
@@ -327,8 +345,9 @@ static void link_onto_chain(a_symbol *symbol, int depth, bool no_errors)
   }
   a_symbol **link;
   if (depth < 0) {
-    link = &symbol->header->active_symbols;  // homeless symbols stand behind all others
-    while (*link != nullptr) link = &(*link)->next_same_name;
+    link = &symbol->header->active_symbols; // homeless symbols stand behind all others
+    while (*link != nullptr)
+      link = &(*link)->next_same_name;
   } else {
     link = place_on_chain(symbol->header, depth);
     if (*link != nullptr) {
@@ -347,9 +366,12 @@ static void link_onto_chain(a_symbol *symbol, int depth, bool no_errors)
 // Keywords and macros: one slot each on the header.
 static bool enter_lexical_symbol(a_symbol *symbol)
 {
-  if (symbol->kind == sk_keyword) symbol->header->keyword_symbol = symbol;
-  else if (symbol->kind == sk_macro) symbol->header->macro_symbol = symbol;
-  else return false;
+  if (symbol->kind == sk_keyword)
+    symbol->header->keyword_symbol = symbol;
+  else if (symbol->kind == sk_macro)
+    symbol->header->macro_symbol = symbol;
+  else
+    return false;
   return true;
 }
 
@@ -372,7 +394,8 @@ static a_type *class_of_qualifier(a_type *type)
 
 static a_symbol *make_symbol_from_locator(a_symbol_kind kind, a_symbol_locator *locator)
 {
-  a_symbol_header *header = locator->header != nullptr ? locator->header : header_for_error_symbol();
+  a_symbol_header *header =
+      locator->header != nullptr ? locator->header : header_for_error_symbol();
   a_symbol *symbol = alloc_symbol(kind, header, locator->position);
   symbol->not_entered = locator->is_qualified;
   if (locator->qualifier_is_class) {
@@ -445,7 +468,8 @@ a_symbol *enter_injected_class_name_symbol(a_symbol *class_symbol)
 a_symbol *enter_undefined_symbol(a_symbol_locator *locator)
 {
   // In C the message comes once a function: the symbol stands in the function's scope.
-  int depth = depth_innermost_function_scope >= 0 ? depth_innermost_function_scope : decl_scope_level;
+  int depth =
+      depth_innermost_function_scope >= 0 ? depth_innermost_function_scope : decl_scope_level;
   return enter_symbol(sk_undefined, locator, depth, true);
 }
 
@@ -534,11 +558,16 @@ static a_scope_pointers_block *block_of_symbol(a_symbol *symbol)
 
 static void remove_from_scope_list(a_symbol *symbol, a_scope_pointers_block *block)
 {
-  if (symbol->prev_in_scope != nullptr) symbol->prev_in_scope->next_in_scope = symbol->next_in_scope;
-  else if (block != nullptr && block->symbols == symbol) block->symbols = symbol->next_in_scope;
-  else if (symbols_with_no_scope == symbol) symbols_with_no_scope = symbol->next_in_scope;
-  if (symbol->next_in_scope != nullptr) symbol->next_in_scope->prev_in_scope = symbol->prev_in_scope;
-  else if (block != nullptr && block->last_symbol == symbol) block->last_symbol = symbol->prev_in_scope;
+  if (symbol->prev_in_scope != nullptr)
+    symbol->prev_in_scope->next_in_scope = symbol->next_in_scope;
+  else if (block != nullptr && block->symbols == symbol)
+    block->symbols = symbol->next_in_scope;
+  else if (symbols_with_no_scope == symbol)
+    symbols_with_no_scope = symbol->next_in_scope;
+  if (symbol->next_in_scope != nullptr)
+    symbol->next_in_scope->prev_in_scope = symbol->prev_in_scope;
+  else if (block != nullptr && block->last_symbol == symbol)
+    block->last_symbol = symbol->prev_in_scope;
   symbol->next_in_scope = symbol->prev_in_scope = nullptr;
 }
 

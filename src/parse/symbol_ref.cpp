@@ -88,13 +88,14 @@ void mark_variable_value_set(a_symbol *symbol)
 // declaration and use means that the value may come from later text.
 static void check_used_before_set(a_symbol *symbol, const a_source_position *position)
 {
-  if (symbol->value_set || symbol->used_before_set_reported || !is_automatic_variable(symbol)) return;
+  if (symbol->value_set || symbol->used_before_set_reported || !is_automatic_variable(symbol))
+    return;
   if (symbol->variant.variable.loop_depth != curr_flow_context) return;
   a_type *type = skip_typerefs(variable_of_symbol(symbol)->type);
   if (type->kind == tk_array || is_or_contains_volatile(variable_of_symbol(symbol)->type)) return;
   symbol->used_before_set_reported = true;
-  if (check_misra_c_2004
-      && misra_c_2004_generate_diagnostic(ec_misra_c_2004_9_1, misra_required_severity)) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_9_1, misra_required_severity)) {
     return;
   }
   pos_sy_warning(ec_used_before_set, *position, symbol);
@@ -124,7 +125,7 @@ void check_use_of_deprecated_entity(a_source_correspondence *corresp, an_il_entr
 
 void reference_to_invalid_name(a_symbol_locator *locator, a_source_position *position)
 {
-  if (locator->header == nullptr) return;  // the scanner has reported what stood there
+  if (locator->header == nullptr) return; // the scanner has reported what stood there
   a_symbol *symbol = locator->symbol;
   if (symbol == nullptr || symbol->kind != sk_undefined) symbol = enter_undefined_symbol(locator);
   if (!symbol->error_reported) {
@@ -151,7 +152,10 @@ void mark_routine_referenced_full(a_routine *routine, bool)
   }
 }
 
-void mark_routine_referenced(a_routine *routine) { mark_routine_referenced_full(routine, true); }
+void mark_routine_referenced(a_routine *routine)
+{
+  mark_routine_referenced_full(routine, true);
+}
 
 void mark_variable_referenced(a_variable *variable)
 {
@@ -164,8 +168,8 @@ void mark_variable_referenced(a_variable *variable)
 static void record_variable_use(unsigned ref_kind, a_symbol *symbol,
                                 const a_source_position *position, bool is_evaluated)
 {
-  bool only_modified = (ref_kind & rk_read_modified) == rk_modified
-                       && !(ref_kind & rk_address_taken);
+  bool only_modified =
+      (ref_kind & rk_read_modified) == rk_modified && !(ref_kind & rk_address_taken);
   if (!only_modified) symbol->address_or_read = true;
   if (is_evaluated && (ref_kind & rk_read) && ref_kind != rk_read_folded) {
     check_used_before_set(symbol, position);
@@ -185,11 +189,12 @@ void record_symbol_reference_full(unsigned ref_kind, a_symbol *symbol,
   if (ref_kind & rk_error) return;
   symbol->referenced = true;
   switch (symbol->kind) {
-    case sk_variable: record_variable_use(ref_kind, symbol, position, is_evaluated); break;
-    case sk_routine: case sk_member_function:
-      if (update_needed) mark_routine_referenced_full(routine_of_symbol(symbol), is_evaluated);
-      break;
-    default: break;
+  case sk_variable: record_variable_use(ref_kind, symbol, position, is_evaluated); break;
+  case sk_routine:
+  case sk_member_function:
+    if (update_needed) mark_routine_referenced_full(routine_of_symbol(symbol), is_evaluated);
+    break;
+  default: break;
   }
   if (update_needed) mark_entity_referenced(symbol);
   a_source_correspondence *corresp = source_corresp_entry_for_symbol(symbol);

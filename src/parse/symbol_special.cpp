@@ -94,7 +94,8 @@ a_symbol *add_symbol_to_overload_list(a_symbol *first, a_symbol *new_symbol,
                       ? first
                       : make_overload_symbol(first, at_namespace_level, name_space);
   a_symbol **link = &overloads_of_symbol(set);
-  while (*link != nullptr) link = &(*link)->next_same_name;
+  while (*link != nullptr)
+    link = &(*link)->next_same_name;
   *link = new_symbol;
   new_symbol->next_same_name = nullptr;
   return set;
@@ -103,7 +104,8 @@ a_symbol *add_symbol_to_overload_list(a_symbol *first, a_symbol *new_symbol,
 a_symbol *enter_overloaded_symbol(a_symbol_kind kind, a_symbol_locator *locator, int depth,
                                   a_symbol *first, a_symbol **overload_symbol)
 {
-  a_symbol_header *header = locator->header != nullptr ? locator->header : header_for_error_symbol();
+  a_symbol_header *header =
+      locator->header != nullptr ? locator->header : header_for_error_symbol();
   a_symbol *symbol = alloc_symbol(kind, header, locator->position);
   symbol->decl_seq = ++decl_seq_counter;
   symbol->scope_number = first->scope_number;
@@ -112,13 +114,15 @@ a_symbol *enter_overloaded_symbol(a_symbol_kind kind, a_symbol_locator *locator,
   if (depth >= 0) {
     a_scope_pointers_block *block = block_of_scope_entry(&scope_stack[depth]);
     symbol->prev_in_scope = block->last_symbol;
-    if (block->last_symbol != nullptr) block->last_symbol->next_in_scope = symbol;
-    else block->symbols = symbol;
+    if (block->last_symbol != nullptr)
+      block->last_symbol->next_in_scope = symbol;
+    else
+      block->symbols = symbol;
     block->last_symbol = symbol;
   }
-  *overload_symbol = add_symbol_to_overload_list(first, symbol, !first->is_class_member,
-                                                 first->is_class_member ? nullptr
-                                                                        : first->parent.name_space);
+  *overload_symbol =
+      add_symbol_to_overload_list(first, symbol, !first->is_class_member,
+                                  first->is_class_member ? nullptr : first->parent.name_space);
   locator->symbol = symbol;
   locator->symbol_not_entered = false;
   return symbol;
@@ -150,7 +154,8 @@ a_symbol *make_projection_symbol(a_symbol *symbol, a_type *class_type, a_base_cl
                                  a_derivation_step *derivation, bool is_ambiguous)
 {
   class_type = skip_typerefs(class_type);
-  if (class_type->kind == tk_template_param) class_type = proxy_class_for_template_param(class_type);
+  if (class_type->kind == tk_template_param)
+    class_type = proxy_class_for_template_param(class_type);
   a_symbol *projection = alloc_symbol(sk_projection, symbol->header, symbol->position);
   projection->is_class_member = true;
   projection->parent.class_type = class_type;
@@ -364,19 +369,30 @@ void *il_entry_for_symbol_null_okay(a_symbol *symbol, an_il_entry_kind *kind)
   check(symbol->kind < sk_last);
   *kind = il_kinds[symbol->kind];
   switch (symbol->kind) {
-    case sk_macro: return symbol->variant.macro_def ? symbol->variant.macro_def->il_macro : nullptr;
-    case sk_constant: return symbol->variant.constant;
-    case sk_type: case sk_class_or_struct_tag: case sk_union_tag: case sk_enum_tag:
-      return symbol->variant.type.type;
-    case sk_variable: case sk_static_data_member: return symbol->variant.variable.variable;
-    case sk_field: return symbol->variant.field.field;
-    case sk_member_function: case sk_routine: return symbol->variant.routine.routine;
-    case sk_label: return symbol->variant.label.label;
-    case sk_class_template: case sk_function_template: return symbol->variant.template_info.entry;
-    case sk_namespace: return symbol->variant.name_space.entry;
-    case sk_keyword: case sk_undefined: case sk_extern_variable: case sk_extern_routine:
-    case sk_projection: case sk_overloaded_function: case sk_parameter: case sk_namespace_projection:
-    case sk_last: break;
+  case sk_macro: return symbol->variant.macro_def ? symbol->variant.macro_def->il_macro : nullptr;
+  case sk_constant: return symbol->variant.constant;
+  case sk_type:
+  case sk_class_or_struct_tag:
+  case sk_union_tag:
+  case sk_enum_tag: return symbol->variant.type.type;
+  case sk_variable:
+  case sk_static_data_member: return symbol->variant.variable.variable;
+  case sk_field: return symbol->variant.field.field;
+  case sk_member_function:
+  case sk_routine: return symbol->variant.routine.routine;
+  case sk_label: return symbol->variant.label.label;
+  case sk_class_template:
+  case sk_function_template: return symbol->variant.template_info.entry;
+  case sk_namespace: return symbol->variant.name_space.entry;
+  case sk_keyword:
+  case sk_undefined:
+  case sk_extern_variable:
+  case sk_extern_routine:
+  case sk_projection:
+  case sk_overloaded_function:
+  case sk_parameter:
+  case sk_namespace_projection:
+  case sk_last: break;
   }
   return nullptr;
 }
@@ -398,20 +414,32 @@ a_source_correspondence *source_corresp_entry_for_symbol(a_symbol *symbol)
 a_type *type_of_entity_symbol(a_symbol *symbol)
 {
   switch (symbol->kind) {
-    case sk_constant: return symbol->variant.constant ? symbol->variant.constant->type : nullptr;
-    case sk_type: case sk_class_or_struct_tag: case sk_union_tag: case sk_enum_tag:
-      return symbol->variant.type.type;
-    case sk_variable: case sk_static_data_member:
-      return symbol->variant.variable.variable ? symbol->variant.variable.variable->type : nullptr;
-    case sk_field: return symbol->variant.field.field ? symbol->variant.field.field->type : nullptr;
-    case sk_member_function: case sk_routine:
-      return symbol->variant.routine.routine ? symbol->variant.routine.routine->type : nullptr;
-    case sk_extern_variable: case sk_extern_routine: return symbol->variant.extern_entity.type;
-    case sk_projection: return type_of_entity_symbol(projected_symbol_of(symbol));
-    case sk_parameter: return symbol->variant.param_type ? symbol->variant.param_type->type : nullptr;
-    case sk_keyword: case sk_macro: case sk_label: case sk_undefined: case sk_overloaded_function:
-    case sk_class_template: case sk_function_template: case sk_namespace:
-    case sk_namespace_projection: case sk_last: break;
+  case sk_constant: return symbol->variant.constant ? symbol->variant.constant->type : nullptr;
+  case sk_type:
+  case sk_class_or_struct_tag:
+  case sk_union_tag:
+  case sk_enum_tag: return symbol->variant.type.type;
+  case sk_variable:
+  case sk_static_data_member:
+    return symbol->variant.variable.variable ? symbol->variant.variable.variable->type : nullptr;
+  case sk_field: return symbol->variant.field.field ? symbol->variant.field.field->type : nullptr;
+  case sk_member_function:
+  case sk_routine:
+    return symbol->variant.routine.routine ? symbol->variant.routine.routine->type : nullptr;
+  case sk_extern_variable:
+  case sk_extern_routine: return symbol->variant.extern_entity.type;
+  case sk_projection: return type_of_entity_symbol(projected_symbol_of(symbol));
+  case sk_parameter: return symbol->variant.param_type ? symbol->variant.param_type->type : nullptr;
+  case sk_keyword:
+  case sk_macro:
+  case sk_label:
+  case sk_undefined:
+  case sk_overloaded_function:
+  case sk_class_template:
+  case sk_function_template:
+  case sk_namespace:
+  case sk_namespace_projection:
+  case sk_last: break;
   }
   return nullptr;
 }
@@ -425,8 +453,8 @@ int scope_depth_of_symbol(a_symbol *symbol, bool *is_local)
   if (symbol->scope_number < 0) return -1;
   for (int depth = depth_scope_stack; depth >= 0; --depth) {
     if (scope_stack[depth].number != symbol->scope_number) continue;
-    *is_local |= scope_stack[depth].enclosing_function_depth >= 0
-                 || scope_stack[depth].kind == sck_function;
+    *is_local |=
+        scope_stack[depth].enclosing_function_depth >= 0 || scope_stack[depth].kind == sck_function;
     return depth;
   }
   return -1;
@@ -450,8 +478,8 @@ bool is_block_extern_symbol(a_symbol *symbol)
   scope_depth_of_symbol(symbol, &is_local);
   if (!is_local) return false;
   if (symbol->kind == sk_routine) return true;
-  return variable_of_symbol(symbol) != nullptr
-         && variable_of_symbol(symbol)->storage_class == sc_extern;
+  return variable_of_symbol(symbol) != nullptr &&
+         variable_of_symbol(symbol)->storage_class == sc_extern;
 }
 
 a_namespace *parent_namespace_for_symbol(a_symbol *symbol)
@@ -481,8 +509,10 @@ void set_namespace_membership(a_symbol *symbol, a_source_correspondence *corresp
 
 void set_membership_in_source_corresp(a_symbol *symbol, a_source_correspondence *corresp)
 {
-  if (symbol->is_class_member) set_class_membership(symbol, corresp, symbol->parent.class_type);
-  else if (symbol->parent.name_space) set_namespace_membership(symbol, corresp, symbol->parent.name_space);
+  if (symbol->is_class_member)
+    set_class_membership(symbol, corresp, symbol->parent.class_type);
+  else if (symbol->parent.name_space)
+    set_namespace_membership(symbol, corresp, symbol->parent.name_space);
 }
 
 an_access_specifier access_for_symbol(a_symbol *symbol)

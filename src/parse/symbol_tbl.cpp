@@ -47,7 +47,7 @@ static constexpr int trans_unit_table_step = 16384;
 // Translation unit of each scope number; used once a second unit is open.
 static a_translation_unit **trans_unit_for_scope;
 static int size_of_trans_unit_for_scope;
-static a_symbol_header *error_symbol_header;   // "<error>": entered without a name
+static a_symbol_header *error_symbol_header; // "<error>": entered without a name
 
 //---------------------------------------------------------------------------------------------
 // Headers
@@ -160,13 +160,13 @@ a_symbol *find_label_symbol(a_symbol_header *header)
 // General hash tables
 
 static const uint32_t bucket_primes[58] = {
-    1,         5,         11,        17,        29,         41,         59,        83,
-    127,       179,       251,       353,       499,        701,        983,       1381,
-    1949,      2729,      3821,      5351,      7499,       10499,      14699,     20593,
-    28837,     40387,     56543,     79181,     110863,     155209,     217307,    304253,
-    425959,    596363,    834913,    1168879,   1636457,    2291041,    3207461,   4490459,
-    6286661,   8801327,   12321863,  17250641,  24150901,   33811277,   47335793,  66270121,
-    92778187,  129889477, 181845299, 254583437, 356416861,  498983623,  698577083, 978007931,
+    1,          5,         11,        17,        29,        41,        59,        83,
+    127,        179,       251,       353,       499,       701,       983,       1381,
+    1949,       2729,      3821,      5351,      7499,      10499,     14699,     20593,
+    28837,      40387,     56543,     79181,     110863,    155209,    217307,    304253,
+    425959,     596363,    834913,    1168879,   1636457,   2291041,   3207461,   4490459,
+    6286661,    8801327,   12321863,  17250641,  24150901,  33811277,  47335793,  66270121,
+    92778187,   129889477, 181845299, 254583437, 356416861, 498983623, 698577083, 978007931,
     1369211111, 1916895569};
 
 static uint32_t first_prime_not_below(uint64_t size)
@@ -252,7 +252,8 @@ void hash_remove(a_hash_table *table, const void *key)
 uint32_t hash_source_string(const char *text)
 {
   uint32_t hash = 0;
-  for (; *text != '\0'; ++text) hash = 33 * hash + (uint32_t)(int)(signed char)*text;
+  for (; *text != '\0'; ++text)
+    hash = 33 * hash + (uint32_t)(int)(signed char)*text;
   return hash;
 }
 
@@ -365,10 +366,10 @@ void make_type_conversion_locator(a_type *type, a_symbol_locator *locator,
 {
   a_symbol_header *header = conversion_header_list;
   for (; header != nullptr; header = header->next_in_bucket) {
-    a_symbol *symbol = header->active_symbols != nullptr ? header->active_symbols
-                                                         : header->inactive_symbols;
-    if (symbol != nullptr && symbol->kind == sk_member_function
-        && identical_types(return_type_of(routine_of_symbol(symbol)->type), type)) {
+    a_symbol *symbol =
+        header->active_symbols != nullptr ? header->active_symbols : header->inactive_symbols;
+    if (symbol != nullptr && symbol->kind == sk_member_function &&
+        identical_types(return_type_of(routine_of_symbol(symbol)->type), type)) {
       break;
     }
   }
@@ -430,8 +431,10 @@ void symbol_tbl_one_time_init()
 
 void symbol_tbl_init()
 {
-  if (symbol_table.buckets == nullptr) alloc_symbol_table_buckets(initial_table_bits);
-  else memset(symbol_table.buckets, 0, sizeof(a_symbol_header *) << (32 - symbol_table.shift));
+  if (symbol_table.buckets == nullptr)
+    alloc_symbol_table_buckets(initial_table_bits);
+  else
+    memset(symbol_table.buckets, 0, sizeof(a_symbol_header *) << (32 - symbol_table.shift));
   symbol_table.header_count = 0;
   next_scope_number = 1;
   decl_seq_counter = 0;

@@ -93,7 +93,7 @@ TEST_F(SourceInput, LinesOfAllLengths)
   EXPECT_EQ(line(), "");
   ASSERT_FALSE(read_logical_source_line(true, false));
   EXPECT_EQ(line(), long_line);
-  error_threshold = es_error;  // no word about the missing newline
+  error_threshold = es_error; // no word about the missing newline
   ASSERT_FALSE(read_logical_source_line(true, false));
   EXPECT_EQ(line(), "last");
   EXPECT_EQ(memcmp(end_of_curr_source_line, "\0\2\0\1", 4), 0);
@@ -104,10 +104,12 @@ TEST_F(SourceInput, LinesOfAllLengths)
 TEST_F(SourceInput, PositionsBehindSplicesAndTrigraphs)
 {
   trigraphs_allowed = true;
-  push("one \\\n two ?""?( four \\\n\\\nsix\nnext\n", "a.c");
+  push("one \\\n two ?"
+       "?( four \\\n\\\nsix\nnext\n",
+       "a.c");
   read_logical_source_line(true, false);
   EXPECT_EQ(line(), "one  two [ four six");
-  expect_position("six", 4, 1);   // places may be asked for in any order
+  expect_position("six", 4, 1); // places may be asked for in any order
   expect_position("one", 1, 1);
   expect_position("two", 2, 2);
   expect_position("[", 2, 6);
@@ -138,7 +140,7 @@ TEST_F(SourceInput, ScannerPassesThroughModifications)
   EXPECT_EQ(curr_char_loc, inner);
   a_source_position pos;
   conv_line_loc_to_source_pos(inner, &pos);
-  EXPECT_EQ(pos.column, 1);  // all of an expansion stands where the call does
+  EXPECT_EQ(pos.column, 1); // all of an expansion stands where the call does
   curr_char_loc = inner + 1;
   ASSERT_TRUE(leave_source_line_modif());
   EXPECT_EQ(curr_char_loc, outer + 7);
@@ -159,7 +161,8 @@ TEST_F(SourceInput, ScannerPassesThroughModifications)
 TEST_F(SourceInput, ThousandsOfModificationsInOneLine)
 {
   std::string text;
-  for (int i = 0; i < 50000; ++i) text += "ab ";
+  for (int i = 0; i < 50000; ++i)
+    text += "ab ";
   push(text + "\n", "a.c");
   read_logical_source_line(true, false);
   for (int i = 0; i < 50000; ++i) {
@@ -212,7 +215,8 @@ TEST_F(SourceInput, NumbersToFilesAndLines)
   read_logical_source_line(true, false);
   read_logical_source_line(true, false);
   push("i1\ni2\n", "inc.h", true);
-  for (int i = 0; i < 3; ++i) read_logical_source_line(true, false);
+  for (int i = 0; i < 3; ++i)
+    read_logical_source_line(true, false);
   EXPECT_EQ(line(), "3");
   expect_file_and_line(1, "main.c", 1);
   expect_file_and_line(3, "inc.h", 1);
@@ -245,10 +249,12 @@ TEST_F(SourceInput, NumbersToFilesAndLines)
 TEST_F(SourceInput, FileIndexStaysSmallAndUseful)
 {
   std::string text;
-  for (int i = 1; i <= 20000; ++i) text += std::to_string(i) + "\n";
+  for (int i = 1; i <= 20000; ++i)
+    text += std::to_string(i) + "\n";
   push(text, "a.c");
   a_source_file *file = curr_ise->first_source_file;
-  while (!read_logical_source_line(true, false)) {}
+  while (!read_logical_source_line(true, false)) {
+  }
   for (a_line_number line : {1ul, 99ul, 100ul, 5000ul, 12345ul, 19999ul}) {
     a_line_number indexed;
     long offset;

@@ -4,8 +4,11 @@
 #include "unit_fixture.h"
 
 class symbols : public a_unit_test {
- protected:
-  void push_block() { push_scope(sck_block, -1, nullptr, nullptr); }
+protected:
+  void push_block()
+  {
+    push_scope(sck_block, -1, nullptr, nullptr);
+  }
 };
 
 TEST_F(symbols, a_spelling_has_one_header)
@@ -133,7 +136,9 @@ TEST_F(symbols, curr_scope_lookup_ignores_outer_scopes)
 TEST_F(symbols, general_tables_find_every_key_after_rebuilding)
 {
   auto hash = [](const void *key) -> uint32_t { return *(const int *)key * 2654435761u; };
-  auto equal = [](const void *value, const void *key) { return *(const int *)value == *(const int *)key; };
+  auto equal = [](const void *value, const void *key) {
+    return *(const int *)value == *(const int *)key;
+  };
   a_hash_table *table = alloc_hash_table(no_memory_region, 1, hash, equal);
   static int keys[500];
   for (int i = 0; i < 500; ++i) {
@@ -142,7 +147,8 @@ TEST_F(symbols, general_tables_find_every_key_after_rebuilding)
   }
   EXPECT_EQ(table->entry_count, 500u);
   EXPECT_GT(table->bucket_count, 500u);
-  for (int &key : keys) EXPECT_EQ(*hash_find(table, &key, false), &key);
+  for (int &key : keys)
+    EXPECT_EQ(*hash_find(table, &key, false), &key);
   int missing = 1;
   EXPECT_EQ(hash_find(table, &missing, false), nullptr);
 }

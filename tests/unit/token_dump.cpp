@@ -48,7 +48,7 @@ std::string text_of_constant(const a_constant &constant)
   }
 }
 
-}  // namespace
+} // namespace
 
 std::string text_of_curr_token()
 {
@@ -63,8 +63,7 @@ std::string text_of_curr_token()
   }
 }
 
-namespace
-{
+namespace {
 
 // In the child: the pipeline up to the parser, whose place the loop takes.
 [[noreturn]] void scan_file(const std::vector<std::string> &options, const std::string &file,

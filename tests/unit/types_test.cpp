@@ -2,8 +2,11 @@
 #include "unit_fixture.h"
 
 class types : public a_unit_test {
- protected:
-  a_type *int_type() { return integer_type(ik_int); }
+protected:
+  a_type *int_type()
+  {
+    return integer_type(ik_int);
+  }
   void set_long_precision(unsigned bits)
   {
     targ_precisionof_long = bits;
