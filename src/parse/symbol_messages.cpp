@@ -47,19 +47,25 @@ static a_symbol *resolve(a_symbol *symbol)
   return symbol;
 }
 
-// The type of the declared entity, or null where a name alone has to do.
+template <class an_entity> static a_type *type_if_entered(an_entity *entity)
+{
+  return entity == nullptr ? nullptr : entity->type;
+}
+
+// The type of the declared entity, or null where a name alone has to do.  A symbol that is just being entered
+// has no entity yet.
 static a_type *type_of_entity(a_symbol *symbol)
 {
   switch (symbol->kind) {
-  case sk_constant: return constant_of_symbol(symbol)->type;
+  case sk_constant: return type_if_entered(constant_of_symbol(symbol));
   case sk_variable:
-  case sk_static_data_member: return variable_of_symbol(symbol)->type;
-  case sk_field: return field_of_symbol(symbol)->type;
+  case sk_static_data_member: return type_if_entered(variable_of_symbol(symbol));
+  case sk_field: return type_if_entered(field_of_symbol(symbol));
   case sk_routine:
-  case sk_member_function: return routine_of_symbol(symbol)->type;
+  case sk_member_function: return type_if_entered(routine_of_symbol(symbol));
   case sk_extern_variable:
   case sk_extern_routine: return symbol->variant.extern_entity.type;
-  case sk_parameter: return symbol->variant.param_type->type;
+  case sk_parameter: return type_if_entered(symbol->variant.param_type);
   case sk_keyword:
   case sk_macro:
   case sk_type:
