@@ -442,8 +442,9 @@ static void object_initializer(a_decl_parse_state *state, an_id_linkage_kind lin
   } else if (!cpp11_mode) {
     pos_warning(ec_list_initializer_nonstandard_in_current_mode, position);
   }
-  mark_variable_value_set(state->symbol);
+  // Within its own initializer the variable has no value yet.
   initializer(state, &position, linkage, false, &end, pos_block);
+  mark_variable_value_set(state->symbol);
 }
 
 void object_declaration(a_symbol_locator *locator, a_decl_parse_state *state, bool,

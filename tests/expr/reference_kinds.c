@@ -35,6 +35,6 @@ void t(int p)
   switch (p) { case 1: x5 = 1; case 2: f(x5); }
 }
 void only_set(int p) { int a = 1; int b; b = 2; int *q = &b; static int s; s = 3; int e[2]; e[0] = 1; struct S x; x.a = 1; p = 3; }  // expect: warning declared_but_not_referenced expect: warning declared_but_not_referenced expect: warning set_but_not_used expect: warning set_but_not_used
-void uses(void) { int y = y; int z = f(z); int n = sizeof n; int *p = &n; int (*ff)(int) = f; f(*p), ff(1); }
+void uses(void) { int y = y; int z = f(z); int n = sizeof n; int *p = &n; int (*ff)(int) = f; f(*p), ff(1); }  // expect: warning used_before_set expect: warning used_before_set
 void lp(int n) { int i, s; for (i = 0; i < n; i++) s += i; f(s); }
 void gt(int n) { int a; if (n) goto lab; a = 1; lab: f(a); }
