@@ -57,7 +57,7 @@ an_expr_operator_kind which_binary_operator(unsigned token, a_type *type)
   }
 }
 
-static a_type *boolean_result_type()
+a_type *boolean_result_type()
 {
   if (C_dialect == 2 && bool_is_keyword) return bool_type();
   return integer_type(ik_int);
@@ -84,6 +84,17 @@ static void make_failed_result(an_operand *left, an_operand *right, an_operand *
   change_operand_refs_to_error(left);
   change_operand_refs_to_error(right);
   make_error_operand(result);
+}
+
+// Applies a check of exprutil.h to both operands, so that each is reported; false leaves an error.
+static bool check_both(bool (*check_operand)(an_operand *), an_operand *left, an_operand *right,
+                       an_operand *result)
+{
+  bool left_ok = check_operand(left);
+  bool right_ok = check_operand(right);
+  if (left_ok && right_ok) return true;
+  make_failed_result(left, right, result);
+  return false;
 }
 
 static void report_incompatible(an_operand *left, an_operand *right, a_source_position *pos)
@@ -222,12 +233,7 @@ void scan_shift_operator(an_operand *left, a_rescan_control_block *, an_operand 
   an_operand right;
   scan_right_operand(prec_shift, &token, &pos, &right);
   transform_both(left, &right);
-  bool left_ok = check_integral_or_enum_operand(left);
-  bool right_ok = check_integral_or_enum_operand(&right);
-  if (!left_ok || !right_ok) {
-    make_failed_result(left, &right, result);
-    return;
-  }
+  if (!check_both(check_integral_or_enum_operand, left, &right, result)) return;
   if (C_dialect == 1) { // K&R: the usual arithmetic conversions apply to the left operand too
     a_type *type = determine_arithmetic_conversions(left, &right);
     cast_operand(type, left, false);
@@ -249,12 +255,7 @@ void scan_bit_operator(an_operand *left, a_rescan_control_block *, an_operand *r
                                                : prec_bit_or;
   scan_right_operand(precedence, &token, &pos, &right);
   transform_both(left, &right);
-  bool left_ok = check_integral_or_enum_operand(left);
-  bool right_ok = check_integral_or_enum_operand(&right);
-  if (!left_ok || !right_ok) {
-    make_failed_result(left, &right, result);
-    return;
-  }
+  if (!check_both(check_integral_or_enum_operand, left, &right, result)) return;
   do_arithmetic(token, left, &right, &pos, result);
 }
 
@@ -277,12 +278,7 @@ void scan_min_max_operator(an_operand *left, a_rescan_control_block *, an_operan
                         result, &pos, token);
     return;
   }
-  bool left_ok = check_arithmetic_or_enum_operand(left);
-  bool right_ok = check_arithmetic_or_enum_operand(&right);
-  if (!left_ok || !right_ok) {
-    make_failed_result(left, &right, result);
-    return;
-  }
+  if (!check_both(check_arithmetic_or_enum_operand, left, &right, result)) return;
   do_arithmetic(token, left, &right, &pos, result);
 }
 
@@ -359,12 +355,7 @@ static void do_comparison(a_token_kind token, an_operand *left, an_operand *righ
     do_pointer_comparison(token, left, right, pos, result);
     return;
   }
-  bool left_ok = check_arithmetic_or_enum_operand(left);
-  bool right_ok = check_arithmetic_or_enum_operand(right);
-  if (!left_ok || !right_ok) {
-    make_failed_result(left, right, result);
-    return;
-  }
+  if (!check_both(check_arithmetic_or_enum_operand, left, right, result)) return;
   check_unsigned_comparison(token, left, right, pos);
   check_mixed_comparison(left, right, pos);
   a_type *type = determine_arithmetic_conversions(left, right);

@@ -26,6 +26,9 @@ OPERATOR_HANDLER(scan_assignment_operator);
 OPERATOR_HANDLER(scan_compound_assignment_operator);
 OPERATOR_HANDLER(scan_comma_operator);
 
+// The type of comparisons and logical operators: int, or bool where C++ has the keyword.
+a_type *boolean_result_type();
+
 // Prefix operators; the current token is the operator.
 void scan_prefix_incr_decr(an_operand *result);
 void scan_prefix_operator(an_operand *result);

@@ -38,11 +38,6 @@ static bool check_unary_operand(a_token_kind token, an_operand *operand)
   }
 }
 
-static a_type *boolean_result_type()
-{
-  return C_dialect == 2 && bool_is_keyword ? bool_type() : integer_type(ik_int);
-}
-
 void scan_prefix_operator(an_operand *result)
 {
   a_token_kind token = curr_token;

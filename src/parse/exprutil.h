@@ -219,6 +219,13 @@ inline bool in_constant_context()
   return expr_stack->expression_kind < ek_normal;
 }
 
+// Whether a folded constant keeps the expression that it came from: only code of functions is looked
+// at again (messages, checkers, replay); initializers may have a million elements.
+inline bool constants_keep_their_expression()
+{
+  return expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result;
+}
+
 // Opens `entry` above expr_stack.  force_own_lifetime and no_lifetime matter in C++ only.
 void push_expr_stack(an_expression_kind kind, an_expr_stack_entry *entry, bool force_own_lifetime,
                      bool no_lifetime);

@@ -29,14 +29,6 @@ an_expr_node *cast_node(an_expr_node *node, a_type *type, bool is_implicit)
   return cast;
 }
 
-// Whether a folded constant keeps the expression that it came from: only code of functions is
-// looked at
-// again (messages, checkers, replay); initializers may have a million elements.
-static bool constants_keep_their_expression()
-{
-  return expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result;
-}
-
 // -------------------------------------------------------------------------------------------------
 // Casts of operands
 

@@ -12,11 +12,6 @@
 #include "lex/lexical.h"
 #include "parse/exprutil.h"
 
-static bool constants_keep_their_expression()
-{
-  return expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result;
-}
-
 // The constant needs no rescan and no message of its own when an operand is a literal of a huge
 // table.
 static an_expr_node *node_of_copy(an_operand *operand)
