@@ -86,8 +86,6 @@ void add_to_def_undef_list(const char *text, a_def_from_cmd_line **head, a_def_f
 // Installed by the precompiled-header module: called for each relevant option.
 extern void (*pch_option_hook)(an_option_id id, int value, const char *argument);
 // Installed by the checkers: read the rule lists of their options; false for a bad list.
-extern bool (*check_misra_hook)(const char *argument);
-extern bool (*misra_severity_hook)(const char *argument, bool required);
 extern bool (*check_ulp_hook)(const char *argument);
 extern bool (*ulp_severity_hook)(const char *argument);
 extern bool (*ulp_standalone_mode_hook)(const char *argument);

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include "check/misra.h"
 #include "driver/cfe.h"
 #include "driver/cmd_line.h"
 #include "driver/cmd_line_internal.h"
@@ -21,8 +22,6 @@
 bool dialect_was_given;
 char **shell_opts;
 void (*pch_option_hook)(an_option_id id, int value, const char *argument);
-bool (*check_misra_hook)(const char *argument);
-bool (*misra_severity_hook)(const char *argument, bool required);
 bool (*check_ulp_hook)(const char *argument);
 bool (*ulp_severity_hook)(const char *argument);
 bool (*ulp_standalone_mode_hook)(const char *argument);
@@ -286,26 +285,15 @@ static void check_rule_list(bool (*reader)(const char *), const an_option_kind &
 
 void process_misra_rules(const an_option_kind &option, const char *argument)
 {
-  check_rule_list(check_misra_hook, option, argument, ec_misra_invalid_rules);
-}
-
-// Severity that a word of the checkers' options stands for; es_default for any other word.
-static an_error_severity severity_of_word(const char *word)
-{
-  if (strcmp(word, "error") == 0) return es_discretionary_error;
-  if (strcmp(word, "warning") == 0) return es_warning;
-  if (strcmp(word, "remark") == 0) return es_remark;
-  if (strcmp(word, "suppress") == 0) return es_none;
-  return es_default;
+  bool is_bad;
+  process_check_misra(argument, nullptr, &is_bad, true, false);
+  if (is_bad) str_command_line_error(ec_misra_invalid_rules, option.name);
 }
 
 void process_misra_level(const an_option_kind &option, const char *argument)
 {
-  bool required = option.id == opt_misra_required;
-  an_error_severity severity = severity_of_word(argument);
-  if (severity == es_default) str_command_line_error(ec_misra_invalid_rules, option.name);
-  (required ? misra_required_severity : misra_advisory_severity) = severity;
-  if (misra_severity_hook != nullptr) misra_severity_hook(argument, required);
+  process_misra_severity(option.id == opt_misra_required ? misra_required : misra_advisory,
+                         argument, nullptr);
 }
 
 void process_power_advice(const an_option_kind &option, const char *argument)

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include "check/misra.h"
 #include "consts/const_ints.h"
 #include "consts/float_pt.h"
 #include "consts/fp_constraints.h"
@@ -71,7 +72,7 @@ void fe_early_init()
   il_write_early_init();
   depth_scope_stack = -1;
   trans_unit_early_init();
-  call_if_present(misra_early_init);
+  misra_early_init();
   call_if_present(ulp_early_init);
 }
 
@@ -113,7 +114,7 @@ void fe_one_time_init()
   call_if_present(lower_omp_one_time_init);
   call_if_present(name_lower_one_time_init);
   call_if_present(extasm_one_time_init);
-  if (check_misra_c_2004) call_if_present(misra_make_rule_hash);
+  if (check_misra_c_2004) misra_one_time_init();
 }
 
 // ---- The primary unit ----

@@ -5,6 +5,7 @@
 #include "driver/fe_wrapup.h"
 #include <cerrno>
 #include <cstdio>
+#include "check/misra.h"
 #include "driver/cfe.h"
 #include "driver/flags.h"
 #include "driver/host_envir.h"
@@ -53,7 +54,7 @@ static bool is_strict_c89()
 
 static void parse_declarations()
 {
-  if (check_misra_c_2004 && !is_strict_c89()) call_if_present(misra_check_language_version);
+  if (check_misra_c_2004 && !is_strict_c89()) misra_check_language_version();
   while (curr_token != tok_end_of_source) {
     if (c99_mode || fixed_point_enabled) check_for_stdc_pragmas();
     declaration(false, false, true, false, nullptr, nullptr);
@@ -64,7 +65,7 @@ static void run_file_scope_checks()
 {
   if (depth_scope_stack < 0) return;
   a_scope *file_scope = curr_translation_unit->primary_scope;
-  if (check_misra_c_2004) call_if_present(misra_check_file_scope_variables, file_scope);
+  if (check_misra_c_2004) misra_check_file_scope_variables(file_scope);
   if (check_ulp) call_if_present(check_scope_for_ulp_violations, file_scope);
 }
 
@@ -311,7 +312,7 @@ void fe_wrapup()
   if (has_secondary_units) free_regions_of_secondary_units();
   close_listings();
   in_front_end = false;
-  if (check_misra_c_2004) call_if_present(misra_wrapup);
+  if (check_misra_c_2004) misra_wrapup();
 }
 
 static void close_raw_listing()

@@ -51,12 +51,7 @@ LATER void init_name_linkage_constants();
 LATER void check_class_linkage();
 
 // Checkers.
-LATER void misra_early_init();
 LATER void ulp_early_init();
-LATER void misra_make_rule_hash();
-LATER void misra_check_language_version();
-LATER void misra_check_file_scope_variables(a_scope *scope);
-LATER void misra_wrapup();
 LATER void check_scope_for_ulp_violations(a_scope *scope);
 
 // Lowering of OpenMP, names, and the assembly extensions.

@@ -4,14 +4,13 @@
 // Entry:   enter_symbol, add_symbol_to_symbol_table, unlink_symbol_from_symbol_table, remove_symbol.
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_links.h"
 #include "parse/symbol_tbl.h"
-
-void (*check_symbol_uniqueness_hook)(a_symbol *symbol);
 
 //---------------------------------------------------------------------------------------------
 // The scope's own table
@@ -358,9 +357,7 @@ static void link_onto_chain(a_symbol *symbol, int depth, bool no_errors)
   symbol->next_same_name = *link;
   *link = symbol;
   symbol->on_active_chain = true;
-  if (check_misra_c_2004 && check_symbol_uniqueness_hook != nullptr) {
-    check_symbol_uniqueness_hook(symbol);
-  }
+  if (check_misra_c_2004) misra_hooks.check_symbol_uniqueness(symbol);
 }
 
 // Keywords and macros: one slot each on the header.

@@ -1,0 +1,105 @@
+// misra_pending.cpp - checks that are not part of the system yet.  They are weak: the file that brings a check
+// replaces it, and its row here goes.
+#include "check/misra.h"
+
+#pragma GCC diagnostic ignored "-Wunused-parameter"
+#define PENDING __attribute__((weak))
+
+PENDING void check_for_invalid_identifier(const char *name, const a_source_position *pos,
+                                          unsigned kinds)
+{
+}
+PENDING void check_for_misra_20_1(const char *name, size_t length)
+{
+}
+PENDING void check_for_misra_20_2(const a_symbol_locator *locator)
+{
+}
+PENDING void misra_one_time_init()
+{
+}
+PENDING void misra_wrapup()
+{
+}
+PENDING void check_symbol_uniqueness(a_symbol *symbol)
+{
+}
+PENDING bool symbol_in_different_header_file(a_seq_number sequence, a_symbol *symbol)
+{
+  return false;
+}
+PENDING bool variables_in_same_scope(const a_variable *a, const a_variable *b)
+{
+  return false;
+}
+PENDING int get_pointer_depth(a_type *type, bool through_all)
+{
+  return 0;
+}
+PENDING void check_routine_for_misra_violations(a_routine *routine)
+{
+}
+PENDING void check_routine_params(a_type *type)
+{
+}
+PENDING void check_routine_params_for_names(a_param_type *params, a_source_position pos)
+{
+}
+PENDING void misra_check_expr(an_expr_node *expr, a_type *type)
+{
+}
+PENDING bool is_operand_misra_primary_expr(an_operand *operand, an_expr_operator_kind op)
+{
+  return true;
+}
+PENDING bool is_expr_effectively_boolean(an_expr_node *expr, bool known_only)
+{
+  return false;
+}
+PENDING bool expr_refers_to_floating_type(an_expr_node *expr)
+{
+  return false;
+}
+PENDING bool is_expr_of_signed_integral_type(an_expr_node *expr)
+{
+  return false;
+}
+PENDING bool is_expr_ptr_to_nonstatic(an_expr_node *expr, a_variable **variable)
+{
+  return false;
+}
+PENDING bool is_operand_ptr_to_nonstatic(an_operand *operand, a_variable **variable)
+{
+  return false;
+}
+PENDING a_variable *find_loop_condition_variable(an_expr_node *expr)
+{
+  return nullptr;
+}
+PENDING bool oper_nodes_are_same_arg(an_expr_node *a, an_expr_node *b)
+{
+  return false;
+}
+PENDING a_type *fundamental_expr_type(an_expr_node *expr, int *precision)
+{
+  return nullptr;
+}
+PENDING a_type *fundamental_constant_type(a_constant *constant, int *precision)
+{
+  return nullptr;
+}
+PENDING a_type *fundamental_operand_type(an_operand *operand, int *precision)
+{
+  return nullptr;
+}
+PENDING void misra_check_is_oper_conv_valid(an_operand *operand, bool is_complex, bool is_argument,
+                                            bool is_return, bool is_compound, a_type *target_type)
+{
+}
+PENDING void ensure_types_both_plain_or_unplain_char(a_source_position pos, a_type *type1,
+                                                     a_type *type2)
+{
+}
+PENDING void misra_check_file_scope_variables(a_scope *scope)
+{
+}
