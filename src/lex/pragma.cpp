@@ -372,7 +372,9 @@ static void enter_target_pragma(a_pragma_kind_tag kind, a_target_pragma_form for
 
 static void enter_target_pragmas()
 {
-#define TARGET_PRAGMA(kind, form) enter_target_pragma(kind, form);
+  bool has_module = target_pragma_handlers.process_cpp_pragma != nullptr;
+#define TARGET_PRAGMA(kind, form)                                                                  \
+  if (has_module || form == tpf_misra) enter_target_pragma(kind, form);
 #include "lex/pragmas.def"
 }
 
@@ -391,5 +393,5 @@ void pragma_init()
     enter_pragma({nullptr, kind, phase, flags, flags2, severity, handler});                        \
   }
 #include "lex/pragmas.def"
-  if (target_pragma_handlers.process_cpp_pragma != nullptr) enter_target_pragmas();
+  enter_target_pragmas();
 }
