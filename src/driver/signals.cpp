@@ -14,7 +14,7 @@
 #include "parse/scope_stk.h"
 
 static constexpr uintptr_t lowest_usable_address = 100001;
-static constexpr size_t size_of_signal_stack = 64 * 1024;
+static constexpr size_t size_of_signal_stack = size_t{64} * 1024;
 
 static void (*common_callback)(int);
 static bool handlers_are_installed;

@@ -234,7 +234,7 @@ public:
 
 private:
   static constexpr unsigned long shallow_depth = 200;
-  static constexpr unsigned long deepest_noted = shallow_depth + 4 * max_macro_nesting;
+  static constexpr unsigned long deepest_noted = shallow_depth + 4ul * max_macro_nesting;
   bool behind_macro_name = false;
   int open_calls = 0;
   bool is_call[deepest_noted - shallow_depth];

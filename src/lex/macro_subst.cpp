@@ -8,6 +8,7 @@
 #include "errors/error.h"
 #include "lex/lexical.h"
 #include "lex/macro_internal.h"
+#include "mem/check.h"
 
 namespace {
 // The text being written.
@@ -267,6 +268,7 @@ void substitute_macro_call(a_macro_call *call, char *from)
   ensure_expansion_buffer_space(size_of_replacement(call) + 4);
   a_substitution s = {};
   s.call = call;
+  check(next_free_in_expansion_buffer != nullptr);
   s.start = s.to = next_free_in_expansion_buffer;
   s.concatenations_tail = &call->concatenations;
   write_replacement(&s);

@@ -151,6 +151,7 @@ void lower_sequence_point_expr(an_expr_node *expr)
 // The statement that gives the value; null after a message.
 static a_statement *find_value_statement(a_statement *block)
 {
+  check(block != nullptr);
   a_statement *statement = block;
   while (statement != nullptr && statement->kind == stmk_block) {
     statement = last_statement_in_block(statement);

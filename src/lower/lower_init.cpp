@@ -391,6 +391,7 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
     break;
   }
   case dik_bitwise_copy: {
+    check(copy_source != nullptr);
     an_expr_node *source = make_lvalue_of_init_entity_node(copy_source);
     assign_init_value(descr, rvalue_expr_for_lvalue(source), location);
     break;

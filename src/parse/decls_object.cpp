@@ -266,7 +266,10 @@ static void check_local_static(a_symbol *symbol, a_variable *variable)
   a_routine *routine = curr_routine();
   if (routine == nullptr) return;
   routine->contains_local_static = true;
-  if (!std_c99_inlining || !routine->is_inline || routine->storage_class == sc_static) return;
+  if (!std_c99_inlining || !routine->is_inline || routine->gnu_inline ||
+      routine->storage_class == sc_static) {
+    return;
+  }
   if (is_const_qualified(variable->type)) return;
   record_ref_within_inline_function(routine, symbol, &symbol->position, true);
 }

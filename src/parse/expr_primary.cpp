@@ -230,7 +230,7 @@ static void check_c99_inline_definition(a_symbol *symbol, a_storage_class storag
   if (!std_c99_inlining || curr_routine() == nullptr || !expr_stack->code_is_generated) return;
   if (storage_class != sc_static || source_corresp_entry_for_symbol(symbol)->is_local) return;
   a_routine *routine = curr_routine();
-  if (!routine->is_inline || routine->storage_class == sc_static) return;
+  if (!routine->is_inline || routine->gnu_inline || routine->storage_class == sc_static) return;
   record_ref_within_inline_function(routine, symbol, &pos_curr_token, false);
 }
 

@@ -46,7 +46,7 @@ void report_references_of_inline_functions()
   for (an_inline_function_reference *reference = inline_function_references; reference;
        reference = reference->next) {
     a_routine *routine = reference->routine;
-    if (routine->storage_class == sc_static || !routine->is_inline) continue;
+    if (routine->storage_class == sc_static || !routine->inline_definition_only) continue;
     pos_diagnostic(severity,
                    reference->is_definition ? ec_static_variable_in_inline_function
                                             : ec_bad_linkage_of_ref_within_inline_function,
