@@ -13,7 +13,8 @@ static bool is_kept(const void *entry)
   return entry_flags_of(entry).keep_in_il;
 }
 
-// Unlinks the entries without the mark; returns the last one that stays.
+// Unlinks the entries without the mark; returns the last one that stays.  What leaves keeps its
+// link: the list of a function's scope may start there, too, after that of its orphans was cleaned.
 template <class an_entry> static an_entry *drop_unmarked(an_entry **head)
 {
   an_entry *last = nullptr;
@@ -25,7 +26,6 @@ template <class an_entry> static an_entry *drop_unmarked(an_entry **head)
       link = &entry->next;
     } else {
       *link = entry->next;
-      entry->next = nullptr;
     }
   }
   return last;
