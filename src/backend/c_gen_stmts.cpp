@@ -308,11 +308,6 @@ static void write_vla_declaration(a_statement *statement)
   a_vla_dimension *dimension = vla_dimension_of(statement);
   if (dimension == nullptr || dimension->expr == nullptr) return;
   write_position(statement->start_position);
-  bool assigns = dimension->variable == nullptr || is_operation(dimension->expr, eok_assign);
-  if (!assigns) {
-    write_name(dimension->variable);
-    put_str(" = ");
-  }
   write_assignment_expression(dimension->expr);
   put_char(';');
 }

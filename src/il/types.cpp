@@ -522,6 +522,31 @@ a_type *make_incomplete_array_type(a_type *element_type)
   return type;
 }
 
+static a_type *without_variable_bounds(a_type *type, bool in_array)
+{
+  if (!is_variably_modified_type(type)) return type;
+  a_type *bare = skip_typerefs(type);
+  a_type *result = nullptr;
+  if (bare->kind == tk_pointer) {
+    result = make_pointer_type(without_variable_bounds(as_pointer(bare).pointed_to_type, false));
+  } else if (bare->kind == tk_array) {
+    a_type *element = without_variable_bounds(as_array(bare).element_type, true);
+    if (as_array(bare).is_vla) {
+      result = in_array ? make_array_type(element, 1) : make_incomplete_array_type(element);
+    } else {
+      result = make_array_type(element, as_array(bare).bound.number_of_elements);
+    }
+  } else {
+    return void_type(); // a function: C has no such object
+  }
+  return f_make_qualified_type(result, f_get_type_qualifiers(type, false));
+}
+
+a_type *type_without_variable_bounds(a_type *type)
+{
+  return without_variable_bounds(type, false);
+}
+
 static a_type *character_type(a_char_kind kind)
 {
   switch (kind) {

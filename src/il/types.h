@@ -364,6 +364,9 @@ a_type *make_typeref_with_attributes(a_type *type, an_attribute *attributes);
 // Unshared array types: of a number of elements; without bound (bound absent).
 a_type *make_array_type(a_type *element_type, a_target_size number_of_elements);
 a_type *make_incomplete_array_type(a_type *element_type);
+// A variably modified type with each variable bound left out, or 1 inside another array: what an
+// object of the type is declared with where its bounds aren't known yet.  Other types unchanged.
+a_type *type_without_variable_bounds(a_type *type);
 // A new prototyped routine type with up to four parameters (null ends the list); not shared.
 a_type *make_routine_type(a_type *return_type, a_type *p1 = nullptr, a_type *p2 = nullptr,
                           a_type *p3 = nullptr, a_type *p4 = nullptr);

@@ -101,12 +101,21 @@ static void drop_void_cast_of_comma(an_expr_node *expr)
   }
 }
 
-// An implicit conversion between pointers to arrays: C makes it by itself, and the bound may belong
-// to a prototype that can't be named here.
+// An implicit conversion to a pointer to arrays: C makes it by itself, and the bound may belong to a
+// prototype that can't be named here.
 static bool is_idle_vla_conversion(const an_expr_node *expr)
 {
   return operation_of(expr).is_implicit_cast && is_pointer_type(expr->type) &&
          is_pointer_type(first_operand_of(expr)->type) && is_variably_modified_type(expr->type);
+}
+
+// A null pointer, or an address, that is converted to the type of such a parameter.
+static void lower_c99_constant_node(an_expr_node *expr)
+{
+  if (!il_header.vla_used || !is_pointer_type(expr->type)) return;
+  if (!is_variably_modified_type(expr->type)) return;
+  expr->type = make_pointer_type(void_type());
+  constant_of(expr)->type = expr->type;
 }
 
 void lower_c99_cast(an_expr_node *expr)
@@ -210,21 +219,32 @@ static bool is_automatic(const a_variable *variable)
   return !is_file_scope_entry(variable);
 }
 
-static void lower_compound_literal(an_expr_node *expr)
+// The node becomes the object.  One of variably modified type is declared without its bounds and is
+// given its type where it stands.
+static void make_object_of_literal(an_expr_node *expr, a_variable *variable)
 {
   a_type *type = expr->type;
+  bool was_lvalue = expr->is_lvalue;
+  if (is_variably_modified_type(type)) {
+    bool is_named_typedef = type->kind == tk_typeref && type->source_corresp.name != nullptr;
+    if (!is_named_typedef) lower_vla_dimensions_in_type(type);
+    set_variable_address_taken(variable);
+    an_expr_node *address = add_cast(var_addr_expr(variable), make_pointer_type(type));
+    overwrite_node(expr, add_indirection_to_node(address));
+  } else {
+    set_expr_node_kind(expr, enk_variable);
+    variable_of(expr) = variable;
+  }
+  expr->is_lvalue = was_lvalue;
+}
+
+static void lower_compound_literal(an_expr_node *expr)
+{
   a_dynamic_init *init = dynamic_init_of(expr);
-  bool is_variably_modified = vla_enabled && is_variably_modified_type(type);
-  bool is_named_typedef = type->kind == tk_typeref && type->source_corresp.name != nullptr;
-  if (is_variably_modified && !is_named_typedef) lower_vla_dimensions_in_type(type);
-  a_variable *variable = make_lowered_temporary(type);
+  a_variable *variable = make_lowered_temporary(expr->type);
   init->variable = variable;
   variable->init_needs_zero_fill = init->needs_zero_fill;
-  variable->is_vla_temporary = is_variably_modified;
-  bool was_lvalue = expr->is_lvalue;
-  set_expr_node_kind(expr, enk_variable);
-  variable_of(expr) = variable;
-  expr->is_lvalue = was_lvalue;
+  make_object_of_literal(expr, variable);
   lower_dynamic_init_designated_initializers(init);
   an_init_pos_descr descr;
   set_var_init_pos_descr(variable, &descr);
@@ -234,12 +254,6 @@ static void lower_compound_literal(an_expr_node *expr)
   bool is_new = false;
   lower_dynamic_init(init, &descr, nullptr, nullptr, lif_none, false, &location, &constant,
                      &is_new);
-  if (is_variably_modified) {
-    a_statement *declaration = alloc_statement(stmk_type_or_var_decl);
-    decl_of(declaration).variable = variable;
-    declaration->start_position = code_pos_for_lowering;
-    add_to_end_of_temp_init_statements_list(declaration);
-  }
   if (constant != nullptr) initialize_literal_with_constant(variable, init, constant);
   if (variable->init_kind == initk_zero && is_automatic(variable)) {
     zero_automatic_temporary(variable, expr);
@@ -272,8 +286,8 @@ void lower_c99_expr(an_expr_node *expr)
     overwrite_node(expr, inner);
     break;
   }
+  case enk_constant: lower_c99_constant_node(expr); break;
   case enk_error:
-  case enk_constant:
   case enk_variable:
   case enk_field:
   case enk_new_delete:

@@ -305,9 +305,11 @@ void add_temporary_to_scope(a_variable *variable, a_scope *scope, bool)
   curr_context = saved;
 }
 
-// The type without const: generated code assigns to temporaries.
+// The type without const: generated code assigns to temporaries.  They are declared at the start of
+// a block, where variable bounds may not have their values yet.
 static a_type *type_for_temporary(a_type *type)
 {
+  type = type_without_variable_bounds(type);
   a_type_qualifier_set qualifiers = get_type_qualifiers(type);
   return (qualifiers & (tq_const | tq_volatile)) == 0 ? type : make_unqualified_type(type);
 }
@@ -330,6 +332,12 @@ a_variable *make_temporary_in_scope(a_type *type, a_scope *scope, bool is_static
 a_variable *make_lowered_temporary(a_type *type)
 {
   return make_temporary_in_scope(type, nullptr, false, false);
+}
+
+an_expr_node *lowered_temporary_value(a_variable *variable, a_type *type)
+{
+  an_expr_node *value = var_rvalue_expr(variable);
+  return is_variably_modified_type(type) ? add_cast(value, rvalue_type(type)) : value;
 }
 
 a_variable *make_file_scope_temporary(a_type *type)
@@ -385,7 +393,7 @@ a_variable *assign_expr_to_temp(an_expr_node *expr)
   an_expr_node *value = copy_node(expr);
   an_expr_operator_kind op = assignment_operator_for_type(type);
   an_expr_node *assignment = make_binary_node(op, type, var_lvalue_expr(variable), value);
-  an_expr_node *comma = make_comma_node(assignment, var_rvalue_expr(variable));
+  an_expr_node *comma = make_comma_node(assignment, lowered_temporary_value(variable, type));
   comma->expr_range = expr->expr_range;
   overwrite_node(expr, comma);
   return variable;
@@ -393,7 +401,8 @@ a_variable *assign_expr_to_temp(an_expr_node *expr)
 
 an_expr_node *assign_expr_to_temp_and_make_expr_for_reuse(an_expr_node *expr)
 {
-  return var_rvalue_expr(assign_expr_to_temp(expr));
+  a_type *type = rvalue_type(expr->type);
+  return lowered_temporary_value(assign_expr_to_temp(expr), type);
 }
 
 an_expr_node *make_reusable_copy(an_expr_node *expr, bool side_effects)

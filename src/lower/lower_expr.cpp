@@ -153,7 +153,7 @@ static an_expr_node *make_pointer_repeatable(an_expr_node *pointer, an_expr_node
   a_variable *variable = make_lowered_temporary(type);
   pointer->next = nullptr;
   add_to_setup(setup, make_binary_node(eok_assign, type, var_lvalue_expr(variable), pointer));
-  return var_rvalue_expr(variable);
+  return lowered_temporary_value(variable, type);
 }
 
 // The same for an object.  A bit-field has no address, so that members keep their selection.

@@ -46,10 +46,11 @@ static a_statement *make_assignment_to(a_variable *variable, an_expr_node *value
 // lowered.
 static a_statement *hoist_operand_to_temp(an_expr_node *operand, a_variable **variable)
 {
-  *variable = make_lowered_temporary(rvalue_type(operand->type));
+  a_type *type = rvalue_type(operand->type);
+  *variable = make_lowered_temporary(type);
   a_statement *statement = make_assignment_to(*variable, copy_node(operand));
   place_in_front(statement);
-  overwrite_node(operand, var_rvalue_expr(*variable));
+  overwrite_node(operand, lowered_temporary_value(*variable, type));
   return statement;
 }
 
@@ -120,7 +121,8 @@ static void move_out_question(an_expr_node *expr)
   a_statement *then_part = branch_statement(second, result);
   a_statement *else_part = branch_statement(third, result);
   bool not_used = expr->result_not_used;
-  overwrite_node(expr, has_value ? var_rvalue_expr(result) : zero_cast_to_void());
+  overwrite_node(expr,
+                 has_value ? lowered_temporary_value(result, expr->type) : zero_cast_to_void());
   expr->result_not_used = not_used;
   lower_placed_statement(place_if(var_rvalue_expr(condition_value), then_part, else_part));
 }

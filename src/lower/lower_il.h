@@ -115,6 +115,8 @@ a_statement *insert_temp_label(an_insert_location *location);
 
 // In the scope of the current context; static at file scope.
 a_variable *make_lowered_temporary(a_type *type);
+// The value of a temporary that was made for `type`.
+an_expr_node *lowered_temporary_value(a_variable *variable, a_type *type);
 a_variable *make_temporary_in_scope(a_type *type, a_scope *scope, bool is_static, bool promote);
 // One that a later full expression may use again.
 a_variable *make_local_temporary(a_type *type);

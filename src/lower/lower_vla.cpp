@@ -64,7 +64,9 @@ void create_dimension_variable(a_statement *statement)
   if (dimension->expr == nullptr) return;
   lower_vla_dimension_expression(dimension);
   if (dimension->is_parameter_dimension || dimension->variable != nullptr) return;
+  if (is_void_type(dimension->expr->type)) return; // evaluated for its effects: typeof
   dimension->variable = assign_expr_to_temp(dimension->expr);
+  dimension->expr = first_operand_of(dimension->expr);
 }
 
 // The product of all dimensions, computed in front of the declaration.

@@ -13,9 +13,9 @@
 #include "parse/declarator.h"
 #include "parse/decls.h"
 #include "parse/expr.h"
-#include "parse/exprutil.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
+#include "parse/type_evaluation.h"
 
 //---------------------------------------------------------------------------------------------
 // Bounds.
@@ -86,8 +86,10 @@ static void make_vla_type(a_type *array, an_expr_node *bound, a_source_position 
   }
   // Dimensions are evaluated in the order in which they are written.
   a_vla_dimension *dimension = make_vla_dimension(array, bound, false, &position);
-  if (expr_stack == nullptr && in_statement_context()) {
-    set_vla_size_statement(dimension, &position);
+  if (expr_stack == nullptr) {
+    if (in_statement_context()) set_vla_size_statement(dimension, &position);
+  } else if (node_has_side_effects(bound) || expr_stack->in_typeof_or_decltype) {
+    evaluate_dimension_with_type(dimension);
   }
 }
 

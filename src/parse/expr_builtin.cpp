@@ -15,6 +15,7 @@
 #include "parse/expr_internal.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
+#include "parse/type_evaluation.h"
 
 enum a_builtin_class : unsigned char {
   bc_none,
@@ -465,7 +466,9 @@ static void scan_va_arg(an_operand *result)
   if (!comma_between_arguments()) ok = false;
   a_source_position type_pos = pos_curr_token;
   a_type *type = nullptr;
+  an_expr_node *outer_evaluation = begin_type_evaluation();
   type_name(&type);
+  an_expr_node *evaluation = end_type_evaluation(outer_evaluation);
   if (is_incomplete_type(type) && !is_error_type(type)) {
     expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, type_pos, type);
     ok = false;
@@ -481,6 +484,7 @@ static void scan_va_arg(an_operand *result)
   an_expr_node *node = make_va_node(eok_va_arg, rvalue_type(type), &list, type_node);
   node->is_lvalue = false;
   make_expression_operand(node, result);
+  put_type_evaluation_before(evaluation, result);
 }
 
 static void scan_va_end(an_operand *result)

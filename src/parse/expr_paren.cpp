@@ -15,6 +15,7 @@
 #include "parse/expr_internal.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
+#include "parse/type_evaluation.h"
 
 // -------------------------------------------------------------------------------------------------
 // Statement expressions (GNU)
@@ -263,15 +264,19 @@ static void scan_cast(a_type *type, a_source_position pos, an_operand *result)
 static void scan_type_in_parens(a_source_position pos, an_operand *result)
 {
   bool defines_type = false, is_class_definition = false;
+  an_expr_node *outer_evaluation = begin_type_evaluation();
   a_type *type = scan_type_for_cast(false, &defines_type, &is_class_definition);
+  an_expr_node *evaluation = end_type_evaluation(outer_evaluation);
   bool closed = required_token(tok_rparen, ec_exp_rparen);
   if (closed && curr_token == tok_lbrace && compound_literals_allowed) {
     scan_compound_literal(type, pos, result);
+    put_type_evaluation_before(evaluation, result);
     result->position = pos;
     result->end_position = curr_construct_end_position;
     return;
   }
   scan_cast(type, pos, result);
+  put_type_evaluation_before(evaluation, result);
 }
 
 static void scan_parenthesized_expression(a_source_position pos, unsigned flags, an_operand *result)

@@ -18,6 +18,7 @@
 #include "parse/expr_internal.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
+#include "parse/type_evaluation.h"
 
 // -------------------------------------------------------------------------------------------------
 // Operands that are types or expressions
@@ -27,6 +28,7 @@ struct an_unevaluated_operand {
   bool is_type;
   an_operand operand; // an expression's
   a_source_position position;
+  an_expr_node *evaluation; // of the bounds in a type name, or null
 };
 
 // A compound literal behind "(type)" is an expression; the type is its.
@@ -52,6 +54,7 @@ static void scan_type_or_expression(an_unevaluated_operand *result)
 {
   result->is_type = false;
   result->position = pos_curr_token;
+  result->evaluation = nullptr;
   clear_operand(ok_error, &result->operand);
   if (curr_token != tok_lparen) {
     scan_unevaluated_expression(result, false);
@@ -67,6 +70,7 @@ static void scan_type_or_expression(an_unevaluated_operand *result)
   result->is_type = true;
   result->position = pos_curr_token;
   result->type = scan_type_for_sizeof(false);
+  result->evaluation = end_type_evaluation(nullptr);
   curr_construct_end_position = end_pos_curr_token;
   required_token(tok_rparen, ec_exp_rparen);
   if (curr_token == tok_lbrace && compound_literals_allowed) {
@@ -112,8 +116,8 @@ static void finish_unevaluated_result(an_operand *result, a_source_position pos,
 // sizeof
 
 // The size at run time: a node that lowering turns into the product of the dimensions.  An operand
-// of
-// variable length is evaluated (C99 6.5.3.4p2): what it does stands in front.
+// of variable length is evaluated (C99 6.5.3.4p2): what it does, and what the name of its type
+// evaluates, stands in front.
 static void make_runtime_sizeof(an_unevaluated_operand *source, an_operand *result)
 {
   an_expr_node *node = alloc_expr_node(enk_sizeof);
@@ -125,6 +129,7 @@ static void make_runtime_sizeof(an_unevaluated_operand *source, an_operand *resu
     if (node_has_side_effects(operand)) node = make_comma_node(operand, node);
   }
   make_expression_operand(node, result);
+  put_type_evaluation_before(source->evaluation, result);
 }
 
 // 1 for void and functions in the GNU modes; 0 after a message.
@@ -278,6 +283,16 @@ static a_type *type_of_typeof_operand(an_unevaluated_operand *source)
   return source->type;
 }
 
+// GNU: the operand is evaluated where its type is variably modified.
+static void evaluate_typeof_operand(an_unevaluated_operand *source, a_type *type)
+{
+  if (!il_header.vla_used || type == nullptr || !is_variably_modified_type(type)) return;
+  if (source->evaluation != nullptr) add_type_evaluation(source->evaluation, source->position);
+  if (source->is_type || source->operand.kind != ok_expression) return;
+  an_expr_node *operand = source->operand.value.expr;
+  if (node_has_side_effects(operand)) add_type_evaluation(operand, source->position);
+}
+
 a_type *scan_typeof_operator()
 {
   a_source_position pos = pos_curr_token;
@@ -298,9 +313,11 @@ a_type *scan_typeof_operator()
   add_stop_token(tok_rparen);
   source.is_type = is_decl_not_expr(dst_parenthesized_type);
   source.position = open;
+  source.evaluation = nullptr;
   clear_operand(ok_error, &source.operand);
   if (source.is_type) {
     source.type = scan_type_for_sizeof(false);
+    source.evaluation = end_type_evaluation(nullptr);
   } else {
     scan_expression(&source.operand, nullptr, prec_lowest, 0);
     eliminate_unusual_operand_kinds(&source.operand);
@@ -312,6 +329,7 @@ a_type *scan_typeof_operator()
   expr_stack = enclosing;
   required_token(tok_rparen, ec_exp_rparen);
   a_type *type = type_of_typeof_operand(&source);
+  evaluate_typeof_operand(&source, type);
   return type == nullptr || is_unknown_type(type) ? error_type() : type;
 }
 
@@ -348,12 +366,14 @@ void scan_types_compatible_operator(an_operand *result)
     make_error_operand(result);
     return;
   }
+  an_expr_node *outer_evaluation = begin_type_evaluation();
   add_stop_token(tok_rparen);
   add_stop_token(tok_comma);
   type_name(&first);
   remove_stop_token(tok_comma);
   bool ok = required_token(tok_comma, ec_exp_comma);
   if (ok) type_name(&second);
+  end_type_evaluation(outer_evaluation);
   remove_stop_token(tok_rparen);
   a_source_position end = end_pos_curr_token;
   required_token(tok_rparen, ec_exp_rparen);

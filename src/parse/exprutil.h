@@ -208,6 +208,7 @@ struct an_expr_stack_entry {
   an_expr_rescan_info_entry *curr_rescan_info;
   an_expression_cache *expression_cache;
   a_rescan_control_block *rescan_control_block;
+  an_expr_node *type_evaluation; // what the type name being scanned has to evaluate, or null
 };
 
 extern an_expr_stack_entry *expr_stack;    // innermost entry, null outside expressions

@@ -372,9 +372,13 @@ void restore_operand_form_of_name_reference(an_operand *operand, const an_operan
 
 a_variable *make_expression_temporary(a_type *type)
 {
-  a_variable *variable = alloc_temporary_variable(type, false);
-  add_to_variables_list(variable, decl_scope_level);
-  return variable;
+  return alloc_temporary_variable(type_without_variable_bounds(type), false);
+}
+
+// A temporary is declared in front of everything, where variable bounds have no values yet.
+static an_expr_node *with_variable_bounds(an_expr_node *value, a_type *type)
+{
+  return is_variably_modified_type(type) ? add_cast(value, type) : value;
 }
 
 // The operand and its copy have one value, evaluated once, where the operand stands: `a ?: b`.
@@ -394,10 +398,11 @@ void clone_operand(an_operand *operand, an_operand *copy)
   a_variable *temporary = make_expression_temporary(operand->type);
   an_expr_node *target = var_lvalue_expr(temporary);
   target->next = node;
-  operand->value.expr =
-      make_operator_node(assignment_operator_for_type(operand->type), operand->type, target);
-  set_node_positions(operand->value.expr, operand);
-  copy->value.expr = var_rvalue_expr(temporary);
+  an_expr_node *assignment =
+      make_operator_node(assignment_operator_for_type(operand->type), temporary->type, target);
+  set_node_positions(assignment, operand);
+  operand->value.expr = with_variable_bounds(assignment, operand->type);
+  copy->value.expr = with_variable_bounds(var_rvalue_expr(temporary), operand->type);
 }
 
 void discard_operand(an_operand *operand)

@@ -233,6 +233,51 @@ static void replace_param_ref(an_expr_node *expr, an_expr_or_stmt_traversal_bloc
   mark_variable_referenced(variable);
 }
 
+static bool some_bound_has_side_effects(const a_func_info_block *func_info)
+{
+  for (a_vla_fixup *fixup = func_info->vla_fixups; fixup != nullptr; fixup = fixup->next) {
+    if (fixup->bound != nullptr && node_has_side_effects(fixup->bound)) return true;
+  }
+  return false;
+}
+
+// A bound with side effects is evaluated once, in the body, and can't stand in the declarator too:
+// what is passed becomes a parameter without bounds, and the one of the source a variable of the
+// body that starts with its value.
+static void move_parameter_into_body(a_param_id *id)
+{
+  a_variable *parameter = variable_of_symbol(id->symbol);
+  a_variable *passed = alloc_variable(sc_auto);
+  passed->type = type_without_variable_bounds(make_unqualified_type(parameter->type));
+  passed->is_parameter = passed->is_definition = true;
+  passed->param_type = parameter->param_type;
+  passed->source_corresp.is_local = passed->source_corresp.is_nameless = true;
+  passed->source_corresp.needed = true;
+  set_parent_scope(&passed->source_corresp, iek_variable, top_scope()->il_scope);
+  a_variable **link = &top_scope()->il_scope->parameters;
+  while (*link != parameter)
+    link = &(*link)->next;
+  passed->next = parameter->next;
+  *link = passed;
+  parameter->is_parameter = false;
+  parameter->storage_class = sc_auto;
+  add_to_variables_list(parameter, depth_scope_stack);
+  a_statement *declaration = add_statement_at_stmt_pos(stmk_type_or_var_decl, &id->position);
+  decl_of(declaration).variable = parameter;
+  an_expr_node *target = var_lvalue_expr(parameter);
+  target->type = make_unqualified_type(target->type);
+  link_statement(make_assignment_statement(target, var_rvalue_expr(passed)));
+}
+
+static void move_variable_parameters_into_body(a_func_info_block *func_info)
+{
+  for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next) {
+    if (is_variably_modified_type(id->type) && !is_error_type(id->type)) {
+      move_parameter_into_body(id);
+    }
+  }
+}
+
 // A dimension of a parameter's type is evaluated on entry (C99 6.7.5.2p5, 6.9.1p10).
 static void evaluate_parameter_dimensions(a_func_info_block *func_info)
 {
@@ -262,7 +307,9 @@ void start_of_function_block()
   if (func_info_of_body == nullptr) return;
   a_func_info_block *func_info = func_info_of_body;
   func_info_of_body = nullptr;
-  if (func_info->vla_fixups != nullptr) evaluate_parameter_dimensions(func_info);
+  if (func_info->vla_fixups == nullptr) return;
+  evaluate_parameter_dimensions(func_info);
+  if (some_bound_has_side_effects(func_info)) move_variable_parameters_into_body(func_info);
 }
 
 //---------------------------------------------------------------------------------------------
