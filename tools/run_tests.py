@@ -6,6 +6,7 @@ import sys
 import tempfile
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+UNIT_TESTS = ['unit_tests', 'tool_layer_tests']
 LIT = os.path.join(ROOT, 'tools', 'lit')
 # (script, arguments): each prints "NAME: N passed, N failed, N skipped" as its last line.
 LONG_RUNS = [
@@ -55,17 +56,17 @@ def run_cases(folder):
     print('cases in %s: %d, %d failed' % (os.path.basename(folder), len(tests), len(bad)))
 
 
-def run_unit_tests(folder):
-    program = os.path.join(folder, 'unit_tests')
+def run_unit_tests(folder, name):
+    program = os.path.join(folder, name)
     if not os.path.exists(program):
         return
-    report = os.path.join(folder, 'unit_tests.json')
+    report = program + '.json'
     if os.path.exists(report):
         os.remove(report)
     done = subprocess.run([program, '--gtest_brief=1', '--gtest_output=json:' + report], capture_output=True, text=True,
                           env=dict(os.environ, ASAN_OPTIONS='detect_leaks=0'))
     if not os.path.exists(report):
-        print('unit tests crashed\n' + (done.stdout + done.stderr)[-4000:])
+        print(name + ' crashed\n' + (done.stdout + done.stderr)[-4000:])
         Totals.failed += 1
         return
     result = json.load(open(report))
@@ -73,7 +74,7 @@ def run_unit_tests(folder):
     Totals.failed += result['failures']
     if result['failures'] or done.returncode != 0:
         print(done.stdout[-8000:])
-    print('unit tests in %s: %d, %d failed' % (os.path.basename(folder), result['tests'], result['failures']))
+    print('%s in %s: %d, %d failed' % (name, os.path.basename(folder), result['tests'], result['failures']))
 
 
 def run_script(script, arguments, folder):
@@ -104,7 +105,8 @@ def main():
         if not build(preset):
             continue
         path = os.path.join(ROOT, folder)
-        run_unit_tests(path)
+        for name in UNIT_TESTS:
+            run_unit_tests(path, name)
         run_cases(path)
         if quick:
             continue

@@ -87,7 +87,9 @@ private:
   void destroy_buckets();
   bool keys_differ(int mode, char const *where, char const *text) const;
   SLIST &bucket_of(ITEM const &item) const;
-  void add_entry(KEY key, int mode, char const *where);
-  NODE *find_entry(KEY key, int mode, bool first);
+  void add_entry(KEY key, int mode, void *value);
   void erase_entry(KEY key);
+  NODE *find_entry(KEY key, bool first);
+  NODE *first_in(int bucket) const;
+  NODE *last_below(int bucket) const;
 };
