@@ -5,22 +5,6 @@
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 #define PENDING __attribute__((weak))
 
-PENDING void check_for_invalid_identifier(const char *name, const a_source_position *pos,
-                                          unsigned kinds)
-{
-}
-PENDING void check_for_misra_20_1(const char *name, size_t length)
-{
-}
-PENDING void check_for_misra_20_2(const a_symbol_locator *locator)
-{
-}
-PENDING void misra_one_time_init()
-{
-}
-PENDING void misra_wrapup()
-{
-}
 PENDING void check_symbol_uniqueness(a_symbol *symbol)
 {
 }

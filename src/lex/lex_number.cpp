@@ -132,9 +132,6 @@ static void scan_decimal_body(a_number_scan *scan, char *start)
   }
   if (scan->is_float || start[0] != '0' || scan->loc == start + 1) return;
   scan->radix = 8;
-  if (check_misra_c_2004 && !currently_in_pp_if_skip) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_7_1);
-  }
 }
 
 static bool is_imaginary_letter(char c)
@@ -280,14 +277,29 @@ static int convert_number(a_number_scan *scan)
   return scan->is_float ? tok_float_constant : tok_int_constant;
 }
 
+// Rule 7.1, of the number up to `end`.  An octal constant is reported where it is written, not wherever a macro
+// brings it.
+static void check_number_for_misra(char *start, const char *end)
+{
+  if (!loc_is_in_curr_source_line(start) || start[0] != '0' || !is_digit_char(start[1])) return;
+  for (const char *loc = start; loc < end; ++loc) {
+    if (!is_digit_char(*loc) && strchr("uUlL", *loc) == nullptr) return;
+  }
+  a_source_position position;
+  conv_line_loc_to_source_pos(start, &position);
+  report_misra_rule(misra_required_severity, ec_misra_c_2004_7_1, position);
+}
+
 int scan_number(char *start)
 {
   if (fetch_pp_tokens && C_dialect != 1) {
     curr_char_loc = end_of_pp_number(start + 1, false, true);
+    if (check_misra_c_2004) check_number_for_misra(start, curr_char_loc);
     return tok_pp_number;
   }
   a_number_scan scan;
   scan_number_form(&scan, start);
+  if (check_misra_c_2004) check_number_for_misra(start, scan.loc);
   if (fetch_pp_tokens) {
     curr_char_loc = end_of_pp_number(scan.loc, true, false);
     return tok_pp_number;

@@ -47,6 +47,13 @@ int scan_string_literal(char *start, unsigned prefix_length);
 int scan_char_constant(char *start, unsigned prefix_length);
 int scan_header_name(char *start, char closing);
 
+// A violation of a rule of MISRA-C:2004 in the text at hand, which may be a macro of the command line: that has no
+// position, and the run goes on whatever the severity is.
+void report_misra_rule(an_error_severity severity, an_error_code code, a_source_position position);
+
+// A macro is defined or undefined at pos_curr_token: 1478 inside a function.
+void check_macro_directive_for_misra();
+
 // Passes a comment that begins at curr_char_loc.  Returns false if there is none.
 bool skip_comment();
 void comment_scanner_init();

@@ -44,10 +44,32 @@ static bool append_next_line_to_string(char *loc)
   return !read_logical_source_line(false, true);
 }
 
+static bool is_octal_digit(char c)
+{
+  return c >= '0' && c <= '7';
+}
+
+// Behind a backslash: rules 4.1, which leaves the simple escapes and octal ones, and 7.1, which of those leaves \0.
+static void check_escape_for_misra(char *loc)
+{
+  an_error_code code = ec_misra_c_2004_4_1;
+  if (is_octal_digit(*loc)) {
+    if (*loc == '0' && !is_octal_digit(loc[1])) return;
+    code = ec_misra_c_2004_7_1;
+  } else if (*loc != '\0' && strchr("abfnrtv'\"?\\", *loc) != nullptr) {
+    return;
+  }
+  a_source_position position;
+  conv_line_loc_to_source_pos(loc - 1, &position);
+  report_misra_rule(misra_required_severity, code, position);
+}
+
 // Behind a backslash: the most units that the escape can give; *loc moves behind it.
 static unsigned pass_escape_in_string(char **loc)
 {
   char c = **loc;
+  // Where it is written, not wherever a macro brings it.
+  if (check_misra_c_2004 && loc_is_in_curr_source_line(*loc)) check_escape_for_misra(*loc);
   if (c == 0 && (*loc)[1] == lesc_null_char) {
     report_null_char(*loc, ec_null_char_in_string);
     *loc += 2;
@@ -57,11 +79,6 @@ static unsigned pass_escape_in_string(char **loc)
     unsigned length = pass_multibyte_char(*loc);
     *loc += length;
     return length;
-  }
-  if (check_misra_c_2004 && !fetch_pp_tokens && (c == 'x' || c == 'u' || c == 'U')) {
-    a_source_position position;
-    conv_line_loc_to_source_pos(*loc - 1, &position);
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_1, position);
   }
   ++*loc;
   return c == 'u' || c == 'U' ? 4 : 1;

@@ -82,7 +82,8 @@ static void report_nested_comment(char *loc)
   if (building_pch_prefix) return;
   a_source_position position;
   conv_line_loc_to_source_pos(loc, &position);
-  if (check_misra_c_2004) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_2_3, misra_required_severity)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_2_3, position);
   } else {
     pos_warning(ec_nested_comment, position);
@@ -158,13 +159,22 @@ static void skip_block_comment(char *start)
   }
 }
 
+// Rules 2.2 and 2.3.
+static void check_line_comment_for_misra(char *start)
+{
+  a_source_position position;
+  conv_line_loc_to_source_pos(start, &position);
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_2_2, position);
+  char *nested = strstr(start + 2, "/*"); // the line's end is a null character
+  if (nested == nullptr) return;
+  conv_line_loc_to_source_pos(nested, &position);
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_2_3, position);
+}
+
 static void report_line_comment(char *start)
 {
   a_source_position position;
-  if (check_misra_c_2004) {
-    conv_line_loc_to_source_pos(start, &position);
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_2_2, position);
-  }
+  if (check_misra_c_2004) check_line_comment_for_misra(start);
   bool illegal = strict_ansi_mode && C_dialect == 0 && !c99_mode;
   if (illegal && !illegal_comment_reported && !currently_in_pp_if_skip) {
     illegal_comment_reported = true;

@@ -325,6 +325,9 @@ static int scan_sharp(char *start, unsigned length)
   if (currently_in_pp_if_skip) return tok_sharp;
   end_of_curr_token = curr_char_loc - 1;
   curr_token = tok_sharp;
+  if (check_misra_c_2004 && macro_depth > 0) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_9, pos_curr_token);
+  }
   pp_directive();
   skip_white_space();
   return scan_goes_on;

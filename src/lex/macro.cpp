@@ -11,6 +11,7 @@
 #include <cstring>
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "lex/lexical.h"
 #include "lex/macro_internal.h"
 #include "lex/preproc.h"
@@ -356,6 +357,10 @@ a_token_kind macro_invocation(a_symbol *symbol, bool *expansion_attached)
   }
   if (*expansion_attached) {
     record_symbol_reference(4, symbol, &call.position, true);
+    if (check_misra_c_2004) {
+      misra_hooks.check_for_invalid_identifier(symbol->header->identifier, &call.position,
+                                               ansi_c_macro);
+    }
     bool has_text = call.macro->builtin == bim_none && *call.macro->replacement != rli_end;
     if (pcc_preprocessing_mode && macro_depth == 0 && has_text) rescan_replacement_text();
   }

@@ -304,7 +304,8 @@ static void supply_missing_args(a_macro_call *call)
   if (call->arg_count >= macro->param_count) return;
   bool only_rest_is_missing = macro->variadic && call->arg_count + 1 == macro->param_count;
   if (!only_rest_is_missing || !extended_variadic_macros_allowed) {
-    if (check_misra_c_2004) {
+    if (check_misra_c_2004 &&
+        misra_c_2004_generate_diagnostic(ec_misra_c_2004_19_8, misra_required_severity)) {
       diagnostic(misra_required_severity, ec_misra_c_2004_19_8);
     } else {
       sym_diagnostic(severity_of_wrong_arg_count(), ec_too_few_macro_args, call->symbol);

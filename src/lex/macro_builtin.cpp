@@ -116,6 +116,11 @@ a_token_kind make_pp_int_constant(long value)
   return tok_int_constant;
 }
 
+static void report_form_of_defined()
+{
+  if (check_misra_c_2004) diagnostic(misra_required_severity, ec_misra_c_2004_19_14);
+}
+
 // The operand, a name or a name in parentheses; returns whether it is a macro.
 static bool scan_operand_of_defined()
 {
@@ -123,6 +128,7 @@ static bool scan_operand_of_defined()
   bool in_parens = curr_token == tok_lparen;
   if (in_parens) get_token();
   if (curr_token != tok_identifier) {
+    report_form_of_defined();
     error(ec_exp_identifier);
     return false;
   }
@@ -136,6 +142,7 @@ static bool scan_operand_of_defined()
     a_pointer_registration keep_behind_name(&behind_name);
     get_token();
     if (curr_token != tok_rparen) {
+      report_form_of_defined();
       error(ec_exp_rparen);
       curr_char_loc = behind_name;
     }
@@ -146,6 +153,8 @@ static bool scan_operand_of_defined()
 static a_token_kind invoke_defined()
 {
   if (!in_pp_if_expression) return tok_identifier;
+  // One that macro expansion has made is not one of the forms either.
+  if (!loc_is_in_curr_source_line(start_of_curr_token)) report_form_of_defined();
   bool saved_fetch = fetch_pp_tokens;
   bool saved_expand = expand_macros;
   fetch_pp_tokens = true;

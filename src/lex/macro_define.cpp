@@ -7,8 +7,10 @@
 #include <cstring>
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
+#include "lex/lex_private.h"
 #include "lex/lexical.h"
 #include "lex/macro_internal.h"
 #include "lex/preproc.h"
@@ -33,7 +35,8 @@ struct a_definition {
   a_source_position body_start;
   a_source_position body_end;
   bool from_command_line;
-  size_t text_item; // offset of the text item that is being added to, or no_item
+  bool names_library; // a name of the standard library; only while MISRA-C:2004 is checked
+  size_t text_item;   // offset of the text item that is being added to, or no_item
   // The current token, as the body's reader sees it:
   unsigned param_number; // of a parameter's name, else 0
   a_macro_param *param;
@@ -306,7 +309,9 @@ static void read_body_token(a_definition *d)
   if (curr_token == tok_identifier) {
     d->param = find_param(d, start_of_curr_token, len_of_curr_token, &d->param_number);
   }
-  if (!at_end_of_body()) note_token_for_misra(&d->misra, d->param != nullptr);
+  if (check_misra_c_2004 && !at_end_of_body()) {
+    note_token_for_misra(&d->misra, d->param != nullptr, !d->def.object_like);
+  }
   if (curr_token != tok_identifier) return;
   if (d->param == nullptr && variadic_macros_allowed && !d->def.variadic &&
       token_is("__VA_ARGS__")) {
@@ -411,7 +416,9 @@ static void read_body(a_definition *d)
     behind_paste = false;
   }
   add_char_to_text_buffer(list_buffer, rli_end);
-  finish_misra_check_of_macro(&d->misra, !d->def.object_like);
+  if (check_misra_c_2004) {
+    finish_misra_check_of_macro(&d->misra, !d->def.object_like, d->locator.position);
+  }
 }
 
 //---------------------------------------------------------------------------------------------
@@ -462,7 +469,9 @@ static bool check_redefinition(const a_definition *d)
   } else if (strict_ansi_mode) {
     severity = strict_ansi_error_severity;
   }
-  if (check_misra_c_2004) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_20_1, misra_required_severity)) {
+    if (d->names_library) return true; // that says it already
     severity = misra_required_severity;
     code = ec_misra_c_2004_20_1;
   }
@@ -516,10 +525,12 @@ void proc_define()
   clear_macro_def(&d.def);
   d.params_tail = &d.def.params;
   d.from_command_line = curr_command_line_macro_def != nullptr;
-  if (check_misra_c_2004 && depth_scope_stack > 0) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_19_5);
-  }
+  check_macro_directive_for_misra();
   if (!read_macro_name(&d)) return;
+  if (check_misra_c_2004) {
+    const a_symbol_header *name = d.locator.header;
+    d.names_library = misra_hooks.check_for_misra_20_1(name->identifier, name->length);
+  }
   char behind_name = *curr_char_loc;
   if (behind_name == '(') {
     if (!read_params(&d)) return;

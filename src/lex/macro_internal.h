@@ -114,16 +114,20 @@ inline unsigned long operand_of_item(const unsigned char *item)
 inline constexpr unsigned size_of_item = 4;
 inline constexpr unsigned long max_item_operand = 0xFFFFFF;
 
-// The walk of MISRA-C:2004's rules along a replacement list; zeroed at the start.
+// The walk of MISRA-C:2004's rules along a replacement list; zeroed at the start.  Both are called only while
+// check_misra_c_2004 is set.
 struct a_misra_macro_check {
   unsigned char state;
-  int parens, brackets, braces; // open
-  bool operator_seen : 1;       // # or ##
+  int parens, brackets, braces;   // open
+  int operators;                  // # and ## so far
+  a_source_position open_param;   // a parameter behind "(", of which the next token says whether it is enclosed
   bool behind_lparen : 1;
   bool behind_operator : 1;
 };
-void note_token_for_misra(a_misra_macro_check *check, bool is_param); // of the current token
-void finish_misra_check_of_macro(const a_misra_macro_check *check, bool function_like);
+// Of the current token: 1430, 1481, 1482.
+void note_token_for_misra(a_misra_macro_check *check, bool is_param, bool function_like);
+// The body's end, which is the current token; `name` is the place of the macro's name: 1428, 1430, 1461.
+void finish_misra_check_of_macro(a_misra_macro_check *check, bool function_like, a_source_position name);
 
 // The end of the preprocessing token at `p`, or `p` itself where only the scanner can tell.
 const char *end_of_plain_pp_token(const char *p);

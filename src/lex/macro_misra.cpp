@@ -1,13 +1,32 @@
 // macro_misra.cpp - what MISRA-C:2004 wants of a macro's replacement list.
 // Rule:    19.4 lets a macro expand to a braced or parenthesized text, a constant, a string, a type
 //          qualifier or storage class, or do { ... } while (0), and to nothing else.
-// Entry:   note_token_for_misra, finish_misra_check_of_macro.
+// Entry:   note_token_for_misra, finish_misra_check_of_macro, report_misra_rule.
 #include <cstring>
 #include <initializer_list>
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
+#include "lex/lex_private.h"
 #include "lex/lexical.h"
 #include "lex/macro_internal.h"
+#include "parse/scope_stk.h"
+
+void report_misra_rule(an_error_severity severity, an_error_code code, a_source_position position)
+{
+  if (curr_command_line_macro_def != nullptr) {
+    misra_hooks.misra_c_cmdline_macro_diagnostic(code, severity);
+  } else {
+    pos_diagnostic(severity, code, position);
+  }
+}
+
+void check_macro_directive_for_misra()
+{
+  if (check_misra_c_2004 && depth_innermost_function_scope >= 0) {
+    diagnostic(misra_required_severity, ec_misra_c_2004_19_5);
+  }
+}
 
 enum a_form_state : unsigned char {
   fs_start,
@@ -86,17 +105,37 @@ static a_form_state next_state(a_misra_macro_check *check)
   return fs_rejected;
 }
 
-void note_token_for_misra(a_misra_macro_check *check, bool is_param)
+// Rule 19.10: a parameter stands alone in parentheses, or is an operand of # or ##.
+static void check_param_is_enclosed(a_misra_macro_check *check)
 {
-  if (!check_misra_c_2004) return;
-  bool is_operator = curr_token == tok_sharp || curr_token == tok_sharp_sharp;
-  if (is_operator) diagnostic(misra_advisory_severity, ec_misra_c_2004_19_13);
-  if (is_operator && check->operator_seen) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_19_12);
+  if (is_null_position(check->open_param)) return;
+  bool is_enclosed = curr_token == tok_rparen || curr_token == tok_sharp_sharp;
+  if (!is_enclosed) {
+    report_misra_rule(misra_required_severity, ec_misra_c_2004_19_10, check->open_param);
   }
-  if (is_operator) check->operator_seen = true;
-  if (is_param && !check->behind_lparen && !check->behind_operator) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_19_10);
+  check->open_param = null_source_position;
+}
+
+// Rules 19.12 and 19.13.
+static void note_operator(a_misra_macro_check *check)
+{
+  report_misra_rule(misra_advisory_severity, ec_misra_c_2004_19_13, pos_curr_token);
+  if (++check->operators == 2) {
+    report_misra_rule(misra_required_severity, ec_misra_c_2004_19_12, pos_curr_token);
+  }
+}
+
+void note_token_for_misra(a_misra_macro_check *check, bool is_param, bool function_like)
+{
+  check_param_is_enclosed(check);
+  bool is_operator = curr_token == tok_sharp_sharp || (curr_token == tok_sharp && function_like);
+  if (is_operator) note_operator(check);
+  if (is_param && !check->behind_operator) {
+    if (check->behind_lparen) {
+      check->open_param = pos_curr_token;
+    } else {
+      report_misra_rule(misra_required_severity, ec_misra_c_2004_19_10, pos_curr_token);
+    }
   }
   bool is_free =
       check->state == fs_braced || check->state == fs_parenthesized || check->state == fs_do_body;
@@ -106,11 +145,12 @@ void note_token_for_misra(a_misra_macro_check *check, bool is_param)
   check->behind_operator = is_operator;
 }
 
-void finish_misra_check_of_macro(const a_misra_macro_check *check, bool function_like)
+void finish_misra_check_of_macro(a_misra_macro_check *check, bool function_like,
+                                 a_source_position name)
 {
-  if (!check_misra_c_2004) return;
-  if (function_like) diagnostic(misra_advisory_severity, ec_misra_c_2004_19_7);
+  check_param_is_enclosed(check);
+  if (function_like) report_misra_rule(misra_advisory_severity, ec_misra_c_2004_19_7, name);
   if (check->state != fs_start && check->state != fs_accepted) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_19_4);
+    report_misra_rule(misra_required_severity, ec_misra_c_2004_19_4, name);
   }
 }

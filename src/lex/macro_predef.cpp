@@ -16,6 +16,7 @@
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
 #include "lex/macro_internal.h"
+#include "lex/lex_private.h"
 #include "lex/source_input_internal.h"
 #include "mem/mem_manage.h"
 #include "parse/scope_stk.h"
@@ -413,7 +414,9 @@ static void undefine_from_cmd_line(const char *text)
   if (symbol != nullptr && macro_def_of_symbol(symbol)->cannot_redefine) okay = false;
   if (!okay) str_command_line_error(ec_cl_invalid_macro_undefinition, text);
   if (check_misra_c_2004 && strcmp(text, "_INLINE") != 0) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_19_6);
+    curr_command_line_macro_def = text;
+    report_misra_rule(misra_required_severity, ec_misra_c_2004_19_6, no_line_position);
+    curr_command_line_macro_def = nullptr;
   }
   if (symbol != nullptr) remove_symbol(symbol);
 }

@@ -283,7 +283,8 @@ static void enter_nesting()
 // The name of an identifier that counts as 0.
 static void report_undefined_name()
 {
-  if (check_misra_c_2004) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_19_11, misra_required_severity)) {
     diagnostic(misra_required_severity, ec_misra_c_2004_19_11);
     return;
   }

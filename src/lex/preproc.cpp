@@ -10,6 +10,8 @@
 
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
+#include "lex/lex_private.h"
 #include "il/il_alloc.h"
 #include "il/il_entities.h"
 #include "lex/lexical.h"
@@ -168,6 +170,7 @@ static void undef_macro(a_symbol *macro)
 static void proc_undef()
 {
   if (check_misra_c_2004) diagnostic(misra_required_severity, ec_misra_c_2004_19_6);
+  check_macro_directive_for_misra();
   get_token();
   if (curr_token != tok_identifier) {
     some_error_in_curr_directive = true;
@@ -175,6 +178,7 @@ static void proc_undef()
     return;
   }
   a_symbol_header *header = header_of_pp_identifier();
+  if (check_misra_c_2004) misra_hooks.check_for_misra_20_1(header->identifier, header->length);
   if (variadic_macros_allowed && strcmp(header->identifier, "__VA_ARGS__") == 0) {
     pos_error(ec_VA_ARGS_not_allowed, pos_curr_token);
   }

@@ -338,7 +338,8 @@ static bool find_skipped_directive()
 
 static void report_unknown_skipped_directive()
 {
-  if (check_misra_c_2004) {
+  if (check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_19_16, misra_required_severity)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_16, pos_curr_token);
   } else if (strict_ansi_mode) {
     pos_warning(ec_bad_pp_directive_keyword, pos_curr_token);

@@ -7,6 +7,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il_alloc.h"
 #include "il/il_entities.h"
 #include "lex/lexical.h"
@@ -143,6 +144,9 @@ void proc_include(bool is_next)
   get_token();
   flush_extra_tokens();
   no_token_separators_in_this_line_of_pp_output = true;
+  if (check_misra_c_2004) {
+    misra_hooks.check_for_invalid_identifier(name, &position, ansi_c_header);
+  }
   if (replace_stdarg_header(name)) return;
   bool failure_is_not_fatal =
       do_preprocessing_only && (!generate_pp_output || gcc_mode || gpp_mode);

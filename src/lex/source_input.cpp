@@ -52,6 +52,7 @@ static char *start_of_physical_line; // in the line buffer; follows the buffer w
 // Offsets from curr_source_line of what is reported once the line is complete; -1 for none.
 static long first_invalid_null;
 static long first_ignored_trigraph;
+static bool trigraph_replaced;
 // Positions of backslashes before blanks; null for none.
 static a_source_position first_white_space_splice;
 static a_source_position first_failed_splice;
@@ -263,8 +264,7 @@ static char *copy_question_mark(char *to, long *known_start)
   to -= 2;
   *to = value;
   add_orig_line_modif(to, olm_trigraph)->variant.character = (char)third;
-  if (check_misra_c_2004)
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_2, {seq_number_last_read, 1});
+  trigraph_replaced = true;
   return to + 1;
 }
 
@@ -396,15 +396,25 @@ static void report_at_offset(an_error_severity severity, an_error_code code, lon
   pos_diagnostic(severity, code, pos);
 }
 
+static void report_trigraphs_for_misra()
+{
+  for (an_orig_line_modif *m = orig_line_modif_list; m != nullptr; m = m->next) {
+    if (m->kind != olm_trigraph) continue;
+    report_at_offset(misra_required_severity, ec_misra_c_2004_4_2, m->location - curr_source_line);
+  }
+}
+
 static void report_line_faults(a_line_end line_end)
 {
-  if (__builtin_expect(
-          line_end == le_newline && first_invalid_null < 0 && first_ignored_trigraph < 0 &&
-              is_null_position(first_white_space_splice) && is_null_position(first_failed_splice),
-          1)) {
+  if (__builtin_expect(line_end == le_newline && first_invalid_null < 0 &&
+                           first_ignored_trigraph < 0 && !trigraph_replaced &&
+                           is_null_position(first_white_space_splice) &&
+                           is_null_position(first_failed_splice),
+                       1)) {
     return;
   }
   if (first_invalid_null >= 0) report_at_offset(es_error, ec_invalid_char, first_invalid_null);
+  if (trigraph_replaced && check_misra_c_2004) report_trigraphs_for_misra();
   if (first_ignored_trigraph >= 0 && !trigraph_ignored_warning_given) {
     trigraph_ignored_warning_given = true;
     report_at_offset(es_warning, ec_trigraph_ignored, first_ignored_trigraph);
@@ -469,6 +479,7 @@ static void write_line_terminators(char *end)
 static void clear_line_faults()
 {
   first_invalid_null = first_ignored_trigraph = -1;
+  trigraph_replaced = false;
   first_white_space_splice = first_failed_splice = null_source_position;
 }
 

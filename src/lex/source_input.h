@@ -279,6 +279,7 @@ struct an_include_file_history {
   a_guard_kind guard_kind;
   bool can_be_skipped : 1; // the file is wholly inside its guard
   bool pragma_once_seen : 1;
+  bool reported_as_unguarded : 1; // MISRA-C:2004, rule 19.15
 };
 
 struct an_input_stack_entry {
@@ -307,7 +308,6 @@ struct an_input_stack_entry {
   bool guard_open_and_empty : 1;
   bool empty_group_before_else : 1;
   bool any_real_token : 1; // a token outside a directive was seen
-  bool guard_checked : 1;
   unsigned char ifg_state; // an_ifg_state
   a_unicode_source_kind_tag unicode_kind;
   an_include_file_history *include_history;

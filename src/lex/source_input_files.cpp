@@ -248,6 +248,17 @@ void push_input_stack(const a_file_to_push &file)
 //---------------------------------------------------------------------------------------------
 // Popping.
 
+// Rule 19.15, of an included file at its end.  What stands beside a guard doesn't count against it.
+static void check_guard_for_misra(const an_input_stack_entry *ise)
+{
+  an_include_file_history *history = ise->include_history;
+  bool is_open_or_once = ise->ifg_state == ifg_in_guard || ise->ifg_state == ifg_once;
+  bool is_guarded = history->guard_kind == guard_is_ifndef || ise->ifg_state == ifg_initial;
+  if (is_open_or_once || is_guarded || history->reported_as_unguarded) return;
+  history->reported_as_unguarded = true;
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_15, {seq_number_last_read, 1});
+}
+
 // Did the file turn out to be one that need not be read again?
 static void settle_include_guard(an_input_stack_entry *ise)
 {
@@ -257,10 +268,7 @@ static void settle_include_guard(an_input_stack_entry *ise)
   }
   bool is_guarded = ise->ifg_state <= ifg_after_guard || ise->ifg_state == ifg_once;
   if (is_guarded) ise->include_history->can_be_skipped = true;
-  if (check_misra_c_2004 && input_stack_depth > 0 && !is_guarded &&
-      ise->ifg_state != ifg_in_guard && ise->include_history->guard_kind == guard_none) {
-    diagnostic(misra_required_severity, ec_misra_c_2004_19_15);
-  }
+  if (check_misra_c_2004) check_guard_for_misra(ise);
 }
 
 // Goes on in the file that is now on top.

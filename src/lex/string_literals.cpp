@@ -162,14 +162,12 @@ static int simple_escape_value(char c)
 
 static void report_unknown_escape(a_char_conversion_state *state)
 {
+  // The scanner has reported it where it is written.
   if (check_misra_c_2004 &&
       misra_c_2004_generate_diagnostic(ec_misra_c_2004_4_1, misra_required_severity)) {
-    a_source_position position;
-    conv_line_loc_to_source_pos(state->fault_loc, &position);
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_4_1, position);
-  } else {
-    warn_at(state->fault_loc, ec_unrecognized_char_escape);
+    return;
   }
+  warn_at(state->fault_loc, ec_unrecognized_char_escape);
 }
 
 // At the backslash.
