@@ -8,6 +8,7 @@
 
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -174,6 +175,10 @@ static bool scan_tag_name(a_decl_parse_state *state)
   state->tag_locator = locator_for_curr_id;
   state->tag_locator.symbol = nullptr;
   state->tag_locator.position = pos_curr_token;
+  if (check_misra_c_2004) {
+    misra_hooks.check_for_invalid_identifier(state->tag_locator.header->identifier, &pos_curr_token,
+                                             ansi_c_type);
+  }
   get_token();
   return true;
 }

@@ -7,6 +7,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il_alloc.h"
 #include "il/il.h"
 #include "il/types.h"
@@ -190,6 +191,7 @@ static void enter_enumerator(an_enum_scan *scan, a_symbol_locator *locator, cons
 {
   a_constant *enumerator = fs_constant(ck_integer);
   copy_constant(value, enumerator);
+  if (check_misra_c_2004) misra_hooks.check_for_misra_20_2(locator);
   a_symbol *symbol = enter_local_symbol(sk_constant, locator);
   constant_of_symbol(symbol) = enumerator;
   if (C_dialect == 2) enumerator->type = scan->type;

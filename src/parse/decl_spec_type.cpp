@@ -4,6 +4,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "lex/token_cache.h"
@@ -110,6 +111,10 @@ bool type_name_specifier(a_specifier_scan *scan)
     return true;
   }
   record_symbol_reference(rk_plain, symbol, &pos_curr_token);
+  if (check_misra_c_2004) {
+    misra_hooks.check_for_invalid_identifier(symbol->header->identifier, &pos_curr_token,
+                                             ansi_c_type);
+  }
   scan->kind = spk_type_name;
   scan->type = type;
   scan->state->typedef_type_was_used = true;

@@ -8,6 +8,7 @@
 
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -209,6 +210,21 @@ static void typedef_declarator(a_symbol_locator *locator, a_decl_parse_state *st
   scan_and_discard_initializer_expression();
 }
 
+// What the standard library calls so.
+static void check_declared_name_for_misra(const a_symbol_locator *locator,
+                                          const a_decl_parse_state *state)
+{
+  if (locator->header == nullptr) return;
+  misra_hooks.check_for_misra_20_2(locator);
+  unsigned kinds = ansi_c_object;
+  if (state->storage_class == sc_typedef) {
+    kinds = ansi_c_type;
+  } else if (is_function_type(state->declared_type)) {
+    kinds = ansi_c_function;
+  }
+  misra_hooks.check_for_invalid_identifier(locator->header->identifier, &locator->position, kinds);
+}
+
 // Only the first declarator of a list can have a body.
 static bool one_declarator(const a_declaration_context *context, a_decl_parse_state *state,
                            bool is_first, a_decl_pos_block *pos_block)
@@ -220,6 +236,7 @@ static bool one_declarator(const a_declaration_context *context, a_decl_parse_st
   scan_gnu_asm_name(state);
   attributes_behind_declarator(state);
   apply_declarator_type_attributes(state);
+  if (check_misra_c_2004) check_declared_name_for_misra(&locator, state);
   bool ended = false;
   if (context->parameter_decls) {
     old_style_parameter(&locator, state, context->param_ids);

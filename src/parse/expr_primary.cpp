@@ -5,6 +5,7 @@
 
 #include "consts/folding.h"
 #include "driver/flags.h"
+#include "errors/misra_hooks.h"
 #include "driver/target.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
@@ -312,6 +313,18 @@ static void make_operand_of_symbol(a_symbol *symbol, an_operand *result)
   }
 }
 
+// A name that stands for what the standard library calls so; one that isn't known is a function about to be called.
+static void check_name_for_misra(const a_symbol_locator *locator, const a_symbol *symbol)
+{
+  unsigned kinds = ansi_c_function;
+  if (symbol != nullptr) {
+    bool is_routine = symbol->kind == sk_routine;
+    bool is_variable = symbol->kind == sk_variable;
+    kinds = is_routine ? ansi_c_function : is_variable ? ansi_c_object : ansi_c_none;
+  }
+  misra_hooks.check_for_invalid_identifier(locator->header->identifier, &pos_curr_token, kinds);
+}
+
 void scan_identifier_expression(an_operand *result, unsigned)
 {
   a_symbol_locator locator = locator_for_curr_id;
@@ -324,6 +337,7 @@ void scan_identifier_expression(an_operand *result, unsigned)
   } else {
     symbol = normal_id_lookup(&locator, lo_none);
   }
+  if (check_misra_c_2004) check_name_for_misra(&locator, symbol);
   if (symbol == nullptr) {
     make_operand_of_unknown_name(&locator, result);
   } else {

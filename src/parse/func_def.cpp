@@ -6,6 +6,7 @@
 
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/il_hooks.h"
@@ -151,6 +152,7 @@ static a_symbol *enter_parameter(a_param_id *id, a_variable *variable)
     a_symbol_locator locator = id->locator;
     locator.symbol = nullptr;
     locator.position = id->position;
+    if (check_misra_c_2004) misra_hooks.check_for_misra_20_2(&locator);
     symbol = enter_local_symbol(sk_variable, &locator);
   } else {
     // C99 6.9.1p5; the declaration of an erroneous name has had its message.
