@@ -2,6 +2,7 @@
 // Owns:    the table of the names of C90.
 // Entry:   check_for_invalid_identifier, check_for_misra_20_1, check_for_misra_20_2, lookup_ansi_c_identifier.
 #include <cstring>
+#include "CONTAINERS/sdshash.h"
 #include "check/misra.h"
 #include "driver/flags.h"
 #include "errors/error.h"
@@ -24,6 +25,11 @@ static const an_ansi_c_identifier identifiers[] = {
 };
 static_assert(sizeof identifiers / sizeof *identifiers == 265, "all of C90's library, once");
 
+static constexpr int num_buckets = 521;
+static constexpr size_t longest_name = 15;
+
+static SHASH *identifier_table;
+
 // What check_for_invalid_identifier reported last: a name of the library can be a macro that stands for itself or for
 // another such name, which is one violation.
 static a_source_position last_reported_pos;
@@ -34,21 +40,29 @@ static an_error_code last_reported_code;
 
 void misra_one_time_init()
 {
+  if (identifier_table != nullptr) return;
+  identifier_table = new SHASH(SHASH::str_hash, SHASH::str_cmp, num_buckets);
+  for (const an_ansi_c_identifier &row : identifiers) {
+    identifier_table->add(row.name, const_cast<an_ansi_c_identifier *>(&row));
+  }
   last_reported_pos = null_source_position;
 }
 
 void misra_wrapup()
 {
+  delete identifier_table;
+  identifier_table = nullptr;
 }
 
 const an_ansi_c_identifier *lookup_ansi_c_identifier(const char *name, size_t length)
 {
-  for (const an_ansi_c_identifier &row : identifiers) {
-    if (*row.name == *name && strlen(row.name) == length && memcmp(row.name, name, length) == 0) {
-      return &row;
-    }
-  }
-  return nullptr;
+  if (identifier_table == nullptr || length > longest_name) return nullptr;
+  char key[longest_name + 1];
+  memcpy(key, name, length);
+  key[length] = '\0';
+  SHASH::NODE *node = identifier_table->find(static_cast<void const *>(key));
+  if (node == nullptr) return nullptr;
+  return static_cast<an_ansi_c_identifier *>(static_cast<SHASH::ITEM *>(node->data)->value);
 }
 
 unsigned ansi_c_identifier_kind(const char *name, size_t length)

@@ -1,0 +1,3 @@
+#ifndef ITS_H
+#define ITS_H
+#endif

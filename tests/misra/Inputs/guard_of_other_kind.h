@@ -1,0 +1,4 @@
+#ifdef __cplusplus
+extern "C" {
+#endif
+extern int other_kind;

@@ -1,0 +1,4 @@
+#ifndef GUARDED_H
+#define GUARDED_H
+extern int guarded;
+#endif

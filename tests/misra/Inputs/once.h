@@ -1,0 +1,2 @@
+#pragma once
+extern int once;

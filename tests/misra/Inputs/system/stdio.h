@@ -1,0 +1,2 @@
+extern int printf(const char *, ...);
+#define errno (*location_of_errno())
