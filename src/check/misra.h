@@ -63,5 +63,6 @@ void misra_one_time_init(); // behind the command line, if the checker is on: ma
 void misra_wrapup();        // frees it
 // A unit with declarations begins; 1376 unless the mode is C90.
 void misra_check_language_version();
-// The end of a unit: 1387 for each variable of the scope that one routine alone uses.
-void misra_check_file_scope_variables(a_scope *scope);
+// The end of a unit: 1475 for each structure or union of the scope that is incomplete, 1387 for each variable that one
+// routine alone uses.
+void misra_check_file_scope(a_scope *scope);

@@ -5,30 +5,6 @@
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 #define PENDING __attribute__((weak))
 
-PENDING void check_symbol_uniqueness(a_symbol *symbol)
-{
-}
-PENDING bool symbol_in_different_header_file(a_seq_number sequence, a_symbol *symbol)
-{
-  return false;
-}
-PENDING bool variables_in_same_scope(const a_variable *a, const a_variable *b)
-{
-  return false;
-}
-PENDING int get_pointer_depth(a_type *type, bool through_all)
-{
-  return 0;
-}
-PENDING void check_routine_for_misra_violations(a_routine *routine)
-{
-}
-PENDING void check_routine_params(a_type *type)
-{
-}
-PENDING void check_routine_params_for_names(a_param_type *params, a_source_position pos)
-{
-}
 PENDING void misra_check_expr(an_expr_node *expr, a_type *type)
 {
 }
@@ -82,8 +58,5 @@ PENDING void misra_check_is_oper_conv_valid(an_operand *operand, bool is_complex
 }
 PENDING void ensure_types_both_plain_or_unplain_char(a_source_position pos, a_type *type1,
                                                      a_type *type2)
-{
-}
-PENDING void misra_check_file_scope_variables(a_scope *scope)
 {
 }

@@ -65,7 +65,7 @@ static void run_file_scope_checks()
 {
   if (depth_scope_stack < 0) return;
   a_scope *file_scope = curr_translation_unit->primary_scope;
-  if (check_misra_c_2004) misra_check_file_scope_variables(file_scope);
+  if (check_misra_c_2004) misra_check_file_scope(file_scope);
   if (check_ulp) call_if_present(check_scope_for_ulp_violations, file_scope);
 }
 

@@ -171,6 +171,11 @@ void record_prototype_diagnostic(an_error_code code, an_error_severity severity,
 
 // Renders a type outside any message, without quotes.  The text stays until the next call.
 const char *format_type_string(a_type *type, size_t *length);
+// The text of the source line of a position, as it was written, in a buffer that the next call
+// reuses; false if it can't be had.  With `only_if_cheap` no file is read: tells whether the line
+// could be had, *text is null.
+bool source_line_of_position(a_source_position pos, bool only_if_cheap, const char **text,
+                             size_t *length);
 // A line about a precompiled header, unless such messages are off; no diagnostic.
 void pch_message(an_error_code code, const char *text);
 void embedded_cplusplus_noncompliance_diagnostic(a_source_position pos, an_error_code code);

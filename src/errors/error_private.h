@@ -107,11 +107,3 @@ void output_diagnostic(const a_diagnostic &diagnostic, const a_message_piece *pi
 // What follows the last part: after a fatal one, or too many errors, the run ends.
 void end_diagnostic(const a_diagnostic &diagnostic, bool in_context_lines);
 void output_init();
-
-// ---- error_source.cpp ----
-
-// The text of the source line of a position in a buffer that the next call reuses; false if it
-// can't be had.  With `only_if_cheap` no file is read: tells whether the line could be had, *text
-// is null.
-bool source_line_of_position(a_source_position pos, bool only_if_cheap, const char **text,
-                             size_t *length);

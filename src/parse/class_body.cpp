@@ -101,6 +101,12 @@ static void member_loop(a_class_scan_state *scan)
 //---------------------------------------------------------------------------------------------
 // The wrap-up.
 
+static bool misra_wants_complete_members()
+{
+  return check_misra_c_2004 &&
+         misra_c_2004_generate_diagnostic(ec_misra_c_2004_18_1, misra_required_severity);
+}
+
 // Only the last member of a structure may be without bound, behind a named one (C99 6.7.2.1p2).
 static void check_flexible_array(a_class_scan_state *scan)
 {
@@ -117,9 +123,13 @@ static void check_flexible_array(a_class_scan_state *scan)
       field->is_flexible_array = false;
       continue;
     }
+    bool misra_reports = misra_wants_complete_members();
+    if (misra_reports) pos_diagnostic(misra_required_severity, ec_misra_c_2004_18_1, position);
     if (!flexible_array_members_allowed && !gcc_mode && !gpp_mode && !c99_mode) {
-      pos_diagnostic(strict_ansi_mode ? strict_ansi_error_severity : es_warning,
-                     ec_incomplete_type_not_allowed, position);
+      an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
+      if (severity >= es_error || !misra_reports) {
+        pos_diagnostic(severity, ec_incomplete_type_not_allowed, position);
+      }
     } else if (report_gnu_extensions && !c99_mode) {
       pos_warning(ec_flexible_array_is_nonstandard, position);
     }

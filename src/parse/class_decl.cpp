@@ -188,6 +188,9 @@ a_type *class_specifier(uint32_t, a_decl_parse_state *state, a_decl_pos_block *p
   a_source_position start = pos_curr_token;
   a_type_kind kind = type_kind_of_keyword();
   if (pos_block) pos_block->type_begin = start;
+  if (check_misra_c_2004 && kind == tk_union) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_18_4, start);
+  }
   get_token();
   an_attribute *attributes = head_attributes();
   a_type *type;

@@ -231,6 +231,19 @@ static bool bit_field_width(a_field *field, a_constant *width, a_type *type, boo
   return true;
 }
 
+// MISRA 6.4: the type is unsigned int or signed int.  A plain `int` doesn't say which it is; a typedef has settled it.
+static void check_bit_field_type_for_misra(a_decl_parse_state *state, a_source_position position)
+{
+  a_type *type = skip_typerefs(state->declared_type);
+  const an_integer_type_part &part = as_integer(type);
+  bool is_int = !part.is_enum && !part.is_bool && part.int_kind == ik_int;
+  bool is_unsigned_int = !part.is_enum && !part.is_bool && part.int_kind == ik_unsigned_int;
+  bool is_named_type = skip_typerefs_not_typedefs(state->declared_type)->kind == tk_typeref;
+  bool sign_is_known = (state->specifier_flags & sf_written_signed) || is_named_type;
+  if (is_unsigned_int || (is_int && sign_is_known)) return;
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_6_4, position);
+}
+
 // At the `:`; the locator has no header for an unnamed bit-field.
 static void bit_field(a_class_scan_state *scan, a_decl_parse_state *state,
                       a_symbol_locator *locator)
@@ -248,6 +261,7 @@ static void bit_field(a_class_scan_state *scan, a_decl_parse_state *state,
   bool fine = bit_field_type_ok(type, locator->position);
   a_field *field = add_field(scan, fine ? type : error_type());
   a_symbol *symbol = symbol_for_field(scan, locator, field);
+  if (fine && check_misra_c_2004) check_bit_field_type_for_misra(state, locator->position);
   if (fine) {
     field->is_bit_field = true;
     bool written_signed = state->specifier_flags & sf_written_signed;
@@ -261,6 +275,9 @@ static void bit_field(a_class_scan_state *scan, a_decl_parse_state *state,
   if (fine) {
     if (field->bit_size == 1 && targ_force_one_bit_bit_field_to_be_unsigned) {
       field->bit_field_is_signed = false;
+    }
+    if (check_misra_c_2004 && field->bit_size == 1 && field->bit_field_is_signed) {
+      pos_diagnostic(misra_required_severity, ec_misra_c_2004_6_5, locator->position);
     }
     if (field->bit_size == 1 && field->bit_field_is_signed && is_named) {
       pos_remark(ec_signed_one_bit_field, locator->position);

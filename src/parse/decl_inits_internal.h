@@ -14,6 +14,7 @@ struct an_init_walk {
   bool comma_taken;                   // an inner level without braces took the comma that ends it
   bool is_object_with_flexible_array; // values for the array at the end of the object
   bool const_member_unset;            // a const member got no value
+  bool elision_reported;              // MISRA 9.2, in the list at hand
   int brace_depth;                    // open braces
   int level_depth;                    // open levels, with braces or without
 };

@@ -509,14 +509,15 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   } else {
     start_level(*type, walk, true, constant, &level);
     bool unknown = level.is_array && !level.bound_is_known;
-    bool saved_excess = walk->excess_reported;
-    walk->excess_reported = false;
+    bool saved_excess = walk->excess_reported, saved_elision = walk->elision_reported;
+    walk->excess_reported = walk->elision_reported = false;
     if (curr_token == tok_rbrace && unknown && !(gcc_mode || gpp_mode)) {
       pos_error(ec_bad_initializer_for_array_with_unspecified_bound, pos_curr_token);
       walk->error_seen = true;
     }
     scan_level(&level, false);
     walk->excess_reported = saved_excess;
+    walk->elision_reported = saved_elision;
     complete_array(type, &level);
   }
   remove_stop_token(tok_comma);
@@ -525,6 +526,29 @@ static void scan_braced_aggregate(a_type **type, an_init_walk *walk, a_constant 
   --walk->brace_depth;
   walk->constants_required = saved_required;
   required_token(tok_rbrace, ec_exp_rbrace);
+}
+
+static bool is_all_zero(a_constant *constant)
+{
+  switch (constant->kind) {
+  case ck_aggregate:
+    for (a_constant *e = aggregate_of(constant).first_element; e != nullptr; e = e->next) {
+      if (e->kind != ck_designator && !is_all_zero(e)) return false;
+    }
+    return true;
+  case ck_init_repeat: return is_all_zero(init_repeat_of(constant).repeated);
+  case ck_integer:
+  case ck_float: return is_zero_constant(constant);
+  default: return false;
+  }
+}
+
+// MISRA 9.2: a part of an aggregate has its own braces unless it is all zero; once for a list.
+static void check_elided_braces(an_init_walk *walk, a_constant *constant, a_source_position pos)
+{
+  if (walk->elision_reported || is_all_zero(constant)) return;
+  walk->elision_reported = true;
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_9_2, pos);
 }
 
 // Without a brace: a class takes a whole value of its type where one comes, else its members take
@@ -558,6 +582,7 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   start_level(*type, walk, false, constant, &level);
   if (level.at_end) return; // an empty class takes no value
   scan_level(&level, false);
+  if (check_misra_c_2004 && !is_whole_object) check_elided_braces(walk, constant, pos);
   complete_array(type, &level);
 }
 

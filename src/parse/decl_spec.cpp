@@ -134,15 +134,26 @@ void bad_type_combination(a_specifier_scan *scan, a_source_position position)
   scan->kind = spk_error;
 }
 
+static void note_basic_type_word(a_specifier_scan *scan)
+{
+  if (is_null_position(scan->basic_type_position)) scan->basic_type_position = pos_curr_token;
+}
+
+// MISRA 6.3, once for the specifiers; a typedef is where basic types belong.
+static void check_basic_type(const a_specifier_scan *scan)
+{
+  if (is_null_position(scan->basic_type_position) || (scan->options & dso_no_misra) ||
+      scan->state->storage_class == sc_typedef) {
+    return;
+  }
+  pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_6_3, scan->basic_type_position);
+}
+
 // A keyword that names a type by itself.
 static void simple_type_keyword(a_specifier_scan *scan, a_specifier_kind kind)
 {
-  bool misra_exempt =
-      kind == spk_void || kind == spk_char || kind == spk_wchar_t || kind == spk_bool;
-  if (check_misra_c_2004 && !misra_exempt && scan->state->storage_class != sc_typedef &&
-      !(scan->options & dso_no_misra)) {
-    pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_6_3, pos_curr_token);
-  }
+  bool is_exempt = kind == spk_void || kind == spk_char || kind == spk_wchar_t || kind == spk_bool;
+  if (!is_exempt) note_basic_type_word(scan);
   if (!type_specifier_allowed(scan)) return;
   if (scan->kind != spk_none) {
     bad_type_combination(scan, pos_curr_token);
@@ -154,10 +165,7 @@ static void simple_type_keyword(a_specifier_scan *scan, a_specifier_kind kind)
 
 static void note_type_word(a_specifier_scan *scan)
 {
-  if (check_misra_c_2004 && scan->state->storage_class != sc_typedef &&
-      !(scan->options & dso_no_misra)) {
-    pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_6_3, pos_curr_token);
-  }
+  note_basic_type_word(scan);
   if (is_null_position(scan->words_position)) scan->words_position = pos_curr_token;
 }
 
@@ -680,6 +688,7 @@ void decl_specifiers(uint32_t options, a_decl_parse_state *state, a_decl_pos_blo
   if (options & dso_qualifiers_only) return;
   if (scan.auto_is_undecided) decide_auto(&scan);
   report_deferred_error(&scan);
+  if (check_misra_c_2004) check_basic_type(&scan);
   set_result_flags(&scan);
   build_specifier_type(&scan);
   state->effective_storage_class = state->storage_class;

@@ -46,6 +46,7 @@ struct a_specifier_scan {
   an_error_code deferred_error;   // 85 of an old GNU version, given when the end is seen
   a_source_position deferred_position;
   a_source_position words_position;  // first of the size and sign words
+  a_source_position basic_type_position;  // first word of a basic type (MISRA 6.3)
   a_source_position complex_position;
 };
 

@@ -10,6 +10,7 @@
 
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -284,18 +285,13 @@ a_type *apply_declarator_part(a_declarator_part *part, a_type *base, a_decl_pars
   return type;
 }
 
-// Builds the type and gives the parts back.  MISRA 17.5: no more than two levels of pointers.
+// Builds the type and gives the parts back.
 static a_type *build_type(a_declarator_scan *scan, a_type *base)
 {
   a_type *type = base;
-  int levels = 0;
   while (scan->last) {
     a_declarator_part *part = scan->last;
     scan->last = part->closer;
-    levels = part->kind == dpk_pointer ? levels + 1 : 0;
-    if (levels == 3 && check_misra_c_2004) {
-      pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_17_5, part->position);
-    }
     if (scan->last == nullptr) {
       if (part->kind == dpk_function) scan->state->declarator_flags |= df_is_function;
       if (part->kind == dpk_ptr_to_member) scan->state->declarator_flags |= df_is_pointer_to_member;
@@ -514,6 +510,16 @@ static void check_auto_in_declarator(a_decl_parse_state *state)
   state->declared_type = error_type();
 }
 
+// MISRA 17.5: no more than two levels of pointers; the brackets of a parameter are one.
+static void check_levels_of_pointers(const a_declarator_scan *scan)
+{
+  a_type *type = scan->state->declared_type;
+  int levels = misra_hooks.get_pointer_depth(type, true);
+  if ((scan->options & dop_parameter) && is_array_type(type)) ++levels;
+  if (levels <= 2) return;
+  pos_diagnostic(misra_advisory_severity, ec_misra_c_2004_17_5, scan->locator->position);
+}
+
 void declarator(uint32_t options, a_decl_parse_state *state, a_type *bottom_type,
                 a_symbol_locator *locator, a_func_info_block *func_info,
                 a_decl_pos_block *pos_block)
@@ -539,6 +545,7 @@ void declarator(uint32_t options, a_decl_parse_state *state, a_type *bottom_type
   declarator_core(&scan);
   a_type *base = bottom_type ? bottom_type : state->bottom_type;
   state->declared_type = build_type(&scan, base);
+  if (check_misra_c_2004) check_levels_of_pointers(&scan);
   state->declarator_range.end = pos_curr_token;
   if (pos_block) pos_block->declarator_end = pos_curr_token;
   if (state->has_pending_qualifiers) f_check_pending_qualifiers_used(state);

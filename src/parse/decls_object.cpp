@@ -4,6 +4,7 @@
 // See:     C99 6.7, 6.9.2.
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -70,33 +71,60 @@ static bool merge_types(a_variable *variable, a_type *type)
   return true;
 }
 
+// MISRA 8.11: every declaration of what has internal linkage says `static`.
+static void check_static_is_repeated(const a_decl_decision *decision, a_symbol *prior,
+                                     const a_variable *variable)
+{
+  if (!check_misra_c_2004 || variable->storage_class != sc_static ||
+      decision->state->storage_class == sc_static) {
+    return;
+  }
+  pos_sy_diagnostic(misra_required_severity, ec_misra_c_2004_8_11, decision->locator->position,
+                    prior);
+}
+
 // C99 6.2.2p7: internal and external declarations of one name.
 static void reconcile_linkage(a_decl_decision *decision, a_symbol *prior, a_variable *variable)
 {
   bool was_internal = variable->storage_class == sc_static;
   bool is_internal = decision->storage_class == sc_static;
+  check_static_is_repeated(decision, prior, variable);
   if (was_internal == is_internal) return;
   an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
   pos_sy_diagnostic(severity, ec_linkage_conflict, decision->locator->position, prior);
-  if (check_misra_c_2004) {
-    pos_sy_diagnostic(misra_required_severity, ec_misra_c_2004_8_11, decision->locator->position,
-                      prior);
-  }
   if (is_internal && variable->storage_class == sc_extern) {
     variable->storage_class = sc_static;
   }
   decision->linkage = variable->storage_class == sc_static ? idl_internal : idl_external;
 }
 
-// MISRA 8.5: nothing is defined in a header; 8.12: an external array says its size.
-static void misra_checks(const a_decl_decision *decision, const a_variable *variable)
+// The declaration that came before this one, in whatever scope.
+static a_symbol *earlier_declaration(const a_decl_decision *decision)
+{
+  a_symbol *symbol = decision->prior_symbol;
+  if (symbol == nullptr) symbol = decision->visible_symbol;
+  if (symbol == nullptr && decision->prior_extern_symbol != nullptr) {
+    symbol = decision->prior_extern_symbol->variant.extern_entity.symbol;
+  }
+  return symbol != nullptr && symbol->kind == sk_variable ? symbol : nullptr;
+}
+
+// MISRA 8.5: nothing is defined in a header; 8.8: an external object is declared in one file; 8.12: an external
+// array says its size.
+static void misra_checks(const a_decl_decision *decision)
 {
   if (!check_misra_c_2004 || decision->linkage == idl_none) return;
   a_source_position position = decision->locator->position;
   if (decision->is_definition && seq_is_in_include_file(position.seq)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_5, position);
   }
-  if (decision->linkage == idl_external && is_incomplete_array_type(variable->type)) {
+  if (decision->linkage != idl_external) return;
+  a_symbol *earlier = earlier_declaration(decision);
+  if (!decision->is_definition && earlier != nullptr &&
+      misra_hooks.symbol_in_different_header_file(position.seq, earlier)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_8, position);
+  }
+  if (is_incomplete_array_type(decision->type) && !decision->state->has_initializer) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_12, position);
   }
 }
@@ -117,10 +145,6 @@ static a_symbol *redeclare(a_decl_decision *decision, a_symbol *prior)
   if (prior->kind != sk_variable) return incompatible_with(decision, prior);
   a_variable *variable = variable_of_symbol(prior);
   if (!merge_types(variable, decision->type)) return incompatible_with(decision, prior);
-  if (check_misra_c_2004 && decision->storage_class == sc_extern) {
-    pos_sy_diagnostic(misra_required_severity, ec_misra_c_2004_8_8, decision->locator->position,
-                      prior);
-  }
   reconcile_linkage(decision, prior, variable);
   if (C_dialect == 2 && decision->is_definition && prior->defined) {
     pos_sy_error(ec_already_defined, decision->locator->position, prior);
@@ -164,6 +188,7 @@ static a_symbol *declare_block_extern(a_decl_decision *decision)
     if (visible->kind != sk_variable) return incompatible_with(decision, visible);
     a_variable *variable = variable_of_symbol(visible);
     if (!merge_types(variable, decision->type)) return incompatible_with(decision, visible);
+    check_static_is_repeated(decision, visible, variable);
     a_symbol *symbol = enter_local_symbol(sk_variable, decision->locator);
     variable_of_symbol(symbol) = variable;
     symbol->declared_at_block_scope = true;
@@ -312,13 +337,13 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
   }
   state->is_definition = decision.is_definition;
   find_storage_and_linkage(&decision);
+  misra_checks(&decision);
   a_symbol *symbol = symbol_for_variable(&decision);
   a_variable *variable = variable_of_symbol(symbol);
   bool was_defined = symbol->defined;
   state->symbol = symbol;
   locator->symbol = symbol;
   note_definition(&decision, variable);
-  misra_checks(&decision, variable);
   set_name_linkage(&decision, symbol, &variable->source_corresp);
   update_variable_decl_modifiers(state);
   variable->declared_register |= state->storage_class == sc_register;

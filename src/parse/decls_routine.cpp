@@ -7,6 +7,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -244,6 +245,14 @@ static bool merge_types(a_decl_decision *decision, a_symbol *prior, a_routine *r
   return takes_void_return(decision, prior, routine) || new_type_replaces(decision, prior, routine);
 }
 
+// MISRA 8.11: every declaration of what has internal linkage says `static`.
+static void check_static_is_repeated(const a_decl_decision *decision, a_symbol *prior)
+{
+  if (!check_misra_c_2004 || decision->state->storage_class == sc_static) return;
+  pos_sy_diagnostic(misra_required_severity, ec_misra_c_2004_8_11, decision->locator->position,
+                    prior);
+}
+
 // C99 6.2.2p7.
 static void reconcile_linkage(a_decl_decision *decision, a_symbol *prior, a_routine *routine)
 {
@@ -254,10 +263,7 @@ static void reconcile_linkage(a_decl_decision *decision, a_symbol *prior, a_rout
     pos_sy_diagnostic(severity, ec_linkage_conflict, decision->locator->position, prior);
     routine->storage_class = sc_static;
   }
-  if (check_misra_c_2004 && was_internal && decision->state->storage_class != sc_static) {
-    pos_sy_diagnostic(misra_required_severity, ec_misra_c_2004_8_11, decision->locator->position,
-                      prior);
-  }
+  if (was_internal) check_static_is_repeated(decision, prior);
   decision->linkage = routine->storage_class == sc_static ? idl_internal : idl_external;
 }
 
@@ -348,6 +354,7 @@ static a_symbol *declare_in_block(a_decl_decision *decision)
     if (!is_routine_symbol(visible)) return incompatible_with(decision, visible);
     a_routine *routine = routine_of_symbol(visible);
     if (!merge_types(decision, visible, routine)) return incompatible_with(decision, visible);
+    if (routine->storage_class == sc_static) check_static_is_repeated(decision, visible);
     return enter_block_symbol(decision, routine);
   }
   a_symbol *external = decision->prior_extern_symbol;
@@ -442,16 +449,41 @@ void update_dll_info_for_routine(a_routine *routine, a_decl_parse_state *state)
   routine->decl_modifiers |= state->decl_modifiers & (dm_dllimport | dm_dllexport | dm_notshared);
 }
 
+// The declaration that came before this one, in whatever scope.
+static a_symbol *earlier_declaration(const a_decl_decision *decision)
+{
+  a_symbol *symbol = decision->prior_symbol;
+  if (symbol == nullptr) symbol = decision->visible_symbol;
+  if (symbol == nullptr && decision->prior_extern_symbol != nullptr) {
+    symbol = decision->prior_extern_symbol->variant.extern_entity.symbol;
+  }
+  bool is_declared = symbol != nullptr && is_routine_symbol(symbol) && symbol->declared;
+  return is_declared ? symbol : nullptr;
+}
+
+// MISRA 8.1: a prototype stands in front of a definition with external linkage; 8.6: functions are declared
+// at file scope; 8.8: in one file; 16.3: with names for all parameters.
 static void misra_checks(const a_decl_decision *decision)
 {
-  if (!check_misra_c_2004) return;
-  if (decision->is_definition && decision->storage_class != sc_static &&
-      decision->prior_symbol == nullptr && !decision->routine->is_main) {
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_1, decision->locator->position);
+  if (!check_misra_c_2004 || decision->is_implicit) return;
+  a_source_position position = decision->locator->position;
+  a_symbol *earlier = earlier_declaration(decision);
+  a_type *earlier_type =
+      earlier != nullptr ? skip_typerefs(routine_of_symbol(earlier)->type) : nullptr;
+  bool has_prototype = earlier_type != nullptr && earlier_type->kind == tk_routine &&
+                       routine_supplement_of(earlier_type)->is_prototyped;
+  if (decision->is_definition && decision->storage_class != sc_static && !has_prototype &&
+      !decision->routine->is_main) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_1, position);
   }
-  if (decision->at_block_level && !decision->is_implicit) {
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_6, decision->locator->position);
+  if (decision->at_block_level) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_6, position);
   }
+  if (!decision->is_definition && decision->linkage == idl_external && earlier != nullptr &&
+      misra_hooks.symbol_in_different_header_file(position.seq, earlier)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_8, position);
+  }
+  if (decision->routine->type_from_declarator) misra_hooks.check_routine_params(decision->type);
 }
 
 // A qualified void means nothing (C99 6.7.3 lets it be; strict C89 reports it).

@@ -375,6 +375,9 @@ bool report_missing_type_specifier(a_source_position *position, a_type **type, b
                                    bool is_parameter, bool is_member, bool report)
 {
   *type = integer_type(ik_int);
+  if (check_misra_c_2004 && report) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_2, *position);
+  }
   if (C_dialect == 1) return true;
   if (C_dialect == 2) {
     bool allowed = allow_anachronisms || cfront_2_1_mode || cfront_3_0_mode;

@@ -404,9 +404,28 @@ static void finish_call(an_operand *function, a_routine *routine, an_arg_check_b
   if (result->kind == ok_expression) rule_out_expr_kinds(rule_out_any_constant, result);
 }
 
+// The name of the called function if it has no prototype (MISRA 8.1), else null.
+static const char *name_without_prototype(an_operand *function)
+{
+  if (function->kind == ok_undefined_symbol) return function->symbol->header->identifier;
+  a_routine *routine = routine_from_function_operand(function);
+  if (routine == nullptr) return nullptr;
+  a_type *type = skip_typerefs(routine->type);
+  bool lacks_prototype = type->kind == tk_routine && !routine_supplement_of(type)->is_prototyped;
+  return lacks_prototype ? routine->source_corresp.name : nullptr;
+}
+
+static void check_prototype_for_misra(an_operand *function)
+{
+  const char *name = name_without_prototype(function);
+  if (name == nullptr) return;
+  expr_pos_st_diagnostic(misra_required_severity, ec_misra_c_2004_8_1_n, function->position, name);
+}
+
 void scan_function_call(an_operand *function, a_rescan_control_block *, an_operand *result)
 {
   a_source_position open_pos = pos_curr_token, start = function->position;
+  if (check_misra_c_2004) check_prototype_for_misra(function);
   if (function->kind == ok_undefined_symbol) declare_function_of_call(function);
   a_routine *routine = routine_from_function_operand(function);
   bool is_builtin = routine != nullptr && is_gnu_builtin_function(routine);

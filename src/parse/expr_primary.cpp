@@ -7,6 +7,7 @@
 #include "driver/flags.h"
 #include "errors/misra_hooks.h"
 #include "driver/target.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -242,6 +243,7 @@ static void make_operand_of_variable(a_symbol *symbol, an_operand *result)
     make_error_operand(result);
     return;
   }
+  if (check_misra_c_2004) misra_hooks.note_use_of_variable(variable);
   if (c99_mode && !gcc_mode) check_c99_inline_definition(symbol, variable->storage_class);
   a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
   make_lvalue_variable_operand(variable, &pos_curr_token, &end_pos_curr_token, result, ref);

@@ -218,8 +218,11 @@ static bool check_complete_for_value(an_operand *operand)
   if (!is_incomplete_type(operand->type)) return true;
   if (is_void_type(operand->type) && C_dialect != 2) return true;
   if (is_managed_nullptr_type(operand->type)) return true;
-  expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, operand->position,
-                         operand->type);
+  bool is_misra_rule = check_misra_c_2004 && misra_c_2004_generate_diagnostic(
+                                                 ec_misra_c_2004_18_1, misra_required_severity);
+  expr_pos_ty_diagnostic(es_error,
+                         is_misra_rule ? ec_misra_c_2004_18_1 : ec_incomplete_type_not_allowed,
+                         operand->position, operand->type);
   conv_to_error_operand(operand);
   return false;
 }

@@ -13,6 +13,7 @@
 #include "il/il_walk.h"
 #include "lex/lexical.h"
 #include "lex/pragma.h"
+#include "lex/source_input.h"
 #include "parse/attribute.h"
 #include "parse/decls.h"
 #include "parse/scope_stk.h"
@@ -57,6 +58,9 @@ static void default_undeclared_parameters(a_func_info_block *func_info)
   for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next) {
     if (id->declared) continue;
     id->type = integer_type(ik_int);
+    if (check_misra_c_2004) {
+      pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_2, id->position);
+    }
     if (strict_ansi_mode && c99_mode && id->locator.header != nullptr) {
       pos_st_diagnostic(strict_ansi_discretionary_severity, ec_undeclared_parameter, id->position,
                         id->locator.header->identifier);
@@ -351,6 +355,9 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
   if (!il_hooks.is_empty() && !(flags & fbf_discard)) {
     il_hooks.body_completed(routine, top_scope()->il_scope->assoc_block);
   }
+  if (check_misra_c_2004 && !(flags & fbf_discard)) {
+    misra_hooks.check_routine_for_misra_violations(routine);
+  }
   pop_stop_token_stack();
   func_info_of_body = saved_func_info;
   curr_function_type_was_missing = saved_type_was_missing;
@@ -399,9 +406,23 @@ static a_routine *routine_to_define(a_decl_parse_state *state, unsigned *flags)
   return make_dummy_routine(state);
 }
 
+// MISRA 8.5: no definition in a header; 16.1: no variable number of arguments.
+static void misra_checks_of_definition(const a_symbol_locator *locator, a_decl_parse_state *state)
+{
+  a_source_position position = locator->position;
+  if (seq_is_in_include_file(position.seq)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_5, position);
+  }
+  a_type *type = skip_typerefs(state->declared_type);
+  if (type->kind == tk_routine && routine_supplement_of(type)->has_ellipsis) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_16_1, position);
+  }
+}
+
 void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_state,
                          a_func_info_block *func_info, a_decl_pos_block *pos_block)
 {
+  if (check_misra_c_2004) misra_checks_of_definition(locator, decl_state);
   check_type_from_declarator(locator, decl_state, func_info);
   bool is_old_style = func_info->is_old_style && C_dialect != 2;
   if (is_old_style) old_style_parameters(decl_state, func_info);

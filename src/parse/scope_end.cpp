@@ -401,8 +401,11 @@ static void end_symbol(a_symbol *symbol, a_scope_kind kind, bool is_reactivation
   if (is_namespace_level_scope(kind) && !is_reactivation) return;
   bool was_linked = symbol->on_active_chain;
   unlink_symbol_from_symbol_table(symbol);
-  if (was_linked && goes_to_inactive_chain_at_end(kind, is_reactivation)) {
+  if (!was_linked) return;
+  if (goes_to_inactive_chain_at_end(kind, is_reactivation)) {
     add_symbol_to_inactive_list(symbol);
+  } else if (check_misra_c_2004 && kind != sck_function_prototype) {
+    keep_removed_symbol(symbol);
   }
 }
 

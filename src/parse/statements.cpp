@@ -9,6 +9,7 @@
 
 #include "driver/flags.h"
 #include "driver/later_modules.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -58,20 +59,26 @@ a_flow_words merged_flow(a_flow_words a, a_flow_words b)
           a.reported || b.reported};
 }
 
+static bool misra_wants_reachable_code()
+{
+  return check_misra_c_2004 &&
+         misra_c_2004_generate_diagnostic(ec_misra_c_2004_14_1, misra_required_severity);
+}
+
 void warn_if_code_is_unreachable(an_error_code code, const a_source_position *position)
 {
   if (curr_stmt_reachable || unreachable_reported) return;
   unreachable_reported = true;
-  if (check_misra_c_2004 && code == ec_code_is_unreachable) {
+  if (code == ec_code_is_unreachable && misra_wants_reachable_code()) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_1, *position);
   } else {
     pos_warning(code, *position);
   }
 }
 
-// True for a constant that the source cannot mean to be false; a conversion to bool and the left of a
-// comma are looked through.
-bool is_constant_true(an_expr_node *expr)
+// The constant operand that decides the condition; a conversion to bool and the left of a comma are
+// looked through.
+static a_constant *deciding_constant(an_expr_node *expr)
 {
   while (expr != nullptr && expr->kind == enk_operation) {
     if (op_of(expr) == eok_cast_to_bool)
@@ -79,12 +86,23 @@ bool is_constant_true(an_expr_node *expr)
     else if (op_of(expr) == eok_comma)
       expr = second_operand_of(expr);
     else
-      return false;
+      return nullptr;
   }
-  if (expr == nullptr || expr->kind != enk_constant) return false;
+  if (expr == nullptr || expr->kind != enk_constant) return nullptr;
   a_constant *constant = constant_of(expr);
-  return (constant->kind == ck_integer || constant->kind == ck_float) &&
-         !is_zero_constant(constant);
+  return constant->kind == ck_integer || constant->kind == ck_float ? constant : nullptr;
+}
+
+bool is_constant_true(an_expr_node *expr)
+{
+  a_constant *constant = deciding_constant(expr);
+  return constant != nullptr && !is_zero_constant(constant);
+}
+
+bool is_constant_false(an_expr_node *expr)
+{
+  a_constant *constant = deciding_constant(expr);
+  return constant != nullptr && is_zero_constant(constant);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -337,6 +355,7 @@ static void wrap_list_in_block(a_statement **place, a_scope *scope,
   first_statement_of(block) = *place;
   block_supplement_of(block)->scope = scope;
   block_supplement_of(block)->end_position = curr_construct_end_position;
+  block_supplement_of(block)->is_compiler_generated = true;
   if (scope != nullptr) scope->assoc_block = block;
   *place = block;
 }
@@ -361,6 +380,22 @@ void scan_dependent_statement(a_statement **place)
   if (!is_single || scope != nullptr) wrap_list_in_block(place, scope, &position);
 }
 
+void scan_dead_dependent_statement(a_statement **place)
+{
+  a_struct_stmt_stack_entry *entry = top_stmt_entry();
+  bool had_label = entry->contains_label, had_case = entry->contains_case;
+  entry->contains_label = entry->contains_case = false;
+  a_source_position position = pos_curr_token;
+  bool is_reported = entry->saved_flags.stmt_reachable && misra_wants_reachable_code();
+  scan_dependent_statement(place);
+  entry = top_stmt_entry();
+  if (is_reported && *place != nullptr && !entry->contains_label && !entry->contains_case) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_1, position);
+  }
+  entry->contains_label |= had_label;
+  entry->contains_case |= had_case;
+}
+
 //---------------------------------------------------------------------------------------------
 // Expression statements
 
@@ -373,7 +408,7 @@ static bool is_call_of_noreturn(an_expr_node *expr)
 
 static bool is_misra_call_that_ends_the_program(an_expr_node *expr)
 {
-  if (!check_misra_c_2004 || !is_operation(expr, eok_call)) return false;
+  if (!is_operation(expr, eok_call) || !misra_wants_reachable_code()) return false;
   a_routine *routine = routine_from_function_expr(first_operand_of(expr));
   const char *name = routine != nullptr ? routine->source_corresp.name : nullptr;
   return name != nullptr &&
@@ -480,6 +515,7 @@ static bool at_label()
 
 static void empty_statement()
 {
+  if (check_misra_c_2004) misra_hooks.check_null_statement(pos_curr_token);
   get_token();
 }
 

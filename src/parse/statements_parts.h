@@ -75,7 +75,13 @@ void scan_statement();
 // The statement that depends on an if, a loop or a switch: becomes *place, a block where it is more than
 // one statement or has declarations.
 void scan_dependent_statement(a_statement **place);
+// The same where the condition in front is constant and lets control pass by: the rule on unreachable code
+// is reported unless a label lets control in.
+void scan_dead_dependent_statement(a_statement **place);
+// True for a constant that the source cannot mean to be false, or true; a conversion to bool and the left
+// of a comma are looked through.
 bool is_constant_true(an_expr_node *expr);
+bool is_constant_false(an_expr_node *expr);
 
 // A construct that is its own block in C99 (6.8.4p3, 6.8.5p5) and C++.
 bool push_construct_scope();

@@ -427,6 +427,9 @@ void goto_statement()
 {
   a_source_position position = pos_curr_token;
   warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
+  if (check_misra_c_2004) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_4, position);
+  }
   add_stop_token(tok_semicolon);
   get_token();
   if (curr_token == tok_star && (gcc_mode || gpp_mode)) {
@@ -461,6 +464,9 @@ void continue_statement()
 {
   a_source_position position = pos_curr_token;
   warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
+  if (check_misra_c_2004) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_5, position);
+  }
   int depth = find_enclosing_loop(false);
   get_token();
   if (depth < 0) {
@@ -502,13 +508,26 @@ static an_error_severity missing_return_severity(a_routine *routine, bool is_exp
   return C_dialect != 2 && curr_function_type_was_missing ? es_remark : es_warning;
 }
 
+// The rule's message stands for the ordinary one, and also where main needs no return statement.
+static bool misra_reports_missing_return(const a_source_position *position)
+{
+  if (!check_misra_c_2004 ||
+      !misra_c_2004_generate_diagnostic(ec_misra_c_2004_16_8, misra_required_severity)) {
+    return false;
+  }
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_16_8, *position);
+  return true;
+}
+
 void missing_return_check(bool is_explicit, const a_source_position *position)
 {
   a_routine *routine = curr_routine();
   if (routine == nullptr || needs_no_value(return_type_of(routine->type))) return;
   if (routine->special_kind == sfk_constructor || routine->special_kind == sfk_destructor) return;
   an_error_severity severity = missing_return_severity(routine, is_explicit);
-  if (severity == es_none || (!is_explicit && severity <= es_warning && !end_reachable)) return;
+  if (!is_explicit && severity <= es_warning && !end_reachable) return;
+  if (severity <= es_warning && misra_reports_missing_return(position)) return;
+  if (severity == es_none) return;
   a_symbol *symbol = routine->source_corresp.assoc_symbol;
   if (symbol == nullptr) return;
   pos_sy_diagnostic(severity,

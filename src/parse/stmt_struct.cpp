@@ -4,6 +4,7 @@
 #include "consts/const_ints.h"
 #include "consts/folding.h"
 #include "driver/flags.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
@@ -55,6 +56,7 @@ static void place_continue_label(a_statement **body)
     a_statement *block = alloc_statement(stmk_block);
     block->start_position = (*body)->start_position;
     block->end_position = (*body)->end_position;
+    block_supplement_of(block)->is_compiler_generated = true;
     first_statement_of(block) = *body;
     *body = block;
   }
@@ -63,9 +65,17 @@ static void place_continue_label(a_statement **body)
   place_label(entry->continue_label, entry->continue_is_live, &pos_curr_token);
 }
 
-static void loop_body(a_statement **body)
+static void branch_of(bool is_dead, a_statement **place)
 {
-  scan_dependent_statement(body);
+  if (is_dead)
+    scan_dead_dependent_statement(place);
+  else
+    scan_dependent_statement(place);
+}
+
+static void loop_body(a_statement **body, an_expr_node *condition)
+{
+  branch_of(is_constant_false(condition), body);
   place_continue_label(body);
 }
 
@@ -90,7 +100,7 @@ void if_statement()
   bool is_empty = is_empty_dependent_statement();
   a_source_position empty_position = pos_curr_token;
   add_stop_token(tok_else);
-  scan_dependent_statement(&then_statement_of(statement));
+  branch_of(is_constant_false(statement->expr), &then_statement_of(statement));
   remove_stop_token(tok_else);
   if (is_empty && curr_token != tok_else) pos_remark(ec_empty_then_statement, empty_position);
   if (curr_token == tok_else) {
@@ -101,7 +111,7 @@ void if_statement()
     statement->else_position = pos_curr_token;
     get_token();
     if (is_empty_dependent_statement()) pos_remark(ec_empty_else_statement, pos_curr_token);
-    scan_dependent_statement(&else_statement_of(statement));
+    branch_of(is_constant_true(statement->expr), &else_statement_of(statement));
   }
   statement->end_position = curr_construct_end_position;
   pop_stmt_entry(statement->expr);
@@ -120,7 +130,7 @@ void while_statement()
   get_token();
   statement->expr = parenthesized_condition();
   process_curr_construct_pragmas(nullptr, statement);
-  loop_body(&body_of(statement));
+  loop_body(&body_of(statement), statement->expr);
   close_loop(statement->expr);
   pop_construct_scope(pushed, statement);
 }
@@ -134,7 +144,7 @@ void do_statement()
   get_token();
   process_curr_construct_pragmas(nullptr, statement);
   add_stop_token(tok_while);
-  loop_body(&body_of(statement));
+  loop_body(&body_of(statement), nullptr);
   remove_stop_token(tok_while);
   top_stmt_entry()->do_body_ended = true;
   add_stop_token(tok_semicolon);
@@ -166,13 +176,22 @@ static void for_init_clause(a_statement *statement)
   required_token(tok_semicolon, ec_exp_semicolon);
 }
 
+static void for_condition(a_statement *statement)
+{
+  a_source_position position = pos_curr_token;
+  statement->expr = scan_boolean_controlling_expression();
+  if (check_misra_c_2004 && misra_hooks.expr_refers_to_floating_type(statement->expr)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_13_4, position);
+  }
+}
+
 static void for_header(a_statement *statement)
 {
   required_token(tok_lparen, ec_exp_lparen);
   add_stop_token(tok_rparen);
   add_stop_token(tok_semicolon);
   for_init_clause(statement);
-  if (curr_token != tok_semicolon) statement->expr = scan_boolean_controlling_expression();
+  if (curr_token != tok_semicolon) for_condition(statement);
   required_token(tok_semicolon, ec_exp_semicolon);
   remove_stop_token(tok_semicolon);
   if (curr_token != tok_rparen) {
@@ -192,7 +211,7 @@ void for_statement()
   get_token();
   for_header(statement);
   process_curr_construct_pragmas(nullptr, statement);
-  loop_body(&body_of(statement));
+  loop_body(&body_of(statement), statement->expr);
   if (has_scope) {
     a_scope *scope = top_scope()->il_scope;
     for_supplement_of(statement)->scope = scope;
@@ -208,6 +227,14 @@ void for_statement()
 static bool is_constant_selector(an_expr_node *expr)
 {
   return expr->kind == enk_constant && constant_of(expr)->kind != ck_error;
+}
+
+static bool has_case_clause(a_statement *statement)
+{
+  a_switch_case_entry *entry = switch_supplement_of(statement)->first_case;
+  while (entry != nullptr && entry->low_value == nullptr)
+    entry = entry->next;
+  return entry != nullptr;
 }
 
 void switch_statement()
@@ -227,6 +254,9 @@ void switch_statement()
   if (is_constant_selector(statement->expr)) {
     pos_remark(ec_switch_selector_expr_is_constant, selector_position);
   }
+  if (check_misra_c_2004 && misra_hooks.is_expr_effectively_boolean(statement->expr, true)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_15_4, selector_position);
+  }
   process_curr_construct_pragmas(nullptr, statement);
   a_struct_stmt_stack_entry *entry = top_stmt_entry();
   entry->case_type = statement->expr->kind == enk_error ? nullptr : statement->expr->type;
@@ -234,6 +264,9 @@ void switch_statement()
   entry->flow_block = curr_flow_block();
   set_flow(dead_flow);
   scan_dependent_statement(&body_of(statement));
+  if (check_misra_c_2004 && !has_case_clause(statement)) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_15_5, position);
+  }
   pop_stmt_entry(nullptr);
   pop_construct_scope(pushed, statement);
 }
@@ -354,8 +387,17 @@ static bool range_is_empty(a_constant *low, a_constant *high,
   return compare_values(high, low, case_is_signed(switch_entry)) < 0;
 }
 
+// MISRA 15.1: the label stands directly in the block that is the body of the switch.
+static void check_place_of_case(int switch_depth, const a_source_position *position)
+{
+  bool in_outer_block = depth_stmt_stack == switch_depth + 1 && top_stmt_entry()->kind == ssk_block;
+  if (in_outer_block) return;
+  pos_diagnostic(misra_required_severity, ec_misra_c_2004_15_1, *position);
+}
+
 static void add_case_statement(a_switch_case_entry *entry, int switch_depth)
 {
+  if (check_misra_c_2004) check_place_of_case(switch_depth, &entry->position);
   a_statement *statement = add_statement_at_stmt_pos(stmk_case, &entry->position);
   case_entry_of(statement) = entry;
   entry->statement = statement;

@@ -4,7 +4,6 @@
 // Entry:   enter_symbol, add_symbol_to_symbol_table, unlink_symbol_from_symbol_table, remove_symbol.
 #include "driver/flags.h"
 #include "errors/error.h"
-#include "errors/misra_hooks.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "parse/lookup.h"
@@ -357,7 +356,6 @@ static void link_onto_chain(a_symbol *symbol, int depth, bool no_errors)
   symbol->next_same_name = *link;
   *link = symbol;
   symbol->on_active_chain = true;
-  if (check_misra_c_2004) misra_hooks.check_symbol_uniqueness(symbol);
 }
 
 // Keywords and macros: one slot each on the header.
@@ -568,6 +566,28 @@ static void remove_from_scope_list(a_symbol *symbol, a_scope_pointers_block *blo
   symbol->next_in_scope = symbol->prev_in_scope = nullptr;
 }
 
+// Typedefs, tags, labels and all other names clash with a later name in different ways; a second one of
+// a group adds nothing.
+static int uniqueness_group(const a_symbol *symbol)
+{
+  if (symbol->kind == sk_type) return -1;
+  return name_space_for_symbol_kind[symbol->kind];
+}
+
+void keep_removed_symbol(a_symbol *symbol)
+{
+  a_name_space_kind space = name_space_for_symbol_kind[symbol->kind];
+  if (space == nsk_macro || space == nsk_keyword || space == nsk_extern) return;
+  // A declaration in a block stands for an entity of the file, which has a symbol that stays.
+  if (!symbol->declared || symbol->declared_at_block_scope || symbol->header->is_unnamed) return;
+  a_symbol *kept = symbol->header->removed_symbols;
+  for (; kept != nullptr; kept = kept->next_same_name) {
+    if (kept == symbol || uniqueness_group(kept) == uniqueness_group(symbol)) return;
+  }
+  symbol->next_same_name = symbol->header->removed_symbols;
+  symbol->header->removed_symbols = symbol;
+}
+
 void remove_symbol(a_symbol *symbol)
 {
   a_symbol_header *header = symbol->header;
@@ -581,10 +601,7 @@ void remove_symbol(a_symbol *symbol)
     remove_from_scope_list(symbol, block);
     unlink_symbol_from_symbol_table(symbol);
   }
-  if (check_misra_c_2004) {
-    symbol->next_same_name = header->removed_symbols;
-    header->removed_symbols = symbol;
-  }
+  if (check_misra_c_2004) keep_removed_symbol(symbol);
 }
 
 void remove_anonymous_union_member_from_inactive_symbols_list(a_symbol *symbol)

@@ -5,3 +5,6 @@
 a_symbol_header *header_for_error_symbol();
 a_symbol_header *make_unnamed_header();
 void hash_remove(a_hash_table *table, const void *key);
+// Keeps a symbol that was taken off all chains on its header's removed_symbols, for the rules on the
+// uniqueness of identifiers.
+void keep_removed_symbol(a_symbol *symbol);

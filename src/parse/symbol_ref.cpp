@@ -7,6 +7,7 @@
 
 #include "driver/flags.h"
 #include "errors/error.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -68,6 +69,7 @@ void record_symbol_declaration(uint32_t flags, a_symbol *symbol, const a_source_
       // What has static duration starts as zero; a parameter comes with its value.
       if (symbol->is_parameter || !is_automatic_variable(symbol)) symbol->value_set = true;
     }
+    if (check_misra_c_2004) misra_hooks.check_symbol_uniqueness(symbol);
   }
   if (flags & rdf_definition) symbol->defined = true;
   if (f_xref_info != nullptr) {
@@ -96,9 +98,10 @@ static void check_used_before_set(a_symbol *symbol, const a_source_position *pos
   symbol->used_before_set_reported = true;
   if (check_misra_c_2004 &&
       misra_c_2004_generate_diagnostic(ec_misra_c_2004_9_1, misra_required_severity)) {
-    return;
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_9_1, *position);
+  } else {
+    pos_sy_warning(ec_used_before_set, *position, symbol);
   }
-  pos_sy_warning(ec_used_before_set, *position, symbol);
 }
 
 bool check_use_of_deleted_function(a_routine *routine, a_source_position *position)
