@@ -1,5 +1,6 @@
 // tool_layer.h - all of the tool chain's common layer: containers, messages, options.
-// For programs that link libtool_layer.a.  The front end includes the headers that it needs instead.
+// For programs that link libtool_layer.a.  The front end includes the headers that it needs
+// instead.
 #pragma once
 #include "CONTAINERS/mzone.h"
 #include "CONTAINERS/sdshash.h"

@@ -28,7 +28,7 @@ void *rrealloc(void *p, int size)
   return block;
 }
 
-//---------------------------------------------------------------------------- life of a zone
+//---------------------------------------------------------------------- life of a zone
 
 MZONE::MZONE(unsigned size, char const *creator, int creator_line)
     : min_alloc(size), avail(0), pool(nullptr), cur_size(0), max_size(0), zid(next_id++),
@@ -62,7 +62,7 @@ bool MZONE::enlist()
   return true;
 }
 
-//---------------------------------------------------------------------------- memory
+//---------------------------------------------------------------------- memory
 
 // The rest of the old pool is given up.
 void MZONE::new_pool(unsigned size)
@@ -113,7 +113,7 @@ void MZONE::reset()
   cur_size = 0;
 }
 
-//---------------------------------------------------------------------------- owned objects
+//---------------------------------------------------------------------- owned objects
 
 void MZONE::own(MZONE_OBJECT *object)
 {
@@ -135,7 +135,7 @@ void MZONE::delete_objects()
   }
 }
 
-//---------------------------------------------------------------------------- reports
+//---------------------------------------------------------------------- reports
 
 static std::string size_text(uint32_t bytes)
 {

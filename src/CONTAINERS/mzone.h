@@ -42,7 +42,7 @@ public:
   MZONE &operator=(MZONE const &) = delete;
   ~MZONE();
 
-  // Zero-filled memory, aligned to 8, until the next reset.  Never null: without memory the process ends.
+  // Zero-filled memory, aligned to 8, until the next reset; without memory the process ends.
   void *alloc(unsigned size);
   // The same for count pieces of size bytes each.
   void *alloc_array(size_t count, size_t size);
@@ -54,7 +54,7 @@ public:
   void own(MZONE_OBJECT *object);
   // Enters the zone in zonelist until its end; false if the list is full.
   bool enlist();
-  // Writes the figures to standard output, with pools those of each pool too.  Nothing if the zone was never used.
+  // Writes the figures to standard output, with pools each pool too; nothing for an unused zone.
   void dump(bool pools);
 
 private:
@@ -64,7 +64,8 @@ private:
   void dump_pools() const;
 };
 
-// Zones for the reports.  szones are named by their index; a tool writes them.  MZONE::enlist writes zonelist.
+// Zones for the reports: szones, named by their index, are a tool's to write; zonelist is written
+// by MZONE::enlist.
 enum { SZONES_MAX = 20, ZONELIST_MAX = 256 };
 extern MZONE *szones[SZONES_MAX];
 extern MZONE *zonelist[ZONELIST_MAX];

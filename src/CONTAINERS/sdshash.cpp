@@ -1,6 +1,6 @@
 // sdshash.cpp - SHASH: the hash table.
-// Rule:    buckets and items live in the zone, nodes on the chain that all lists share; a bucket's list is
-//          sorted by construction, as entries come by insert_sorted alone.
+// Rule:    buckets and items live in the zone, nodes on the chain that all lists share; a bucket's
+//          list is sorted by construction, as entries come by insert_sorted alone.
 #include "CONTAINERS/sdshash.h"
 #include <algorithm>
 #include <cstring>
@@ -74,7 +74,7 @@ void SHASH::set_hash_func(sds_hash_func function)
   hash = function;
 }
 
-//---------------------------------------------------------------------------- items
+//---------------------------------------------------------------------- items
 
 SHASH::ITEM *SHASH::alloc_list_item()
 {
@@ -117,7 +117,7 @@ void SHASH::clear()
   SHASH::set_cmp_func(cmp);
 }
 
-//---------------------------------------------------------------------------- keys
+//---------------------------------------------------------------------- keys
 
 // Reports a key of the other kind than the table's; `where` is the operation.
 bool SHASH::keys_differ(int mode, char const *where, char const *text) const
@@ -192,7 +192,7 @@ void SHASH::erase(NODE *node)
   count -= int(old_count - bucket->size());
 }
 
-//---------------------------------------------------------------------------- searching
+//---------------------------------------------------------------------- searching
 
 SHASH::NODE *SHASH::find_entry(KEY key, bool first)
 {
@@ -234,7 +234,7 @@ SHASH::NODE *SHASH::find_next(NODE *node)
   return node && node->list ? node->mylist()->find_next(node) : nullptr;
 }
 
-//---------------------------------------------------------------------------- walking
+//---------------------------------------------------------------------- walking
 
 SHASH::NODE *SHASH::begin() const
 {
@@ -304,7 +304,7 @@ void SHASH::dump(FILE *file)
   fprintf(file, "\n");
 }
 
-//---------------------------------------------------------------------------- ready-made functions
+//---------------------------------------------------------------------- ready-made functions
 
 // An item's first word leads to its key.
 static SHASH::KEY const &key_of(void const *item)

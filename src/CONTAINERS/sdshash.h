@@ -5,8 +5,9 @@
 // The bucket, from 0 to buckets - 1, of the key that stands at `key_ref`.
 using sds_hash_func = unsigned long (*)(void const *key_ref, int buckets);
 
-// Keys are all pointers or all scalars, as the first add says, and may occur more than once.  The table keeps the
-// pointer, not what it points to.  Hash functions get the address of the key; comparison functions get two items.
+// Keys are all pointers or all scalars, as the first add says, and may occur more than once.  The
+// table keeps the pointer, not what it points to.  Hash functions get the address of the key;
+// comparison functions get two items.
 class SHASH {
 public:
   using NODE = SLIST::NODE;
@@ -36,7 +37,8 @@ public:
 
   // With a zone of its own, or in a zone that stays the caller's and must live longer.
   SHASH(sds_hash_func hash_function, sds_cmp_func cmp_function, int number_of_buckets);
-  SHASH(MZONE *table_zone, sds_hash_func hash_function, sds_cmp_func cmp_function, int number_of_buckets);
+  SHASH(MZONE *table_zone, sds_hash_func hash_function, sds_cmp_func cmp_function,
+        int number_of_buckets);
   SHASH(SHASH const &) = delete;
   SHASH &operator=(SHASH const &) = delete;
 
@@ -82,7 +84,8 @@ public:
   static int UINT32_cmp(void const *a, void const *b);
 
 private:
-  void init_shash(MZONE *table_zone, sds_hash_func hash_function, sds_cmp_func cmp_function, int number_of_buckets);
+  void init_shash(MZONE *table_zone, sds_hash_func hash_function, sds_cmp_func cmp_function,
+                  int number_of_buckets);
   void build_buckets();
   void destroy_buckets();
   bool keys_differ(int mode, char const *where, char const *text) const;

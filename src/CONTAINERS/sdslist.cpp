@@ -1,8 +1,8 @@
 // sdslist.cpp - SLIST: nodes, links, and the operations that change the list order.
 // Owns:    the chain of free nodes of all lists.
 // Uses:    sdslist_table.cpp for the sorted table.
-// Rule:    every operation here that changes links or count marks the sorted table stale, but for the
-//          layer of link_node, unlink_node and erase_node.
+// Rule:    every operation here that changes links or count marks the sorted table stale, but for
+//          the layer of link_node, unlink_node and erase_node.
 #include "CONTAINERS/sdslist.h"
 #include <algorithm>
 #include <new>
@@ -68,7 +68,7 @@ void SLIST::adjust_mempoolsz()
   if (owns_zone && count >= LONG_LIST) zone->set_min_alloc(count / 4 * NODE_ROOM);
 }
 
-//---------------------------------------------------------------------------- nodes
+//---------------------------------------------------------------------- nodes
 
 // A block of new nodes; all but the first go on the free chain.
 static SLIST::NODE *alloc_nodes()
@@ -127,7 +127,7 @@ void SLIST::erase_node(NODE *node)
   count--;
 }
 
-//---------------------------------------------------------------------------- inserting and removing
+//---------------------------------------------------------------------- inserting and removing
 
 SLIST::NODE *SLIST::insert(void *data, NODE *next)
 {
@@ -225,7 +225,7 @@ void SLIST::purge()
   if (count != old_count) clear_sorted_table();
 }
 
-//---------------------------------------------------------------------------- moving
+//---------------------------------------------------------------------- moving
 
 void SLIST::move_node(NODE *node, NODE *before)
 {
@@ -248,7 +248,7 @@ void SLIST::swap_nodes(NODE *a, NODE *b)
   move_node(a, behind_b);
 }
 
-//---------------------------------------------------------------------------- walking
+//---------------------------------------------------------------------- walking
 
 SLIST::NODE *SLIST::begin() const
 {

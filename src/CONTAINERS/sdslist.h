@@ -8,8 +8,9 @@ class MZONE;
 // Compares two items: negative, 0 or positive.
 using sds_cmp_func = int (*)(void const *, void const *);
 
-// Items are `void *` and stay the caller's.  The links give the list order; the sorted table, in the order of the
-// comparison function, gives binary search.  Equal items stand in the table in their list order.
+// Items are `void *` and stay the caller's.  The links give the list order; the sorted table, in
+// the order of the comparison function, gives binary search.  Equal items stand in the table in
+// their list order.
 class SLIST {
 public:
   struct NODE {
@@ -58,7 +59,7 @@ public:
   virtual NODE *insert(void *data, NODE *next);
   // Sorts the list if need be and inserts at the item's place, which is returned.
   virtual uint32_t insert_sorted(void *data);
-  // Puts the node ahead of `before`, or at the end for null.  Both belong to this list, else nothing happens.
+  // Puts the node ahead of `before`, or at the end for null; nothing if one is of another list.
   virtual void move_node(NODE *node, NODE *before);
   virtual void swap_nodes(NODE *a, NODE *b);
   // The removed item, null if the list is empty.
@@ -67,7 +68,7 @@ public:
   // Brings the links into comparison order; force: even if they are known to be.
   virtual void sort(bool force = false);
   virtual void clear();
-  // Removes the item equal to data; in a list without a valid table the one that is this very pointer.
+  // Removes the item equal to data; without a valid table the one that is this very pointer.
   virtual void erase(void *data);
   virtual void erase(NODE *node);
   // Remove the null items; of equal items all but the last.

@@ -1,6 +1,6 @@
 // sdslist_table.cpp - SLIST: the sorted table, sorting and searching.
-// Rule:    while table_valid is set the table holds exactly the list's nodes in comparison order; it is
-//          built when somebody first asks, so that runs of appends cost no sorting.
+// Rule:    while table_valid is set the table holds exactly the list's nodes in comparison order;
+//          it is built when somebody first asks, so that runs of appends cost no sorting.
 #include <algorithm>
 #include <cstring>
 #include "CONTAINERS/mzone.h"
@@ -53,7 +53,7 @@ void SLIST::build_sorted_table()
   table_valid = true;
 }
 
-//---------------------------------------------------------------------------- sorting
+//---------------------------------------------------------------------- sorting
 
 // Equal items keep their list order.
 int SLIST::stable_itemcmp(NODE const *a, NODE const *b) const
@@ -64,8 +64,8 @@ int SLIST::stable_itemcmp(NODE const *a, NODE const *b) const
   return a->index < b->index ? -1 : a->index > b->index;
 }
 
-// Quicksort.  The pivot is compared where it stands, so its place is followed when it is swapped.  The bounds
-// of both runs are for comparison functions that contradict themselves.
+// Quicksort.  The pivot is compared where it stands, so its place is followed when it is swapped.
+// The bounds of both runs are for comparison functions that contradict themselves.
 void SLIST::qsort(NODE **table, uint32_t entries)
 {
   if (!table) return;
@@ -134,7 +134,7 @@ void SLIST::uniq()
   if (count != old_count) clear_sorted_table();
 }
 
-//---------------------------------------------------------------------------- searching
+//---------------------------------------------------------------------- searching
 
 int SLIST::find_index(void const *key, uint32_t *index, sds_cmp_func compare)
 {
@@ -205,9 +205,9 @@ SLIST::NODE *SLIST::find_insert_pred(void const *key)
   return index > 0 && table_valid ? sorted_table[index - 1] : nullptr;
 }
 
-//---------------------------------------------------------------------------- with the table kept
+//---------------------------------------------------------------------- with the table kept
 
-// The order among equal items isn't kept: the new one goes ahead of the one that the search landed on.
+// The order among equal items isn't kept: the new one goes ahead of the one that is found.
 uint32_t SLIST::insert_sorted(void *data)
 {
   NODE *node = alloc_node(data);

@@ -61,7 +61,7 @@ void DIAGNOSTIC::dump()
   printf("Column: %d\n", src->column());
 }
 
-//---------------------------------------------------------------------------- what kind of message it is
+//---------------------------------------------------------------------- what kind of message it is
 
 void DIAGNOSTIC::set_src(DIAG_SRCINFO *position)
 {
@@ -117,7 +117,7 @@ std::string DIAGNOSTIC::srcinfo_str(DIAG_SRCINFO *position)
   return text;
 }
 
-//---------------------------------------------------------------------------- header and end
+//---------------------------------------------------------------------- header and end
 
 // Ahead of the header the tool's own position, for those who look after the tool.
 int DIAGNOSTIC::print_tool_position()
@@ -203,7 +203,7 @@ int DIAGNOSTIC::show_annotated_source()
   return printed;
 }
 
-//---------------------------------------------------------------------------- settings with a stack
+//---------------------------------------------------------------------- settings with a stack
 
 static std::vector<bool> saved_debug_modes;
 static std::vector<int> saved_indents;

@@ -6,14 +6,15 @@
 #include "DIAG/diag_info.h"
 #include "DIAG/diag_srcinfo.h"
 
-// One message while it is reported.  A caller makes an object of a subclass with a row of the message table and calls
-// print_header, print with the row's text and the arguments, and flush; or report, which does all three.
+// One message while it is reported.  A caller makes an object of a subclass with a row of the
+// message table and calls print_header, print with the row's text and the arguments, and flush; or
+// report, which does all three.
 class DIAGNOSTIC {
 public:
   DIAG_INFO    *info;
-  int           cols_left;       // room left on the current output line; diag_cols_m: nothing is printed on it yet
+  int           cols_left;       // room left on the current line; diag_cols_m if it is empty
   DIAG_SRCINFO *src;             // owned; null: the message has no position
-  char const   *file;            // the tool's own source position where the object was made; not owned
+  char const   *file;            // the tool's own source position, where the object was made
   unsigned      line;
   bool          header_printed;
 
@@ -26,7 +27,8 @@ public:
   virtual DIAGNOSTIC *alloc() = 0;
   // Prints the message; returns the number of characters printed, without those of wrapping.
   virtual int report();
-  // The text, wrapped for a list, in a buffer of the class that the next call replaces; null in the base class.
+  // The text, wrapped for a list, in a buffer of the class that the next call replaces; null in the
+  // base class.
   virtual char *get_sp_buffer();
   // Same row, same position.
   virtual bool is_equal(DIAGNOSTIC *other);
@@ -35,14 +37,15 @@ public:
   // Writes the row and the position to standard output.
   virtual void dump();
 
-  // Each of these returns the number of characters printed, without those of wrapping; 0 if suppressed.
+  // These return the number of characters printed, without those of wrapping; 0 if suppressed.
   int print_header();
   [[gnu::format(printf, 2, 3)]] int print(char const *format, ...);
-  // Ends the open line, counts errors, and ends the process behind a fatal message or too many errors.
+  // Ends the open line, counts errors, ends the process if the message or the count is fatal.
   int flush();
   int show_annotated_source();
 
-  // The text wrapped to 79 columns with continuation lines indented by 10, in the buffer that get_sp_buffer tells of.
+  // The text wrapped to 79 columns with continuation lines indented by 10, in the buffer that
+  // get_sp_buffer tells of.
   [[gnu::format(printf, 2, 3)]] char *sp_print(char const *format, ...);
   void start_new_line();
   // Keeps a copy of *position; null takes the position away.
@@ -54,21 +57,23 @@ public:
   bool is_discretionary() const;
   // `"file", line n (approximate)`; empty without a file name.
   static std::string srcinfo_str(DIAG_SRCINFO *position);
-  // Prints text, wrapped; *remaining is the room on the current line, and is kept up to date.  With to_buffer
-  // it returns the result in an array that the caller frees with delete[]; else it writes to fp() and returns null.
-  char *print_formatted(char const *text, bool to_buffer, int *remaining, int diag_cols, int indent, int wrap_indent);
-  // The last character of text (which isn't empty) that fits into width columns; text itself if none does.
+  // Prints text, wrapped; *remaining is the room on the current line, and is kept up to date.  With
+  // to_buffer it returns the result in an array that the caller frees with delete[]; else it writes
+  // to fp() and returns null.
+  char *print_formatted(char const *text, bool to_buffer, int *remaining, int diag_cols,
+                        int indent, int wrap_indent);
+  // The last character of text that fits into width columns; text itself if none does.
   static char const *last_printable_char(char const *text, int width);
 
   // The row of a code, null if there is none.
   static DIAG_INFO *get_info(int code);
-  // Change severities: of one code, of all rows of one severity, of a list of numbers separated by commas.
-  // Rows that aren't discretionary keep theirs, and nothing becomes advice, debug or "no error".
+  // Change severities: of a code, of all rows of a severity, of codes separated by commas.  Rows
+  // that aren't discretionary keep theirs, and nothing becomes advice, debug or "no error".
   static void override_severity(int code, dc_SEVERITY severity);
   static void override_severity(dc_SEVERITY from, dc_SEVERITY severity);
   static void override_severity(char const *list, dc_SEVERITY severity);
 
-  // A push saves the value and sets the new one; a pop restores it, or sets false or 0 on an empty stack.
+  // A push saves the value and sets the new one; a pop restores it, or false or 0 if none is saved.
   static void push_debug_mode(bool mode);
   static void pop_debug_mode();
   static void push_indent(int indent);
@@ -76,7 +81,7 @@ public:
 
   // Settings, for the main function of a tool to write.
   inline static int   diag_cols_m    = 79;     // line width
-  inline static int   wrap_indent_m  = 3;      // blanks ahead of a continuation line, besides indent_m
+  inline static int   wrap_indent_m  = 3;      // more blanks ahead of a continuation line
   inline static bool  wrap_enabled_m = true;   // wrap at word boundaries
   inline static bool  wrap_headers_m = false;  // wrap inside the header too
   inline static bool  warnings_m     = true;   // show these severities

@@ -1,7 +1,7 @@
 // diag_print.cpp - the text of messages: formatting, and wrapping at word boundaries.
 // Owns:    the format buffer, the buffer of sp_print.
-// Rule:    all text goes through print_formatted, which alone knows where lines end; `remaining` is the
-//          room that is left on the current line.
+// Rule:    all text goes through print_formatted, which alone knows where lines end; `remaining` is
+//          the room that is left on the current line.
 #include <algorithm>
 #include <cassert>
 #include <cctype>
@@ -15,7 +15,7 @@ static char *format_buffer; // of print; grows and is kept
 static size_t format_capacity;
 static char *sp_buffer; // the last result of sp_print
 
-//---------------------------------------------------------------------------- wrapping
+//---------------------------------------------------------------------- wrapping
 
 static bool is_white(char c)
 {
@@ -77,8 +77,8 @@ private:
   }
 };
 
-// The last character of text that is to stand on the current line, or on a new one that is begun here
-// if nothing fits behind what is there.  A word that is too long for any line is cut.
+// The last character of text that is to stand on the current line, or on a new one that is begun
+// here if nothing fits behind what is there.  A word that is too long for any line is cut.
 char const *LINE_WRITER::end_of_piece(char const *text)
 {
   char const *end = DIAGNOSTIC::last_printable_char(text, *remaining);
@@ -122,7 +122,7 @@ void DIAGNOSTIC::start_new_line()
       .break_line();
 }
 
-//---------------------------------------------------------------------------- formatting
+//---------------------------------------------------------------------- formatting
 
 // Formats into the format buffer; returns the length.
 static int format_text(char const *format, va_list arguments)

@@ -22,7 +22,8 @@ public:
 
   // A null name counts as empty.
   explicit DIAG_SRCINFO_DATA(char const *file, int line = 0, int column = 0, bool approx = false);
-  explicit DIAG_SRCINFO_DATA(std::string const &file, int line = 0, int column = 0, bool approx = false);
+  explicit DIAG_SRCINFO_DATA(std::string const &file, int line = 0, int column = 0,
+                             bool approx = false);
   explicit DIAG_SRCINFO_DATA(DIAG_SRCINFO *other);
 
   std::string file() override;

@@ -46,7 +46,7 @@ template <class MESSAGE> static void report_text(DIAG_SRCINFO *src, unsigned lin
   message.free_mem();
 }
 
-// For an operation with the parameter `format` as its last: reports in `DIAG::kind` what it was given.
+// For an operation whose last parameter is `format`: reports what it was given in `DIAG::kind`.
 #define REPORT(kind, src)                                                                          \
   va_list arguments;                                                                               \
   va_start(arguments, format);                                                                     \

@@ -3,10 +3,11 @@
 #include <cstdarg>
 #include "DIAG/diag_srcinfo.h"
 
-// Each operation formats its text as printf does (a null format counts as the empty string) and reports it in the
-// class of DIAG that belongs to it.  The forms with `src` print that position; a copy is made, and null is none.
-// The level of a warning plays no part.  fatal and die end the process (unless DIAGNOSTIC::debug_mode_m is set), the
-// first with exit status 1, the second, a fault of the tool, with an abort.
+// Each operation formats its text as printf does (a null format counts as the empty string) and
+// reports it in the class of DIAG that belongs to it.  The forms with `src` print that position; a
+// copy is made, and null is none.  The level of a warning plays no part.  fatal and die end the
+// process (unless DIAGNOSTIC::debug_mode_m is set), the first with exit status 1, the second, a
+// fault of the tool, with an abort.
 class USER_MSG {
 public:
   bool warnings_as_errors = false;  // a warning is reported as the error with the same text
@@ -19,7 +20,8 @@ public:
   [[gnu::format(printf, 1, 2)]] static void advice(char const *format, ...);
   [[gnu::format(printf, 2, 3)]] static void advice(DIAG_SRCINFO *src, char const *format, ...);
   [[gnu::format(printf, 2, 3)]] static void warning(unsigned level, char const *format, ...);
-  [[gnu::format(printf, 3, 4)]] static void warning(DIAG_SRCINFO *src, unsigned level, char const *format, ...);
+  [[gnu::format(printf, 3, 4)]] static void warning(DIAG_SRCINFO *src, unsigned level,
+                                                    char const *format, ...);
   [[gnu::format(printf, 1, 2)]] static void error(char const *format, ...);
   [[gnu::format(printf, 2, 3)]] static void error(DIAG_SRCINFO *src, char const *format, ...);
   [[gnu::format(printf, 1, 2)]] static void apperror(char const *format, ...);

@@ -1,27 +1,26 @@
-// capture.h - for tests of messages: default settings for each test, and what a call writes to the two streams.
+// capture.h - for tests of messages: default settings for each test, and what a call writes.
 #pragma once
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include "tool_layer.h"
 
-struct WRITTEN {
-  std::string out, err;
-};
-
-// Runs the action; returns what it wrote.
-template <class ACTION> WRITTEN written_by(ACTION action)
-{
-  testing::internal::CaptureStdout();
-  testing::internal::CaptureStderr();
-  action();
-  std::string err = testing::internal::GetCapturedStderr();
-  return {testing::internal::GetCapturedStdout(), err};
-}
-
 template <class ACTION> std::string errors_of(ACTION action)
 {
-  return written_by(action).err;
+  testing::internal::CaptureStderr();
+  action();
+  return testing::internal::GetCapturedStderr();
 }
+
+template <class ACTION> std::string output_of(ACTION action)
+{
+  testing::internal::CaptureStdout();
+  action();
+  return testing::internal::GetCapturedStdout();
+}
+
+// The action writes this text to standard error.
+#define EXPECT_ERRORS(action, text) EXPECT_EQ(errors_of([&] { action; }), text)
 
 class MESSAGES : public testing::Test {
 protected:
@@ -30,9 +29,9 @@ protected:
     DIAGNOSTIC::diag_cols_m = 79;
     DIAGNOSTIC::wrap_indent_m = 3;
     DIAGNOSTIC::wrap_enabled_m = DIAGNOSTIC::warnings_m = true;
-    DIAGNOSTIC::wrap_headers_m = DIAGNOSTIC::remarks_m = DIAGNOSTIC::advice_m = DIAGNOSTIC::debug_m = false;
-    DIAGNOSTIC::display_code_m = DIAGNOSTIC::display_ipos_m = DIAGNOSTIC::verbose_m = false;
-    DIAGNOSTIC::debug_mode_m = false;
+    DIAGNOSTIC::wrap_headers_m = DIAGNOSTIC::debug_mode_m = DIAGNOSTIC::verbose_m = false;
+    DIAGNOSTIC::remarks_m = DIAGNOSTIC::advice_m = DIAGNOSTIC::debug_m = false;
+    DIAGNOSTIC::display_code_m = DIAGNOSTIC::display_ipos_m = false;
     DIAGNOSTIC::indent_m = DIAGNOSTIC::error_count_m = 0;
     DIAGNOSTIC::max_errors_m = 100;
     DIAGNOSTIC::fp_m = nullptr;
@@ -47,6 +46,8 @@ public:
   DIAGNOSTIC *alloc() override { return new CODED(*this); }
   template <class... ARGUMENTS> int say(ARGUMENTS... arguments)
   {
-    return print_header() + print(info->std_msg, arguments...) + flush();
+    int printed = print_header();
+    printed += print(info->std_msg, arguments...);
+    return printed + flush();
   }
 };

@@ -235,7 +235,7 @@ TEST(Hash, IsDumpedByRows)
     table.add(key, nullptr);
   char address[40];
   snprintf(address, sizeof address, "SHASH:  0x%08lx\n", (unsigned long)&table);
-  EXPECT_EQ(written_by([&] { table.dump(stdout); }).out,
+  EXPECT_EQ(output_of([&] { table.dump(stdout); }),
             address + std::string("SIZE:     00000003\nROWS:     00000004\n  - 2/4 Rows are empty\n"
                                   "  - Row 1 has 2 entries\n  - Row 3 has 1 entries\n\n"));
 }

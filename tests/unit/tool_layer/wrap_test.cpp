@@ -25,13 +25,9 @@ TEST_F(MESSAGES, BreakAtTheLastWordThatFits)
   EXPECT_EQ(warning_of(fits + "  b"), "warning: " + fits + "\n   b\n");
   EXPECT_EQ(warning_of("xx " + too_long), "warning: xx\n   " + too_long + "\n");
   EXPECT_EQ(warning_of(too_long + " b"), "warning: \n   " + too_long + " b\n");
-}
-
-TEST_F(MESSAGES, CutAWordThatNoLineHolds)
-{
-  EXPECT_EQ(warning_of(repeated(200, 'w')), "warning: " + repeated(70, 'w') + "\n   " +
-                                                repeated(76, 'w') + "\n   " + repeated(54, 'w') +
-                                                "\n");
+  // A word that no line holds is cut.
+  std::string cut = repeated(70, 'w') + "\n   " + repeated(76, 'w') + "\n   " + repeated(54, 'w');
+  EXPECT_EQ(warning_of(repeated(200, 'w')), "warning: " + cut + "\n");
 }
 
 TEST_F(MESSAGES, KeepTheLinesOfTheirText)
@@ -48,28 +44,23 @@ TEST_F(MESSAGES, GoOnBehindAHeaderThatFillsTheLine)
 {
   DIAG_SRCINFO_DATA position(repeated(90, 'f'), 1, 0, false);
   std::string header = "\"" + repeated(90, 'f') + "\", line 1: error: ";
-  EXPECT_EQ(errors_of([&] { USER_MSG::error(&position, "x"); }), header + "\n   x\n");
+  EXPECT_ERRORS(USER_MSG::error(&position, "x"), header + "\n   x\n");
   DIAGNOSTIC::wrap_enabled_m = false;
-  EXPECT_EQ(errors_of([&] { USER_MSG::error(&position, "x"); }), header + "x\n");
+  EXPECT_ERRORS(USER_MSG::error(&position, "x"), header + "x\n");
   DIAGNOSTIC::wrap_enabled_m = DIAGNOSTIC::wrap_headers_m = true;
-  EXPECT_EQ(errors_of([&] { USER_MSG::error(&position, "x"); }),
-            "\"" + repeated(78, 'f') + "\n   " + repeated(12, 'f') + "\", line 1: error: x\n");
+  EXPECT_ERRORS(USER_MSG::error(&position, "x"),
+                "\"" + repeated(78, 'f') + "\n   " + repeated(12, 'f') + "\", line 1: error: x\n");
 }
 
 TEST_F(MESSAGES, FindTheLastCharacterOfALine)
 {
   char const text[] = "ab cde  fgh";
   auto last = [&](int width) { return DIAGNOSTIC::last_printable_char(text, width) - text; };
-  EXPECT_EQ(last(-1), 10);
-  EXPECT_EQ(last(11), 10);
-  EXPECT_EQ(last(10), 5); // inside of fgh
-  EXPECT_EQ(last(8), 5);  // at the blank ahead of fgh
-  EXPECT_EQ(last(7), 6);  // a blank follows the blank
-  EXPECT_EQ(last(6), 5);
-  EXPECT_EQ(last(5), 1);
-  EXPECT_EQ(last(2), 1);
-  EXPECT_EQ(last(1), 0);
-  EXPECT_EQ(last(0), 0);
+  // At 10 inside of fgh, at 8 and 7 a blank follows, at 5 inside of cde, at 1 inside of ab.
+  std::pair<int, int> const rows[] = {{-1, 10}, {11, 10}, {10, 5}, {8, 5}, {7, 6},
+                                      {6, 5},   {5, 1},   {2, 1},  {1, 0}, {0, 0}};
+  for (auto [width, place] : rows)
+    EXPECT_EQ(last(width), place) << width;
   DIAGNOSTIC::wrap_enabled_m = false;
   EXPECT_EQ(last(5), 10);
 }
@@ -98,7 +89,7 @@ TEST_F(MESSAGES, WantRoomBehindTheIndentation)
                "diag_cols > \\(indent \\+ wrap_indent\\)");
 }
 
-// Words of random length: nothing is lost, no line is too wide, and no line breaks where one more word fits.
+// Random words: none is lost, no line is too wide or breaks where one more word fits.
 TEST_F(MESSAGES, FillTheirLines)
 {
   std::mt19937 random(1);
