@@ -1,6 +1,9 @@
-# What `cmake --install` lays out: the executable, the predefined macro file, the man page and the shell completion.
-# The latter two are made from the option table.
+# What `cmake --install` lays out: the executable, the predefined macro file, the man page and the shell completion
+# (made from the option table), and what turns diagnostics into other forms.
 include(GNUInstallDirs)
+install(PROGRAMS ${CMAKE_SOURCE_DIR}/tools/to-sarif DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES ${CMAKE_SOURCE_DIR}/src/errors/messages.def DESTINATION ${CMAKE_INSTALL_DATADIR}/rvparse)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/editors DESTINATION ${CMAKE_INSTALL_DATADIR}/rvparse)
 find_package(Python3 COMPONENTS Interpreter)
 install(TARGETS rvparse RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${CMAKE_SOURCE_DIR}/lib/predefined_macros.txt DESTINATION lib)

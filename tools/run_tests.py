@@ -14,6 +14,7 @@ LONG_RUNS = [
     ('tests/command_lines.py', []),
     ('tests/output_names.py', []),
     ('tests/include_graph.py', []),
+    ('tests/reports.py', []),
     ('tests/real/run.py', []),
     ('tests/real/headers.py', ['--sample', '250']),
     ('tests/torture/run.py', ['--sample', '300']),
