@@ -30,8 +30,8 @@ static constexpr size_t longest_name = 15;
 
 static SHASH *identifier_table;
 
-// What check_for_invalid_identifier reported last: a name of the library can be a macro that stands for itself or for
-// another such name, which is one violation.
+// What check_for_invalid_identifier reported last: a name of the library can be a macro that stands
+// for itself or for another such name, which is one violation.
 static a_source_position last_reported_pos;
 static an_error_code last_reported_code;
 
