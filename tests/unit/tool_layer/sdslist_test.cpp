@@ -150,6 +150,7 @@ TEST(List, SeesEveryChangeAtTheNextSearch)
   list.set_node_modified();
   EXPECT_EQ(list.find(item(9)), node);
   list.clear();
+  EXPECT_FALSE(list.table_valid);
   EXPECT_EQ(list.find(item(9)), nullptr);
   list.append(item(4));
   EXPECT_NE(list.find(item(4)), nullptr);

@@ -44,12 +44,13 @@ TEST_F(MESSAGES, GoOnBehindAHeaderThatFillsTheLine)
 {
   DIAG_SRCINFO_DATA position(repeated(90, 'f'), 1, 0, false);
   std::string header = "\"" + repeated(90, 'f') + "\", line 1: error: ";
-  EXPECT_ERRORS(USER_MSG::error(&position, "x"), header + "\n   x\n");
+  EXPECT_ERRORS(USER_MSG::error(&position, "x y"), header + "\n   x y\n");
   DIAGNOSTIC::wrap_enabled_m = false;
-  EXPECT_ERRORS(USER_MSG::error(&position, "x"), header + "x\n");
+  EXPECT_ERRORS(USER_MSG::error(&position, "x y"), header + "x y\n");
   DIAGNOSTIC::wrap_enabled_m = DIAGNOSTIC::wrap_headers_m = true;
-  EXPECT_ERRORS(USER_MSG::error(&position, "x"),
-                "\"" + repeated(78, 'f') + "\n   " + repeated(12, 'f') + "\", line 1: error: x\n");
+  EXPECT_ERRORS(USER_MSG::error(&position, "x y"), "\"" + repeated(78, 'f') + "\n   " +
+                                                       repeated(12, 'f') +
+                                                       "\", line 1: error: x y\n");
 }
 
 TEST_F(MESSAGES, FindTheLastCharacterOfALine)
