@@ -34,6 +34,7 @@ struct an_enum_scan {
   bool dependent : 1;
   bool first_has_value : 1;
   unsigned with_value, total;
+  a_source_position value_position; // of the first enumerator with `=` behind the first one
   an_integer_value low, high; // range of all values; high is unsigned if not any_negative
   bool high_is_unsigned : 1;  // high has the sign bit set and is positive
 };
@@ -217,7 +218,10 @@ static bool one_enumerator(an_enum_scan *scan)
   if (curr_token == tok_assign) {
     get_token();
     ++scan->with_value;
-    if (scan->total == 1) scan->first_has_value = true;
+    if (scan->total == 1)
+      scan->first_has_value = true;
+    else if (is_null_position(scan->value_position))
+      scan->value_position = locator.position;
     scan_enumerator_value(scan, &value);
   } else {
     if (scan->next_value_overflows) {
@@ -268,7 +272,7 @@ static void enumerator_list(an_enum_scan *scan)
   // Values on the first or on all enumerators only.
   if (check_misra_c_2004 && scan->with_value != 0 && scan->with_value != scan->total &&
       !(scan->with_value == 1 && scan->first_has_value)) {
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_9_3, pos_curr_token);
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_9_3, scan->value_position);
   }
 }
 
