@@ -119,6 +119,9 @@ void check_routine_for_misra_violations(a_routine *routine)
   a_statement *body = scope != nullptr ? scope->assoc_block : nullptr;
   if (body == nullptr) return;
   a_source_position position = position_of_definition(routine);
+  // Whether a rule is on is asked for the place that the messages are about.
+  a_source_position saved_position = error_position;
+  error_position = position;
   if (misra_c_2004_generate_diagnostic(ec_misra_c_2004_16_7, misra_advisory_severity)) {
     check_pointer_parameters(scope, body);
   }
@@ -127,4 +130,5 @@ void check_routine_for_misra_violations(a_routine *routine)
   }
   check_statements(body);
   check_exits(position, body);
+  error_position = saved_position;
 }

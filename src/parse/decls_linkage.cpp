@@ -183,6 +183,14 @@ static void find_prior(a_decl_decision *decision)
   }
 }
 
+a_symbol *earlier_declaration(const a_decl_decision *decision)
+{
+  if (decision->prior_symbol != nullptr) return decision->prior_symbol;
+  if (decision->visible_symbol != nullptr) return decision->visible_symbol;
+  a_symbol *external = decision->prior_extern_symbol;
+  return external != nullptr ? external->variant.extern_entity.symbol : nullptr;
+}
+
 //---------------------------------------------------------------------------------------------
 // Linkage.
 

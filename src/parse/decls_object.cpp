@@ -98,17 +98,6 @@ static void reconcile_linkage(a_decl_decision *decision, a_symbol *prior, a_vari
   decision->linkage = variable->storage_class == sc_static ? idl_internal : idl_external;
 }
 
-// The declaration that came before this one, in whatever scope.
-static a_symbol *earlier_declaration(const a_decl_decision *decision)
-{
-  a_symbol *symbol = decision->prior_symbol;
-  if (symbol == nullptr) symbol = decision->visible_symbol;
-  if (symbol == nullptr && decision->prior_extern_symbol != nullptr) {
-    symbol = decision->prior_extern_symbol->variant.extern_entity.symbol;
-  }
-  return symbol != nullptr && symbol->kind == sk_variable ? symbol : nullptr;
-}
-
 // MISRA 8.5: nothing is defined in a header; 8.8: an external object is declared in one file; 8.12: an external
 // array says its size.
 static void misra_checks(const a_decl_decision *decision)
@@ -120,7 +109,7 @@ static void misra_checks(const a_decl_decision *decision)
   }
   if (decision->linkage != idl_external) return;
   a_symbol *earlier = earlier_declaration(decision);
-  if (!decision->is_definition && earlier != nullptr &&
+  if (!decision->is_definition && earlier != nullptr && earlier->kind == sk_variable &&
       misra_hooks.symbol_in_different_header_file(position.seq, earlier)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_8, position);
   }

@@ -29,6 +29,8 @@ struct a_decl_decision {
 void init_decision(a_decl_decision *decision, a_symbol_locator *locator, a_decl_parse_state *state,
                    a_func_info_block *func_info, uint32_t flags);
 void find_storage_and_linkage(a_decl_decision *decision);
+// The declaration of the name, in whatever scope, that came before this one; or null.
+a_symbol *earlier_declaration(const a_decl_decision *decision);
 void set_name_linkage(a_decl_decision *decision, a_symbol *symbol,
                       a_source_correspondence *corresp);
 // The type of the entity that a symbol with linkage stands for.

@@ -449,31 +449,22 @@ void update_dll_info_for_routine(a_routine *routine, a_decl_parse_state *state)
   routine->decl_modifiers |= state->decl_modifiers & (dm_dllimport | dm_dllexport | dm_notshared);
 }
 
-// The declaration that came before this one, in whatever scope.
-static a_symbol *earlier_declaration(const a_decl_decision *decision)
+static bool has_prototyped_type(const a_routine *routine)
 {
-  a_symbol *symbol = decision->prior_symbol;
-  if (symbol == nullptr) symbol = decision->visible_symbol;
-  if (symbol == nullptr && decision->prior_extern_symbol != nullptr) {
-    symbol = decision->prior_extern_symbol->variant.extern_entity.symbol;
-  }
-  bool is_declared = symbol != nullptr && is_routine_symbol(symbol) && symbol->declared;
-  return is_declared ? symbol : nullptr;
+  a_type *type = skip_typerefs(routine->type);
+  return type->kind == tk_routine && routine_supplement_of(type)->is_prototyped;
 }
 
-// MISRA 8.1: a prototype stands in front of a definition with external linkage; 8.6: functions are declared
+// MISRA 8.1: a prototype stands in front of a definition, but of main; 8.6: functions are declared
 // at file scope; 8.8: in one file; 16.3: with names for all parameters.
 static void misra_checks(const a_decl_decision *decision)
 {
   if (!check_misra_c_2004 || decision->is_implicit) return;
   a_source_position position = decision->locator->position;
   a_symbol *earlier = earlier_declaration(decision);
-  a_type *earlier_type =
-      earlier != nullptr ? skip_typerefs(routine_of_symbol(earlier)->type) : nullptr;
-  bool has_prototype = earlier_type != nullptr && earlier_type->kind == tk_routine &&
-                       routine_supplement_of(earlier_type)->is_prototyped;
-  if (decision->is_definition && decision->storage_class != sc_static && !has_prototype &&
-      !decision->routine->is_main) {
+  if (earlier != nullptr && (!is_routine_symbol(earlier) || !earlier->declared)) earlier = nullptr;
+  bool has_prototype = earlier != nullptr && has_prototyped_type(routine_of_symbol(earlier));
+  if (decision->is_definition && !has_prototype && !decision->routine->is_main) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_8_1, position);
   }
   if (decision->at_block_level) {

@@ -65,15 +65,21 @@ static bool misra_wants_reachable_code()
          misra_c_2004_generate_diagnostic(ec_misra_c_2004_14_1, misra_required_severity);
 }
 
+// The rule speaks of all code, whatever makes it unreachable.
+static void report_unreachable(an_error_code code, a_source_position position)
+{
+  if (misra_wants_reachable_code()) {
+    pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_1, position);
+  } else {
+    pos_warning(code, position);
+  }
+}
+
 void warn_if_code_is_unreachable(an_error_code code, const a_source_position *position)
 {
   if (curr_stmt_reachable || unreachable_reported) return;
   unreachable_reported = true;
-  if (code == ec_code_is_unreachable && misra_wants_reachable_code()) {
-    pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_1, *position);
-  } else {
-    pos_warning(code, *position);
-  }
+  report_unreachable(code, *position);
 }
 
 // The constant operand that decides the condition; a conversion to bool and the left of a comma are
@@ -169,7 +175,7 @@ static void report_unreachable_loop(a_struct_stmt_stack_entry *entry)
 {
   if (!entry->was_unreachable) return;
   if (entry->contains_label || entry->contains_case) return;
-  pos_warning(ec_loop_not_reachable, entry->statement->start_position);
+  report_unreachable(ec_loop_not_reachable, entry->statement->start_position);
   unreachable_reported = true;
 }
 

@@ -4,12 +4,14 @@
 extern int known(int a);
 int known(int a) { return a; }
 int unknown(int a) { return a; }       // expect: warning misra_c_2004_8_1
-static int internal(int a) { return a; }
+static int internal(int a) { return a; } // expect: warning misra_c_2004_8_1
+static int announced(int a);
+static int announced(int a) { return a; }
 extern int no_prototype();
 int no_prototype(int a) { return a; }  // expect: warning misra_c_2004_8_1
 int main(void)
 {
-  int result = known(1) + internal(2);
+  int result = known(1) + internal(2) + announced(3);
   result += implicit(result);          // expect: warning misra_c_2004_8_1_n
   return result;
 }

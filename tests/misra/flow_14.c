@@ -17,6 +17,12 @@ void unreachable(int a)
   a = 6;                            // expect: warning misra_c_2004_14_1
 }
 
+int behind_return(int a)            // expect: warning misra_c_2004_14_7
+{
+  return a;
+  while (next()) { a--; }           // expect: warning misra_c_2004_14_1
+}
+
 int loops(int n)
 {
   int i;
