@@ -279,9 +279,19 @@ static void check_list(a_statement *list, const a_statement *following)
     check_statement(list, list->next != nullptr ? list->next : following);
 }
 
+static void check_statement_expression(an_expr_node *expr, an_expr_or_stmt_traversal_block *)
+{
+  if (expr->kind == enk_statement_expr) check_list(statement_of(expr), nullptr);
+}
+
 void check_statements(a_statement *body)
 {
   check_list(first_statement_of(body), nullptr);
+  an_expr_or_stmt_traversal_block block;
+  clear_expr_or_stmt_traversal_block(&block);
+  block.expr_callback = check_statement_expression;
+  block.follow_dynamic_inits = true;
+  traverse_statement(body, &block);
 }
 
 //---------------------------------------------------------------------------------------------

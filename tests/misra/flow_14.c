@@ -79,5 +79,6 @@ int chains(int a)
   } else if (a == 4) {              // expect: warning misra_c_2004_14_10
     a = 3;
   }
+  a = ({ if (a == 1) { a = 2; } else if (a == 3) { a = 4; } a; }); // expect: warning misra_c_2004_14_10
   return a;
 }
