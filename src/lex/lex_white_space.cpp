@@ -13,8 +13,10 @@
 #include "lex/pragma.h"
 #include "lex/preproc.h"
 #include "lex/source_input.h"
+#include "mem/mem_manage.h"
 
 static bool illegal_comment_reported; // 2581 is given once in the run
+a_text_buffer *passed_comments;
 
 //---------------------------------------------------------------------------------------------
 // Comments
@@ -25,6 +27,17 @@ static inline bool comments_are_removed_by_modifs()
 {
   return (generate_pp_output || f_raw_listing != nullptr) && !keep_comments_in_pp_output &&
          !(do_not_put_curr_line_in_pp_output && f_raw_listing == nullptr);
+}
+
+// Adds a line's part of a comment to those that are collected; a line's end keeps its mark.
+static void collect_comment_text(const char *start, const char *end, bool line_ends)
+{
+  if (!loc_is_in_curr_source_line(start)) return;
+  add_to_text_buffer(passed_comments, start, end - start);
+  if (line_ends) {
+    add_char_to_text_buffer(passed_comments, 0);
+    add_char_to_text_buffer(passed_comments, lesc_newline);
+  }
 }
 
 // Takes the text from `start` to `end` out of the output; a blank stands in with `with_blank`.
@@ -114,6 +127,7 @@ static bool pass_line_end_in_comment(char **start, a_source_position opening)
   char *loc = curr_char_loc;
   bool line_ends = loc[1] == lesc_newline || loc[1] == lesc_end_of_buffer;
   if (line_ends) {
+    if (passed_comments != nullptr) collect_comment_text(*start, loc, true);
     remove_comment_text(*start, loc, false);
     if (read_line_in_comment()) {
       *start = curr_char_loc;
@@ -141,6 +155,7 @@ static void skip_block_comment(char *start)
       curr_char_loc = loc + 1;
       if (loc[1] != '/') break;
       curr_char_loc = loc + 2;
+      if (passed_comments != nullptr) collect_comment_text(start, curr_char_loc, false);
       remove_comment_text(start, curr_char_loc, !pcc_preprocessing_mode);
       return;
     case '/':
@@ -202,6 +217,7 @@ static void skip_line_comment(char *start)
     }
   }
   curr_char_loc = loc;
+  if (passed_comments != nullptr) collect_comment_text(start, loc, true);
   remove_comment_text(start, loc, false);
 }
 
@@ -214,6 +230,7 @@ static inline bool line_comments_are_scanned()
 bool skip_comment()
 {
   char *start = curr_char_loc;
+  if (passed_comments != nullptr) add_char_to_text_buffer(passed_comments, ' ');
   if (start[1] == '*') {
     skip_block_comment(start);
     return true;

@@ -82,6 +82,10 @@ inline bool is_digit_char(char c)
 // macros, joins strings and serves cached tokens.  Issues all messages about characters and tokens.
 a_token_kind get_token();
 
+// Where comments passed in lines of the source are collected, each behind a blank; null: they aren't.  Set by
+// the search for the "(" of a call, which takes what it passes out of the output.
+extern a_text_buffer *passed_comments;
+
 // Advances curr_char_loc over white space, comments and modifications; returns the character reached.
 // Reads further lines.  Issues 6, 9, 2581 and the like about comments.
 int skip_white_space();

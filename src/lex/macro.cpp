@@ -38,6 +38,12 @@ static a_concatenation_record *avail_concatenation_records;
 static constexpr unsigned long initial_expansion_buffer_size = 4000;
 // Texts of one macro within each other in K&R mode, where nothing else stops them.
 static constexpr int max_pcc_recursion = 299;
+// What a call that contains itself may grow to: with a dozen names in each text, 299 levels would never end.
+static constexpr unsigned long max_pcc_recursive_text = 1000000;
+
+unsigned long text_of_outermost_call;
+// The outermost call was given up: what is left of its text holds no calls any more.
+static bool recursion_was_reported;
 
 //---------------------------------------------------------------------------------------------
 // The expansion buffer.
@@ -152,15 +158,22 @@ static void make_name_inert(const a_macro_call *call)
 }
 
 // The peek for "(" left the line in which the name stood, and the name was deleted from it for the case
-// that the call is one.  It stands in front of the line now.
+// that the call is one.  It stands in front of the line now, with the comments that were passed.
 static void attach_name_again(a_macro_call *call, const char *name)
 {
   // What was passed of the line, such as the rest of a comment, isn't read again.
   unsigned passed = at_end_of_source_file ? 0 : (unsigned)(curr_char_loc - curr_source_line);
-  ensure_expansion_buffer_space(call->name_length + 4);
+  const a_text_buffer *comments = passed_comments;
+  size_t comments_length = comments == nullptr ? 0 : comments->size;
+  // The line's end behind "//" is the one that follows the text.
+  if (comments_length > 0 && comments->buffer[comments_length - 1] == lesc_newline)
+    comments_length -= 2;
+  ensure_expansion_buffer_space(call->name_length + comments_length + 4);
   char *text = next_free_in_expansion_buffer;
   memcpy(text, name, call->name_length);
   char *to = text + call->name_length;
+  if (comments_length > 0) memcpy(to, comments->buffer, comments_length);
+  to += comments_length;
   curr_char_loc = to;
   *to++ = 0;
   *to++ = lesc_newline;
@@ -173,6 +186,16 @@ static void attach_name_again(a_macro_call *call, const char *name)
   note_text_in_expansion_buffer(modif);
   start_of_curr_token = text;
   end_of_curr_token = text + call->name_length - 1;
+}
+
+// Output that keeps comments gets those between the name and the next line.
+static void begin_collecting_comments()
+{
+  static a_text_buffer *comments;
+  if (!generate_pp_output || !keep_comments_in_pp_output) return;
+  if (comments == nullptr) comments = alloc_text_buffer(200);
+  reset_text_buffer(comments);
+  passed_comments = comments;
 }
 
 // The general case of the search: over comments, line ends and the ends of texts.
@@ -191,9 +214,13 @@ static bool peek_for_lparen(a_macro_call *call)
   if (curr_ise != nullptr)
     curr_ise->is_macro_preinclude = true; // a call doesn't reach out of its file
   delete_source_from_loc = start_of_curr_token;
+  begin_collecting_comments();
   bool found = skip_white_space() == '(';
   if (curr_ise != nullptr) curr_ise->is_macro_preinclude = pops_are_held;
-  if (found) return true;
+  if (found) {
+    passed_comments = nullptr;
+    return true;
+  }
   delete_source_from_loc = outer_deletion;
   if (seq_number_last_read != seq || (at_end_of_source_file && !was_at_end)) {
     call->name_length = locator_for_curr_id.header->length;
@@ -203,6 +230,7 @@ static bool peek_for_lparen(a_macro_call *call)
     curr_char_loc = behind_name;
     pos_of_macro_invocation = pos_of_outer_call;
   }
+  passed_comments = nullptr;
   return false;
 }
 
@@ -319,15 +347,28 @@ static void start_macro_call(a_macro_call *call, a_symbol *symbol)
   call->concatenations = nullptr;
 }
 
+// K&R mode: names expand in their own expansion, up to a bound; beyond it the outermost call ends.
+static bool pcc_recursion_ends(const a_macro_call *call)
+{
+  if (loc_is_in_curr_source_line(start_of_curr_token)) {
+    text_of_outermost_call = 0;
+    recursion_was_reported = false;
+  }
+  if (recursion_was_reported) return true;
+  if (call->macro->active_expansions == 0) return false;
+  int count = count_enclosing_expansions(call->macro);
+  if (count == 0) return false;
+  if (count <= max_pcc_recursion && text_of_outermost_call <= max_pcc_recursive_text) return false;
+  error(ec_macro_recursion);
+  recursion_was_reported = true;
+  return true;
+}
+
 // Is the name to stay as it is, because it stands in its own expansion?
 static bool name_is_in_own_expansion(const a_macro_call *call)
 {
-  if (call->macro->active_expansions == 0) return false;
-  int count = count_enclosing_expansions(call->macro);
-  if (!pcc_preprocessing_mode) return count > 0;
-  if (count <= max_pcc_recursion) return false;
-  error(ec_macro_recursion);
-  return true;
+  if (pcc_preprocessing_mode) return pcc_recursion_ends(call);
+  return call->macro->active_expansions != 0 && count_enclosing_expansions(call->macro) > 0;
 }
 
 a_token_kind macro_invocation(a_symbol *symbol, bool *expansion_attached)
@@ -398,6 +439,8 @@ void macro_trans_unit_init()
   delete_source_from_loc = nullptr;
   comma_is_from_argument = false;
   registered_pointers = nullptr;
+  text_of_outermost_call = 0;
+  recursion_was_reported = false;
   num_texts_in_expansion_buffer = 0;
   next_free_in_expansion_buffer = expansion_buffer;
   counter_macro_value = 0;

@@ -94,6 +94,9 @@ void attach_expansion(a_macro_call *call, char *from, char *first_char, char *la
 // The current token names a macro without text: see macro_invocation.
 a_token_kind invoke_builtin_macro(a_macro_call *call, bool *expansion_attached);
 
+// K&R mode: bytes of replacement text attached since the last name of a macro in the line itself.
+extern unsigned long text_of_outermost_call;
+
 // Looks for a "(" behind the name of a function-like macro and moves curr_char_loc to it.  If there is
 // none, everything is as it was, or the name was attached again in front of the line that was reached.
 bool find_lparen_of_call(a_macro_call *call);

@@ -239,6 +239,7 @@ void attach_expansion(a_macro_call *call, char *from, char *first_char, char *la
   modif->macro_symbol = call->symbol;
   modif->concatenations = call->concatenations;
   ++call->macro->active_expansions;
+  text_of_outermost_call += last_char - first_char;
   note_text_in_expansion_buffer(modif);
   // An argument's text in two parts: the replacement takes place where the call ended.
   a_source_line_modif *parent = parent_source_line_modif(modif);

@@ -218,7 +218,8 @@ static void gen_pp_output_for_start_text()
   start_text_was_output = true;
   a_line_walk walk = start_of_walk(0);
   output_length = 0;
-  if (walk_to_newline(&walk)) ++next_seq_in_pp_output;
+  while (walk.text != nullptr && walk.place < walk.text->last_char && walk_to_newline(&walk))
+    ++next_seq_in_pp_output;
   write_pp_output(output_buffer, output_length);
 }
 

@@ -3,10 +3,13 @@
 // proves: a name without call between comments that span lines puts each line out once
 
 
-foo
+foo /* a
+b */
 + 
 # 6 "name_before_kept_comment.c"
 
-foo
+foo /*
+*/
+# 8 "name_before_kept_comment.c"
 , 
 foo
