@@ -35,7 +35,7 @@ GOLDENS = ['.pp', '.msg', '.gen.c', '.lst', '.xref', '.dep', '.out']
 EXPECT = re.compile(r'expect([+-]\d+)?:\s*(remark|warning|error|catastrophe|advisory)\s+(\w+)')
 MESSAGE = re.compile(r'^"([^"]*)", line (\d+)(?: \(col\. \d+\))?: '
                      r'(remark|warning|error|fatal error|advisory) #(\d+)')
-NO_LINE = re.compile(r'^(?:At end of source: |)(remark|warning|error|fatal error|advisory) #(\d+)', re.I)
+AT_END = re.compile(r'^At end of source: (remark|warning|error|fatal error|advisory) #(\d+)')
 
 _arm_includes = None
 
@@ -161,10 +161,12 @@ class Case:
     def check_messages(self, err, expected):
         found = []
         for line in err.splitlines():
-            match = MESSAGE.match(line)
-            if match:
-                severity = match.group(3).replace('fatal error', 'catastrophe')
-                found.append((int(match.group(2)), severity, self.form.tags.get(int(match.group(4)), '?')))
+            match, at_end = MESSAGE.match(line), AT_END.match(line)
+            if not match and not at_end:
+                continue
+            number = int(match.group(2)) if match else len(self.text.splitlines())
+            severity, code = (match.groups()[2:] if match else at_end.groups())
+            found.append((number, severity.replace('fatal error', 'catastrophe'), self.form.tags.get(int(code), '?')))
         found.sort()
         if found == expected:
             return []

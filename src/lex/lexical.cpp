@@ -99,7 +99,8 @@ static inline int punctuator(a_token_kind kind, char *start, unsigned length)
   return kind;
 }
 
-// The end of the source is placed at the last real character of the line.
+// The end of the source is placed at the last real character of the line; behind the last file's last line
+// it has a number of its own, by which messages know it.
 static int end_of_source_token(char *loc)
 {
   char *place = loc;
@@ -111,6 +112,10 @@ static int end_of_source_token(char *loc)
     }
   }
   begin_token(place);
+  if (no_more_input && pos_curr_token.seq == seq_number_last_read) {
+    ++pos_curr_token.seq;
+    error_position = pos_curr_token;
+  }
   start_of_curr_token = loc;
   return tok_end_of_source;
 }
