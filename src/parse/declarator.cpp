@@ -340,6 +340,7 @@ static bool coalesced_name()
 static void missing_name(a_declarator_scan *scan)
 {
   if (scan->options & dop_abstract_ok) return;
+  error_position = pos_curr_token; // behind specifiers it is theirs
   syntax_error(ec_exp_identifier);
   *scan->locator = cleared_locator;
   scan->locator->position = error_position;

@@ -188,7 +188,7 @@ static void check_tentative_definition(a_symbol *symbol, a_variable *variable)
   if (is_incomplete_array_type(variable->type) &&
       !is_incomplete_type(array_element_type(variable->type))) {
     complete_tentative_array(symbol, variable);
-  } else if (symbol->header != header_for_error_symbol()) {
+  } else {
     pos_st_error(ec_var_retained_incomp_type, symbol->position, symbol->header->identifier);
   }
 }
@@ -394,8 +394,9 @@ static bool checks_are_due(a_scope_kind kind, bool is_reactivation, unsigned fla
 
 static void end_symbol(a_symbol *symbol, a_scope_kind kind, bool is_reactivation, bool check_it)
 {
-  // What lost a conflict was reported where it stands.
-  bool is_known = symbol->on_active_chain || symbol->on_inactive_chain || symbol->not_entered;
+  // What lost a conflict, or has no name, was reported where it stands.
+  bool is_known = (symbol->on_active_chain || symbol->on_inactive_chain || symbol->not_entered) &&
+                  symbol->header != header_for_error_symbol();
   if (check_it && is_known) check_symbol_at_end_of_scope(symbol, kind);
   if (symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine) return;
   if (is_namespace_level_scope(kind) && !is_reactivation) return;
