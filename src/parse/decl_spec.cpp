@@ -77,7 +77,51 @@ void free_param_id_list(a_func_info_block *block)
   }
   block->param_ids = nullptr;
   block->ids_tail = nullptr;
+  block->ids_by_name = nullptr;
   block->param_count = 0;
+}
+
+// Names of a list that are searched one by one; with more of them a table pays.
+static constexpr unsigned longest_list_without_table = 16;
+
+static uint32_t hash_of_param_name(const void *key)
+{
+  return ((const a_symbol_header *)key)->hash;
+}
+
+static bool param_id_has_name(const void *value, const void *key)
+{
+  return ((const a_param_id *)value)->locator.header == key;
+}
+
+static a_param_id *search_param_ids(a_param_id *id, const a_symbol_header *header)
+{
+  while (id != nullptr && id->locator.header != header)
+    id = id->next;
+  return id;
+}
+
+a_param_id *find_param_id(const a_func_info_block *block, const a_symbol_header *header)
+{
+  if (block->ids_by_name == nullptr) return search_param_ids(block->param_ids, header);
+  void **place = hash_find(block->ids_by_name, header, false);
+  return place == nullptr ? nullptr : (a_param_id *)*place;
+}
+
+a_param_id *find_earlier_param_id(a_func_info_block *block, a_param_id *id)
+{
+  if (block->param_count <= longest_list_without_table) {
+    a_param_id *first = search_param_ids(block->param_ids, id->locator.header);
+    return first == id ? nullptr : first;
+  }
+  if (block->ids_by_name == nullptr) {
+    block->ids_by_name =
+        alloc_hash_table(0, block->param_count, hash_of_param_name, param_id_has_name);
+  }
+  void **place = hash_find(block->ids_by_name, id->locator.header, true);
+  if (*place != nullptr) return (a_param_id *)*place;
+  *place = id;
+  return nullptr;
 }
 
 void add_end_of_parse_action(a_decl_parse_state *state,

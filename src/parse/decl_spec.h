@@ -206,6 +206,7 @@ struct a_vla_fixup {
 struct a_func_info_block {
   a_param_id *param_ids;
   a_param_id *ids_tail;
+  a_hash_table *ids_by_name;                  // of a long K&R list, see report_repeated_names
   int32_t prototype_scope_number;             // -1: none
   a_scope *prototype_scope;                   // kept for the symbols, see make_param_syms_invisible
   a_symbol *prototype_symbols;                // symbols of the closed prototype scope, in order
@@ -231,6 +232,10 @@ void clear_func_info(a_func_info_block *block);
 // Returns the records of the list to their free list and empties the block's list.
 void free_param_id_list(a_func_info_block *block);
 a_param_id *alloc_param_id();
+// The first record of the list with the name; null if there is none.
+a_param_id *find_param_id(const a_func_info_block *block, const a_symbol_header *header);
+// The same, before `id` only; from then on `id` is found.  Called for each record in order.
+a_param_id *find_earlier_param_id(a_func_info_block *block, a_param_id *id);
 
 // Reads the run of specifier tokens at the current token.  `state` is a copy of
 // null_decl_parse_state with start_position set; it gets base type, storage class, qualifiers,

@@ -36,20 +36,12 @@ struct a_declaration_context {
 //---------------------------------------------------------------------------------------------
 // Declarations of the names of an identifier list.
 
-static a_param_id *param_id_on_list(a_func_info_block *func_info, a_symbol_header *header)
-{
-  for (a_param_id *id = func_info->param_ids; id; id = id->next) {
-    if (id->locator.header == header) return id;
-  }
-  return nullptr;
-}
-
 // One declarator between `)` and `{` of an old-style definition.
 static void old_style_parameter(a_symbol_locator *locator, a_decl_parse_state *state,
                                 a_func_info_block *func_info)
 {
   if (locator->header == nullptr || locator->is_qualified) return;
-  a_param_id *id = param_id_on_list(func_info, locator->header);
+  a_param_id *id = find_param_id(func_info, locator->header);
   if (id == nullptr) {
     pos_error(ec_decl_should_be_of_param, locator->position);
     return;

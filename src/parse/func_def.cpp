@@ -90,13 +90,10 @@ static void build_promoted_parameter_list(a_type *routine_type, a_func_info_bloc
 static void report_repeated_names(a_func_info_block *func_info)
 {
   for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next) {
-    for (a_param_id *other = func_info->param_ids; other != id; other = other->next) {
-      if (id->locator.header == nullptr || other->locator.header != id->locator.header) continue;
-      pos_error(ec_dupl_param_name, id->locator.position);
-      id->locator.header = nullptr;
-      id->locator.is_qualified = true;
-      break;
-    }
+    if (id->locator.header == nullptr || find_earlier_param_id(func_info, id) == nullptr) continue;
+    pos_error(ec_dupl_param_name, id->locator.position);
+    id->locator.header = nullptr;
+    id->locator.is_qualified = true;
   }
 }
 
