@@ -34,6 +34,28 @@ def made_by_run(rvparse, source, text):
         return run.returncode, files_below(folder) - {source}
 
 
+def left_after(rvparse, options, text, name='x.int.c'):
+    """Is there still what an earlier run wrote under the name of the output?"""
+    with tempfile.TemporaryDirectory() as folder:
+        open(os.path.join(folder, 'x.c'), 'w').write(text)
+        output = os.path.join(folder, name)
+        open(output, 'a').write('int old;\n')
+        subprocess.run([rvparse] + options + ['x.c'], cwd=folder, capture_output=True, timeout=20)
+        return os.path.exists(output)
+
+
+# (options, source, name of the output, whether an earlier output stays)
+STALE = [
+    ([], 'int n = ;\n', 'x.int.c', False),
+    ([], '#include "nowhere.h"\n', 'x.int.c', False),
+    (['--gen_c_file_name=y.c'], 'int n = ;\n', 'y.c', False),
+    (['--gen_c_file_name=x.c'], 'int n = ;\n', 'x.c', True),
+    (['--no_such_option'], 'int n = ;\n', 'x.int.c', True),
+    (['-E'], 'int n = ;\n', 'x.int.c', True),
+    (['-n'], 'int n = ;\n', 'x.int.c', True),
+]
+
+
 def stopped_by(rvparse, number):
     """(exit status, error stream, files left) of a run that a signal reaches while it waits for its input."""
     with tempfile.TemporaryDirectory() as folder:
@@ -56,13 +78,16 @@ def main():
     found = made_by_run(options.rvparse, 'wrong.c', 'int n = ;\n')
     if found != (2, set()):
         problems.append('wrong.c: %s' % (found,))
+    for flags, text, name, stays in STALE:
+        if left_after(options.rvparse, flags, text, name) != stays:
+            problems.append('%s %r: %s %s' % (flags, text, name, 'is gone' if stays else 'is left'))
     for number, text in SIGNALS:
         status, errors, left = stopped_by(options.rvparse, number)
         if status != 2 or text not in errors or left:
             problems.append('%s: %s %s %s' % (number.name, status, errors, left))
     for problem in problems:
         print(problem)
-    total = len(NAMES) + 1 + len(SIGNALS)
+    total = len(NAMES) + 1 + len(STALE) + len(SIGNALS)
     print('output names: %d passed, %d failed, 0 skipped' % (total - len(problems), len(problems)))
     return 1 if problems else 0
 

@@ -3,6 +3,8 @@
 //        initializers, bodies.
 // Entry: back_end.
 #include <cctype>
+#include <cstring>
+#include <sys/stat.h>
 #include "backend/c_gen_be.h"
 #include "backend/c_gen_private.h"
 #include "driver/fe_init.h"
@@ -240,6 +242,14 @@ static const char *generated_file_name()
   add_to_text_buffer(buffer, primary_source_file_name, strlen(primary_source_file_name) + 1);
   replace_file_name_suffix(openmp_mode_device ? ".omp.c" : ".int.c", buffer);
   return buffer->buffer;
+}
+
+void delete_stale_generated_file()
+{
+  const char *name = primary_source_file_name == nullptr ? nullptr : generated_file_name();
+  struct stat status;
+  if (name == nullptr || lstat(name, &status) != 0 || !S_ISREG(status.st_mode)) return;
+  if (okay_as_output_file(name)) delete_file(name);
 }
 
 void back_end()

@@ -48,6 +48,13 @@ static void display_time_since(const char *label, const a_timer *start)
 
 // ---- The end of the process ----
 
+// After a failure: neither half a file nor an earlier run's is left where the generated text was due.
+static void delete_outputs()
+{
+  delete_unfinished_output_files();
+  if (!suppress_back_end && !asm_header_mode) delete_stale_generated_file();
+}
+
 void exit_compilation(an_error_severity severity)
 {
   switch (severity) {
@@ -58,11 +65,11 @@ void exit_compilation(an_error_severity severity)
   case es_error: exit(2);
   case es_catastrophe:
   case es_command_line_error:
-    delete_unfinished_output_files();
+    if (severity == es_catastrophe) delete_outputs();
     fputs("Compilation terminated.\n", f_error);
     exit(4);
   case es_internal_error:
-    delete_unfinished_output_files();
+    delete_outputs();
     fputs("Compilation aborted.\n", f_error);
     break;
   case es_default:
@@ -138,6 +145,7 @@ int cfe_main(int argc, char **argv)
   fe_wrapup();
   if (display_compilation_time) display_time_since("Front end time", &front_end_start);
   if (total_errors != 0) {
+    delete_outputs();
     suppress_back_end = true;
   } else if (!suppress_back_end) {
     run_back_end();
