@@ -65,7 +65,8 @@ void exit_compilation(an_error_severity severity)
   case es_error: exit(2);
   case es_catastrophe:
   case es_command_line_error:
-    if (severity == es_catastrophe) delete_outputs();
+    // A wrong command line says nothing for sure about the output's name.
+    severity == es_catastrophe ? delete_outputs() : delete_unfinished_output_files();
     fputs("Compilation terminated.\n", f_error);
     exit(4);
   case es_internal_error:
