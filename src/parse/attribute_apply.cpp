@@ -171,13 +171,14 @@ static void set_routine_flag(a_routine *routine, an_attribute_kind kind)
 }
 
 static void *apply_routine_flag(an_attribute *attribute, void *entity, an_il_entry_kind kind,
-                                a_decl_parse_state *)
+                                a_decl_parse_state *state)
 {
   if (kind != iek_routine) return entity;
   a_routine *routine = (a_routine *)entity;
-  if (attribute->kind == ak_gnu_inline && !routine->is_inline &&
-      routine->source_corresp.assoc_symbol == nullptr) {
-    pos_error(ec_gnu_inline_requires_inline, attribute->position);
+  bool declared_inline = state != nullptr && (state->specifier_flags & sf_is_inline);
+  if (attribute->kind == ak_gnu_inline && !routine->is_inline && !declared_inline) {
+    pos_warning(ec_gnu_inline_requires_inline, attribute->position);
+    attribute->kind = ak_dropped;
     return entity;
   }
   set_routine_flag(routine, (an_attribute_kind)attribute->kind);

@@ -68,6 +68,12 @@ static bool nonconstant_bound_allowed(uint32_t options, bool is_first)
   return (options & dop_vla_ok) && (kind == sck_block || kind == sck_function);
 }
 
+// GNU C: a field's bound may vary, and then counts as 0.
+static bool is_field_bound(uint32_t options)
+{
+  return gcc_mode && vla_enabled && (options & dop_member);
+}
+
 static bool in_prototype_scope()
 {
   return scope_stack[decl_scope_level].kind == sck_function_prototype;
@@ -93,8 +99,10 @@ static void make_vla_type(a_type *array, an_expr_node *bound, a_source_position 
   }
 }
 
-// A bound that may be variable; where it is, the size is evaluated at the declaration.
-static void variable_bound(a_type *array, bool *is_error)
+// A bound that may be variable; where it is, the size is evaluated at the declaration, or taken as 0 for a
+// field.
+static void variable_bound(uint32_t options, a_type *array, a_decl_parse_state *state,
+                           bool *is_error)
 {
   a_source_position position = pos_curr_token;
   bool is_constant = false;
@@ -106,6 +114,13 @@ static void variable_bound(a_type *array, bool *is_error)
   }
   if (expr->kind == enk_error) {
     *is_error = true;
+    return;
+  }
+  if (is_field_bound(options)) {
+    pos_warning(ec_vla_size_ignored, position);
+    as_array(array).bound_is_zero = true;
+    as_array(array).bound.number_of_elements = 0;
+    state->vla_constant_bound_folded = true;
     return;
   }
   make_vla_type(array, expr, position);
@@ -160,14 +175,15 @@ static void bracket_qualifiers(uint32_t options, bool is_first, a_type *array,
   state->array_is_static_param = static_seen;
 }
 
-static void scan_bound(uint32_t options, bool is_first, a_type *array, bool *is_error)
+static void scan_bound(uint32_t options, bool is_first, a_type *array, a_decl_parse_state *state,
+                       bool *is_error)
 {
   if (curr_token == tok_star && next_token() == tok_rbracket && vla_enabled) {
     star_bound(array, is_error);
     return;
   }
-  if (nonconstant_bound_allowed(options, is_first)) {
-    variable_bound(array, is_error);
+  if (nonconstant_bound_allowed(options, is_first) || is_field_bound(options)) {
+    variable_bound(options, array, state, is_error);
     return;
   }
   a_source_position position = pos_curr_token;
@@ -188,7 +204,7 @@ void array_declarator(uint32_t options, a_decl_parse_state *state, bool is_first
   if (curr_token == tok_rbracket) {
     array->is_incomplete = true;
   } else {
-    scan_bound(options, is_first, array, &is_error);
+    scan_bound(options, is_first, array, state, &is_error);
   }
   remove_stop_token(tok_rbracket);
   required_token(tok_rbracket, ec_exp_rbracket);

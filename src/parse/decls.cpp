@@ -96,7 +96,9 @@ static void check_specifiers_without_entity(a_decl_parse_state *state)
   }
   if (state->decl_modifiers & dm_thread) pos_error(ec_cannot_use_thread_local_storage, position);
   if (state->specifiers_attributes) {
-    pos_warning(ec_unattached_attribute, state->specifiers_attributes->position);
+    bool is_alone = (state->specifier_flags & sf_has_type_specifier) == 0;
+    pos_warning(is_alone ? ec_unattached_attribute : ec_attributes_with_no_decl,
+                state->specifiers_attributes->position);
   }
 }
 

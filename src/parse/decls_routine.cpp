@@ -236,12 +236,38 @@ static bool takes_void_return(a_decl_decision *decision, a_symbol *prior, a_rout
   return true;
 }
 
+// GNU: an identifier list whose declared types are those of an earlier prototype makes a definition by the
+// prototype, though the types that such a list passes differ from them.
+static bool takes_prototype(a_decl_decision *decision, a_routine *routine)
+{
+  if (!gcc_mode || !decision->is_definition || !decision->routine->is_old_style) return false;
+  a_type *old_type = skip_typerefs(routine->type);
+  a_type *new_type = skip_typerefs(decision->type);
+  if (old_type->kind != tk_routine || new_type->kind != tk_routine) return false;
+  const a_routine_type_supplement *prototype = routine_supplement_of(old_type);
+  if (!prototype->is_prototyped || prototype->has_ellipsis ||
+      !f_types_are_compatible(as_routine(old_type).return_type, as_routine(new_type).return_type,
+                              0)) {
+    return false;
+  }
+  a_param_type *wanted = param_types_of(old_type);
+  a_param_type *found = param_types_of(new_type);
+  for (; wanted != nullptr && found != nullptr; wanted = wanted->next, found = found->next) {
+    if (!f_types_are_compatible(wanted->type, make_unqualified_type(found->orig_type), 0))
+      return false;
+  }
+  if (wanted != nullptr || found != nullptr) return false;
+  decision->routine->is_old_style = false;
+  return true;
+}
+
 static bool merge_types(a_decl_decision *decision, a_symbol *prior, a_routine *routine)
 {
   if (reconcile_routine_types(routine, decision->type, decision->is_definition, true,
                               decision->state)) {
     return true;
   }
+  if (takes_prototype(decision, routine)) return true;
   return takes_void_return(decision, prior, routine) || new_type_replaces(decision, prior, routine);
 }
 
@@ -408,6 +434,25 @@ static bool asks_for_no_external_copy(const a_decl_decision *decision, const a_r
   return std_c99_inlining && !is_extern;
 }
 
+static bool asks_for_gnu_inline(const a_decl_parse_state *state)
+{
+  return f_find_attribute(ak_gnu_inline, state->specifiers_attributes) != nullptr ||
+         f_find_attribute(ak_gnu_inline, state->declarator_attributes) != nullptr;
+}
+
+// GNU: all inline declarations of a function agree on the rule by which it is inline.
+static void check_gnu_inline_agrees(const a_decl_decision *decision, a_symbol *symbol,
+                                    const a_routine *routine)
+{
+  const a_decl_parse_state *state = decision->state;
+  bool both_inline = routine->is_inline && (state->specifier_flags & sf_is_inline);
+  if (!symbol->declared || !both_inline || !gcc_mode) return;
+  bool asks = asks_for_gnu_inline(state);
+  if (asks == routine->gnu_inline) return;
+  pos_sy_error(asks ? ec_first_decl_not_gnu_inline : ec_missing_gnu_inline_attr_on_redeclaration,
+               decision->locator->position, symbol);
+}
+
 static void update_inline_state(a_decl_decision *decision, a_symbol *symbol, a_routine *routine)
 {
   a_decl_parse_state *state = decision->state;
@@ -477,10 +522,11 @@ static void misra_checks(const a_decl_decision *decision)
   if (decision->routine->type_from_declarator) misra_hooks.check_routine_params(decision->type);
 }
 
-// A qualified void means nothing (C99 6.7.3 lets it be; strict C89 reports it).
+// A qualified void means nothing; a definition may not return it and has a message of its own (C99 6.9.1p3).
 static void check_void_return(const a_decl_decision *decision)
 {
   if (C_dialect == 2 || !strict_ansi_mode || is_error_type(decision->type)) return;
+  if (decision->is_definition) return;
   a_type *return_type = return_type_of(decision->type);
   if (!is_void_type(return_type) || get_type_qualifiers(return_type) == 0) return;
   pos_warning(ec_qualified_void_return_type, decision->locator->position);
@@ -543,6 +589,7 @@ void decl_routine(a_symbol_locator *locator, a_decl_parse_state *state,
   bool was_defined = routine->is_defined;
   note_routine_facts(&decision, symbol, routine);
   set_name_linkage(&decision, symbol, &routine->source_corresp);
+  check_gnu_inline_agrees(&decision, symbol, routine);
   attach_decl_attributes(state, symbol->declared);
   update_inline_state(&decision, symbol, routine);
   update_routine_decl_modifiers(routine, state, &locator->position);

@@ -127,20 +127,21 @@ static void scan_compound_literal(a_type *type, a_source_position pos, an_operan
 // -------------------------------------------------------------------------------------------------
 // Casts
 
+// Old C lets a cast to an array type be.
+static bool is_lax_array_cast(a_type *type)
+{
+  return C_dialect == 1 && !strict_ansi_mode && is_array_type(type) &&
+         !is_incomplete_array_type(type);
+}
+
 // The target itself: functions and arrays can't be cast to, qualifiers mean nothing.
 static bool check_cast_target(a_type **type, a_source_position pos)
 {
   if (is_error_type(*type)) return false;
+  if (is_lax_array_cast(*type)) return true;
   if (is_function_type(*type) || is_array_type(*type)) {
-    bool lax = is_array_type(*type) && !strict_ansi_mode && !is_incomplete_array_type(*type) &&
-               C_dialect == 1;
-    if (!lax) {
-      expr_pos_ty_diagnostic(es_error, ec_cast_to_bad_type, pos, *type);
-      return false;
-    }
-    a_type *pointer = type_after_array_to_pointer_transformation(*type);
-    expr_pos_ty_diagnostic(es_warning, ec_nonstd_array_cast, pos, pointer);
-    *type = pointer;
+    expr_pos_ty_diagnostic(es_error, ec_cast_to_bad_type, pos, *type);
+    return false;
   }
   if (get_type_qualifiers(*type) != 0 && !is_class_struct_union_type(*type)) {
     bool only_written = (*type)->kind == tk_typeref && (*type)->source_corresp.name == nullptr;
@@ -247,12 +248,30 @@ static void scan_cast_operand(a_type *type, an_operand *operand)
   pop_expr_stack();
 }
 
+// To the operand's own array type a cast does nothing; to another it is one to the elements' pointer type.
+static void cast_to_array_type(a_type *type, an_operand *operand, a_source_position pos)
+{
+  if (is_array_type(operand->type) && f_types_are_compatible(type, operand->type, 0)) {
+    expr_pos_warning(ec_nonstd_ignored_array_cast, pos);
+    return;
+  }
+  a_type *pointer = type_after_array_to_pointer_transformation(type);
+  expr_pos_ty_diagnostic(es_warning, ec_nonstd_array_cast, pos, pointer);
+  cast_to_type(pointer, operand, pos);
+}
+
 static void scan_cast(a_type *type, a_source_position pos, an_operand *result)
 {
   bool ok = check_cast_target(&type, pos);
   scan_cast_operand(type, result);
   if (!ok) conv_to_error_operand(result);
-  if (result->kind != ok_error) cast_to_type(type, result, pos);
+  if (result->kind != ok_error) {
+    if (is_array_type(type)) {
+      cast_to_array_type(type, result, pos);
+    } else {
+      cast_to_type(type, result, pos);
+    }
+  }
   result->position = pos;
   result->is_id_expression = false;
   result->is_string_literal = false;

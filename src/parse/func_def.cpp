@@ -428,7 +428,7 @@ void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_sta
                pos_block);
   unsigned flags = 0;
   a_routine *routine = routine_to_define(decl_state, &flags);
-  routine->has_old_style_definition = is_old_style;
+  routine->has_old_style_definition = is_old_style && func_info->is_old_style;
   if (curr_token != tok_lbrace) {
     syntax_error(ec_exp_lbrace);
     if (curr_token != tok_lbrace) return;

@@ -14,5 +14,5 @@ int vis __attribute__((visibility("hidden")));
 extern int vis __attribute__((visibility("default")));  // expect: warning gnu_visibility_conflict
 __thread int model __attribute__((tls_model("global-dynamic")));
 extern __thread int model __attribute__((tls_model("local-exec")));  // expect: error inconsistent_tls_model_attr_arg
-int gnu(void) __attribute__((gnu_inline));
+int gnu(void) __attribute__((gnu_inline));  // expect: warning gnu_inline_requires_inline
 int use(void) { return hidden + seen + gnu(); }

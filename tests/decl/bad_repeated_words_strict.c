@@ -8,7 +8,7 @@ unsigned extern four;  /* expect: warning storage_class_not_first */
 typedef int number;
 typedef int number;  /* expect: error duplicate_typedef */
 const void returns_void(void);  /* expect: warning qualified_void_return_type */
-const void defined_void(void) { }  /* expect: warning qualified_void_return_type, expect: error type_qualifier_on_void_return_type */
+const void defined_void(void) { }  /* expect: error type_qualifier_on_void_return_type */
 const int returns_number(void);  /* expect: remark useless_type_qualifier_on_return_type */
 typedef void nothing;
 void no_params(nothing);  /* expect: error nonstd_void_param_list */
