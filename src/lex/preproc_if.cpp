@@ -57,7 +57,7 @@ static bool conditional_is_open()
 
 static bool at_top_level_of_file()
 {
-  return pp_if_stack_depth == base_pp_if_stack_depth + 1;
+  return pp_if_stack_depth == curr_ise->saved_pp_if_depth + 1;
 }
 
 void verify_that_all_pp_ifs_were_closed()
