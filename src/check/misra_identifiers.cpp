@@ -29,6 +29,8 @@ static constexpr int num_buckets = 521;
 static constexpr size_t longest_name = 15;
 
 static SHASH *identifier_table;
+// Bit n: the table has a name of n bytes that begins with this one.  It settles most names of a program.
+static unsigned lengths_by_first_byte[256];
 
 // What check_for_invalid_identifier reported last: a name of the library can be a macro that stands
 // for itself or for another such name, which is one violation.
@@ -44,6 +46,7 @@ void misra_one_time_init()
   identifier_table = new SHASH(SHASH::str_hash, SHASH::str_cmp, num_buckets);
   for (const an_ansi_c_identifier &row : identifiers) {
     identifier_table->add(row.name, const_cast<an_ansi_c_identifier *>(&row));
+    lengths_by_first_byte[(unsigned char)row.name[0]] |= 1u << strlen(row.name);
   }
   last_reported_pos = null_source_position;
 }
@@ -52,11 +55,14 @@ void misra_wrapup()
 {
   delete identifier_table;
   identifier_table = nullptr;
+  memset(lengths_by_first_byte, 0, sizeof lengths_by_first_byte);
 }
 
 const an_ansi_c_identifier *lookup_ansi_c_identifier(const char *name, size_t length)
 {
-  if (identifier_table == nullptr || length > longest_name) return nullptr;
+  if (length > longest_name || (lengths_by_first_byte[(unsigned char)*name] >> length & 1) == 0) {
+    return nullptr;
+  }
   char key[longest_name + 1];
   memcpy(key, name, length);
   key[length] = '\0';

@@ -173,9 +173,13 @@ static unsigned text_for_c_string(char c, char text[5])
 
 void write_file_name_to_text_buffer(const char *name, a_text_buffer *buffer, bool for_c_string)
 {
+  if (!for_c_string) {
+    add_to_text_buffer(buffer, name, strlen(name));
+    return;
+  }
   for (; *name != '\0'; name++) {
-    char text[5] = {*name};
-    unsigned length = for_c_string ? text_for_c_string(*name, text) : 1;
+    char text[5];
+    unsigned length = text_for_c_string(*name, text);
     add_to_text_buffer(buffer, text, length);
   }
 }
