@@ -135,7 +135,8 @@ a_symbol_header *header_of_pp_identifier()
 
 void note_unguarded_text()
 {
-  if (get_ifg_state() < ifg_no_guard) set_ifg_state(ifg_no_guard);
+  // Where conditionals may span files, a skip can leave the last one.
+  if (curr_ise != nullptr && get_ifg_state() < ifg_no_guard) set_ifg_state(ifg_no_guard);
 }
 
 //---------------------------------------------------------------------------------------------

@@ -19,7 +19,9 @@ TOKENS = [b'(', b')', b'{', b'}', b'[', b']', b';', b',', b'...', b'#', b'##', b
           b':', b'<<', b'-', b'!', b'~', b'#if 1\n', b'#endif\n', b'#define x x(\n', b'#include "x"\n', b'_Pragma("x")',
           b'\0', b'\xff', b'??/', b'__asm__("")', b'({', b'})', b'[1 ... 2] =', b'.x =', b'__typeof__', b'long long',
           b'_Complex', b'L"x"', b'#undef', b'#line 0\n', b'__builtin_offsetof(struct s, x)', b'va_arg(x, int)', b'%']
-OPTION_SETS = [[], ['--c99'], ['--strict'], ['-K'], ['-E'], ['--c89'], ['--no_gcc'], ['--remarks'], ['-E', '-C']]
+OPTION_SETS = [[], ['--c99'], ['--strict'], ['-K'], ['-E'], ['--c89'], ['--no_gcc'], ['--remarks'], ['-E', '-C'],
+               ['--check_misra=all'], ['--check_misra=all', '--no_brief_diagnostics', '--trigraphs'],
+               ['--check_misra=all', '--c99', '--misra_required=error', '-DF(x)=x']]
 
 
 def seeds():
