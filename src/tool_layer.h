@@ -9,3 +9,7 @@
 #include "DIAG/diag_info.h"
 #include "DIAG/diag_srcinfo.h"
 #include "DIAG/user_msg_api.h"
+#include "options/option_diag.h"
+#include "options/option_obj.h"
+#include "options/option_tables.h"
+#include "options/option_tools.h"
