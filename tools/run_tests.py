@@ -1,4 +1,5 @@
 """Builds the presets, runs unit tests and cases in each and, once, the long runs; prints one summary line."""
+import glob
 import json
 import os
 import subprocess
@@ -78,6 +79,22 @@ def run_unit_tests(folder, name):
     print('%s in %s: %d, %d failed' % (name, os.path.basename(folder), result['tests'], result['failures']))
 
 
+def run_examples(folder):
+    """Runs the examples that have their output beside them."""
+    outputs = sorted(glob.glob(os.path.join(ROOT, 'examples', '*.out')))
+    failed = 0
+    for path in outputs:
+        name = os.path.splitext(os.path.basename(path))[0]
+        done = subprocess.run([os.path.join(folder, name)], capture_output=True, text=True,
+                              env=dict(os.environ, ASAN_OPTIONS='detect_leaks=0'))
+        if done.stdout + done.stderr != open(path).read():
+            print('FAILED examples/%s prints\n%s' % (name, done.stdout + done.stderr))
+            failed += 1
+    Totals.passed += len(outputs) - failed
+    Totals.failed += failed
+    print('examples in %s: %d, %d failed' % (os.path.basename(folder), len(outputs), failed))
+
+
 def run_script(script, arguments, folder):
     path = os.path.join(ROOT, script)
     if not os.path.exists(path):
@@ -108,6 +125,7 @@ def main():
         path = os.path.join(ROOT, folder)
         for name in UNIT_TESTS:
             run_unit_tests(path, name)
+        run_examples(path)
         run_cases(path)
         if quick:
             continue
