@@ -3,10 +3,16 @@
 #include "parse/overload.h"
 
 // What templates add; null until that module installs it.
+struct a_candidate_search;
 struct a_set_of_overload_hooks {
   // 1 when the first template is more specialized, -1 when the second is, else 0.
   int (*compare_function_templates)(a_symbol *a, a_symbol *b, int first, int count);
   void (*free_template_arg_list)(a_template_arg *list);
+  // Deduces, and adds the template to the search's list if it fits.
+  void (*add_template_candidate)(a_candidate_search *search, a_symbol *symbol,
+                                 a_symbol *overload_symbol);
+  // The specialization that a chosen template candidate stands for.
+  a_symbol *(*instantiate_candidate)(a_candidate_function *candidate);
 };
 extern a_set_of_overload_hooks overload_hooks;
 
@@ -34,3 +40,8 @@ struct a_candidate_search {
   bool explicit_constructor_skipped;
 };
 void add_candidates(a_candidate_search *search, a_symbol *symbol);
+
+// overload_operators.cpp: the note of a built-in candidate.
+void list_builtin_candidate(a_candidate_function *candidate);
+// "argument types are: (...)" for the message that is open.
+void add_types_of_arguments_to_message(an_arg_operand *args);
