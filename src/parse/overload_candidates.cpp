@@ -176,7 +176,7 @@ void list_argument_types(an_arg_operand *args, an_operand *object)
 {
   if (args != nullptr) add_types_of_arguments_to_message(args);
   if (object == nullptr) return;
-  unsigned length;
+  size_t length;
   str_add_diag_info(ec_object_type_is, format_type_string(object->type, &length));
 }
 
