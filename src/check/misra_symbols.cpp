@@ -36,11 +36,18 @@ static const struct {
     {clash_reuse, ec_misra_c_2004_5_7, false},
 };
 
+// What a block declares extern is remembered by such a symbol, whatever becomes of the block's own.
+static bool is_extern_record(const a_symbol *symbol)
+{
+  return symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine;
+}
+
 // Names of parameters in prototypes that are no definition count for nothing: they repeat by nature.
 static bool is_compared(const a_symbol *symbol)
 {
+  if (is_extern_record(symbol)) return true;
   if (!symbol->declared || symbol->is_anonymous_union_member || symbol->header->is_unnamed) {
-    return symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine;
+    return false;
   }
   switch (name_space_for_symbol_kind[symbol->kind]) {
   case nsk_label:
@@ -52,11 +59,6 @@ static bool is_compared(const a_symbol *symbol)
   case nsk_keyword: return false;
   }
   return false;
-}
-
-static bool is_extern_record(const a_symbol *symbol)
-{
-  return symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine;
 }
 
 // The object or function that the symbol declares with linkage, or null.
