@@ -8,13 +8,55 @@ a_scope *current_scope;
 
 // --- Pragmas -------------------------------------------------------------------------------------
 
-static void write_pragma_line(const char *text)
+static void write_entity_of_pragma(const a_pragma *pragma)
+{
+  if (!pragma->names_entity) return;
+  a_source_correspondence *corresp =
+      source_corresp_for_il_entry(pragma->entity, pragma->entity_kind);
+  write_entity_name(corresp, pragma->entity_kind);
+}
+
+// What the source said, with the entity's name as it is in this file.
+static void write_scanned_operands(const a_pragma *pragma)
+{
+  const char *text = pragma->text;
+  if (*text != '(' && *text != '\0') put_char(' ');
+  if (!pragma->names_entity) {
+    put_no_wrap(text);
+    return;
+  }
+  for (uint32_t i = 0; i < pragma->operand_at; i++)
+    put_char(text[i]);
+  write_entity_of_pragma(pragma);
+  put_no_wrap(text + pragma->operand_at + pragma->operand_length);
+}
+
+// One that comes from elsewhere, or whose operands had to be computed.
+static void write_arguments(const a_pragma *pragma)
+{
+  // The argument of these is the name itself.
+  bool only_name = pragma->kind == pragk_noinit || pragma->kind == pragk_persistent;
+  int count = pragma->arguments == nullptr || only_name ? 0 : pragma->arguments->count;
+  put_char('(');
+  write_entity_of_pragma(pragma);
+  for (int i = 0; i < count; i++) {
+    if (i > 0 || pragma->names_entity) put_no_wrap(", ");
+    put_no_wrap(pragma->arguments->args[i]);
+  }
+  put_char(')');
+}
+
+static void write_pragma_line(const a_pragma *pragma)
 {
   unsigned saved_indent = indent;
   indent = 0;
   no_wrap_depth++;
   put_no_wrap("#pragma ");
-  put_no_wrap(text);
+  put_no_wrap(pragma_ids[pragma->kind]);
+  if (pragma->text != nullptr)
+    write_scanned_operands(pragma);
+  else
+    write_arguments(pragma);
   no_wrap_depth--;
   indent = saved_indent;
   end_line();
@@ -22,8 +64,9 @@ static void write_pragma_line(const char *text)
 
 void write_pragma(const a_pragma *pragma)
 {
-  // The STDC pragmas go with routines; one without text was handled in full.
-  if (pragma->kind == pragk_stdc || pragma->text == nullptr) return;
+  // The STDC pragmas go with routines; one that keeps no operands was handled in full.
+  bool is_handled = pragma->text == nullptr && pragma->arguments == nullptr;
+  if (pragma->kind == pragk_stdc || is_handled) return;
   end_line();
   unsigned saved_indent = indent;
   indent = 0;
@@ -36,7 +79,7 @@ void write_pragma(const a_pragma *pragma)
     close_comment();
     end_line();
   } else {
-    write_pragma_line(pragma->text);
+    write_pragma_line(pragma);
   }
 }
 

@@ -154,6 +154,12 @@ static void write_for_header(a_statement *statement, bool with_init)
 
 static void write_scope_variables(a_scope *scope);
 
+static void write_pragmas_of(const a_statement *statement)
+{
+  for (const a_pragma *pragma = statement->pragmas; pragma != nullptr; pragma = pragma->next)
+    write_pragma(pragma);
+}
+
 static void write_for(a_statement *statement)
 {
   a_for_supplement *supplement = for_supplement_of(statement);
@@ -162,7 +168,7 @@ static void write_for(a_statement *statement)
       scope != nullptr && (scope->variables != nullptr || scope->local_variables != nullptr);
   bool in_header = fits_for_header(supplement->init_statement);
   bool braces = has_variables || !in_header;
-  write_position(statement->start_position);
+  if (braces || statement->pragmas == nullptr) write_position(statement->start_position);
   if (braces) put_char('{');
   if (has_variables) {
     current_scope = scope;
@@ -181,7 +187,9 @@ static void write_for(a_statement *statement)
     in_header = false;
   }
   if (pre_test != nullptr) write_statement(pre_test);
-  if (braces || pre_test != nullptr) write_position(statement->start_position);
+  write_pragmas_of(statement);
+  bool has_moved = braces || pre_test != nullptr || statement->pragmas != nullptr;
+  if (has_moved) write_position(statement->start_position);
   if (pre_test == nullptr && pre_increment == nullptr) {
     write_for_header(statement, in_header);
     write_indented(body_of(statement));
@@ -445,8 +453,7 @@ static void write_try(a_statement *statement)
 
 void write_statement(a_statement *statement)
 {
-  for (const a_pragma *pragma = statement->pragmas; pragma != nullptr; pragma = pragma->next)
-    write_pragma(pragma);
+  if (statement->kind != stmk_for) write_pragmas_of(statement); // a loop may follow its own block
   if (has_own_position(statement)) write_position(statement->start_position);
   switch (statement->kind) {
   case stmk_expr:

@@ -30,6 +30,7 @@
 #include "lex/macro.h"
 #include "lex/pragma.h"
 #include "lex/preproc.h"
+#include "lex/sections.h"
 #include "lex/source_input.h"
 #include "lex/token_cache.h"
 #include "lower/lower_c99.h"
@@ -97,6 +98,10 @@ void fe_one_time_init()
   mem_manage_one_time_init();
   call_if_present(pch_one_time_init);
   pragma_one_time_init();
+  sections_one_time_init();
+  target_pragma_handlers.function_options = [](const char *name, const a_source_position *position) {
+    get_opt_override(name, position);
+  };
   qualified_name_one_time_init();
   preproc_hooks.builtin_va_list_is_declared = [] { return builtin_va_list_type != nullptr; };
   preproc_hooks.declare_builtin_va_list_type = declare_builtin_va_list_type;
@@ -230,6 +235,7 @@ static void init_modules_for_translation_unit()
   statements_trans_unit_init();
   macro_trans_unit_init();
   preproc_trans_unit_init();
+  sections_trans_unit_init();
   il_lower_trans_unit_init();
   lower_c99_trans_unit_init();
   call_if_present(lower_omp_trans_unit_init);

@@ -150,6 +150,13 @@ struct an_attribute {
 
 // --- Pragmas -------------------------------------------------------------------------------------
 
+// What the operands of a target's pragma came to, the symbol that it names left out.
+struct a_pragma_arguments {
+  unsigned char kind;                  // a_pragma_kind_tag of the record
+  int count;
+  const char **args;
+};
+
 struct a_pragma {
   a_source_correspondence source_corresp;
   a_pragma *next;
@@ -159,9 +166,13 @@ struct a_pragma {
   bool il_flag : 1;
   bool comment_form : 1;               // rendered as a comment
   bool is_bound : 1;
+  bool names_entity : 1;               // its text is to name the entity, at operand_at
   an_il_entry_kind entity_kind;        // what it is attached to
   void *entity;
-  const char *text;
+  const char *text;                    // behind the pragma's name; null: made of the arguments
+  uint32_t operand_at;                 // where in text the entity's name stands,
+  uint32_t operand_length;             // and its length there
+  a_pragma_arguments *arguments;       // or null
   a_source_position position;
   a_source_position directive_position;
 };

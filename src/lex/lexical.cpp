@@ -489,7 +489,7 @@ a_token_kind get_token()
   number_new_token();
   finish_token((a_token_kind)kind, inert, temporarily_inert);
   if (kind == tok_string_literal && do_string_literal_concatenation && !fetch_pp_tokens &&
-      !in_preprocessing_directive && another_string_may_follow()) {
+      (!in_preprocessing_directive || caching_pragma_tokens) && another_string_may_follow()) {
     concat_adjacent_string_literals(false); // delivers, and stores, the joined string
   } else {
     cache_new_token_if_wanted();

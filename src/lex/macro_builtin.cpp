@@ -207,7 +207,8 @@ static void record_pragma_of_operator(const a_macro_call *call, an_arg_text *tex
   expand_macros = false;
   a_source_position name_position;
   a_pragma_kind_description *description = look_up_pragma_id(&name_position);
-  record_pragma(description, &call->position, &name_position, true);
+  bool is_empty = curr_token == tok_newline || curr_token == tok_end_of_source;
+  if (!is_empty) record_pragma(description, &call->position, &name_position, true);
   in_preprocessing_directive = saved_directive;
   fetch_pp_tokens = saved_fetch;
   expand_macros = saved_expand;
@@ -215,31 +216,43 @@ static void record_pragma_of_operator(const a_macro_call *call, an_arg_text *tex
   curr_char_loc = saved_loc;
 }
 
-// Reads the operator's operand and carries it out.  Returns false after a fault in its syntax.
+// A faulty operand: goes on behind its parenthesis, so that the text around is read as if the operator
+// weren't there.
+static void skip_pragma_operand(an_error_code code)
+{
+  pos_error(code, pos_curr_token);
+  for (int depth = 1; curr_token != tok_end_of_source; get_token()) {
+    if (curr_token == tok_semicolon || curr_token == tok_lbrace || curr_token == tok_rbrace) return;
+    if (curr_token == tok_lparen) ++depth;
+    if (curr_token == tok_rparen && --depth == 0) break;
+  }
+}
+
+// Reads the operator's operand and carries it out.  Returns false where the current token has to be
+// read as if the operator weren't there.
 static bool scan_pragma_operator(const a_macro_call *call)
 {
   get_token();
   if (curr_token != tok_lparen) {
-    syntax_error(ec_exp_lparen);
+    pos_error(ec_exp_lparen, pos_curr_token);
     return false;
   }
   get_token();
   if (curr_token != tok_string_literal) {
-    syntax_error(ec_exp_string_literal);
-    return false;
+    skip_pragma_operand(ec_exp_string_literal);
+    return curr_token == tok_rparen;
   }
   an_arg_text text = {};
   text.text = alloc_resizable_buffer(len_of_curr_token + 8);
   text.capacity = len_of_curr_token + 8;
   destringize(&text);
   get_token();
-  bool closed = curr_token == tok_rparen;
-  if (closed) {
+  if (curr_token == tok_rparen) {
     record_pragma_of_operator(call, &text);
-  } else {
-    syntax_error(ec_exp_rparen);
+    return true;
   }
-  return closed;
+  skip_pragma_operand(ec_exp_rparen);
+  return curr_token == tok_rparen;
 }
 
 static a_token_kind invoke_pragma_operator(const a_macro_call *call)
@@ -255,7 +268,11 @@ static a_token_kind invoke_pragma_operator(const a_macro_call *call)
   fetch_pp_tokens = saved_fetch;
   expand_macros = saved_expand;
   kind_of_white_space_skipped = white_space;
-  if (!okay) return curr_token;
+  if (!okay) {
+    if (curr_token == tok_end_of_source) return tok_end_of_source;
+    curr_char_loc = start_of_curr_token; // the modes of its reader apply to it
+    return tok_error;
+  }
   process_immediate_pragmas();
   return tok_error;
 }

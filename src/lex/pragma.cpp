@@ -318,8 +318,9 @@ static void enter_pragma(a_pragma_kind_description description)
 
 // How the pragmas of the target are used: what their rows in pragmas.def say in short.
 enum a_target_pragma_form : unsigned char {
-  tpf_symbol, // C: names its symbol, taken at the scope's end; C++: stands before the declaration
-  tpf_c_only, // the same without a C++ form
+  tpf_symbol,  // C: names its symbol, taken at the scope's end; C++: stands before the declaration
+  tpf_c_only,  // the same without a C++ form
+  tpf_literal, // names nothing: literals that are carried through
   tpf_set_section, // acts on all that follows
   tpf_loop,        // stands before a loop
   tpf_misra,       // changes the checker's rules from here on
@@ -329,53 +330,49 @@ enum a_target_pragma_form : unsigned char {
 
 static constexpr unsigned char macros_and_keywords = prf_expand_macros | prf_keywords;
 
-static void enter_symbol_pragma(a_pragma_kind_tag kind)
-{
-  if (C_dialect == 2) {
-    enter_pragma({nullptr, kind, pragma_curr_construct, macros_and_keywords | prf_declaration, 0,
-                  es_warning, target_pragma_handlers.process_cpp_pragma});
-  } else {
-    enter_pragma({nullptr, kind, pragma_end_of_scope, macros_and_keywords | prf_il_at_file_scope, 0,
-                  es_warning, nullptr});
-  }
-}
-
 static void enter_target_pragma(a_pragma_kind_tag kind, a_target_pragma_form form)
 {
-  const a_target_pragma_handlers &handlers = target_pragma_handlers;
+  a_pragma_kind_description row = {nullptr,    kind,   pragma_end_of_scope, macros_and_keywords, 0,
+                                   es_warning, nullptr};
   switch (form) {
   case tpf_c_only:
     if (C_dialect == 2) return;
-    enter_symbol_pragma(kind);
-    return;
-  case tpf_symbol: enter_symbol_pragma(kind); return;
+    row.flags |= prf_il_at_file_scope;
+    break;
+  case tpf_symbol:
+    if (C_dialect == 2) {
+      row.phase = pragma_curr_construct;
+      row.flags |= prf_declaration;
+      row.handler = process_cpp_pragma;
+    } else {
+      row.flags |= prf_il_at_file_scope;
+    }
+    break;
+  case tpf_literal: row.flags |= prf_il_at_file_scope; break;
   case tpf_loop:
-    enter_pragma({nullptr, kind, pragma_curr_construct, macros_and_keywords | prf_statement, 0,
-                  es_warning, handlers.process_cpp_pragma});
-    return;
+    row.phase = pragma_curr_construct;
+    row.flags |= prf_statement;
+    row.handler = process_cpp_pragma;
+    break;
   case tpf_set_section:
-    enter_pragma({nullptr, kind, pragma_at_directive, macros_and_keywords, 0, es_none,
-                  handlers.process_set_section_pragma});
-    return;
+    row.phase = pragma_at_directive;
+    row.flags2 = prf2_in_operator;
+    row.misplaced_severity = es_none;
+    row.handler = process_set_section_pragma;
+    break;
   case tpf_misra:
   case tpf_ulp:
-    enter_pragma({nullptr, kind, pragma_immediate, macros_and_keywords, 0, es_error,
-                  form == tpf_misra ? handlers.pragma_misra_action : handlers.pragma_ulp_action});
-    return;
+    row.phase = pragma_immediate;
+    row.misplaced_severity = es_error;
+    row.handler =
+        form == tpf_misra ? target_pragma_handlers.pragma_misra_action : pragma_ulp_action;
+    break;
   case tpf_info:
-    enter_pragma(
-        {nullptr, kind, pragma_end_of_scope, prf_text_form | prf_add_to_il, 0, es_none, nullptr});
-    return;
+    row.flags = prf_text_form;
+    row.misplaced_severity = es_none;
+    break;
   }
-  unexpected_kind("form of target pragma");
-}
-
-static void enter_target_pragmas()
-{
-  bool has_module = target_pragma_handlers.process_cpp_pragma != nullptr;
-#define TARGET_PRAGMA(kind, form)                                                                  \
-  if (has_module || form == tpf_misra) enter_target_pragma(kind, form);
-#include "lex/pragmas.def"
+  enter_pragma(row);
 }
 
 void pragma_one_time_init()
@@ -393,5 +390,6 @@ void pragma_init()
     enter_pragma({nullptr, kind, phase, flags, flags2, severity, handler});                        \
   }
 #include "lex/pragmas.def"
-  enter_target_pragmas();
+#define TARGET_PRAGMA(kind, form, handler) enter_target_pragma(kind, form);
+#include "lex/pragmas.def"
 }

@@ -143,15 +143,13 @@ extern unsigned curr_max_member_alignment; // 0 is the default
 extern a_pack_alignment_state *pack_alignment_stack;
 
 //---------------------------------------------------------------------------------------------
-// Pragmas of the target.  Their module installs the handlers before pragma_init; without them the
-// pragmas are unknown ones.
+// What pragmas of the target reach in modules above; each is installed before pragma_init, and null where
+// the module isn't there.
 
 struct a_target_pragma_handlers {
-  a_pragma_handler *process_cpp_pragma;               // bound to a construct
-  void (*process_c_pragma)(a_pending_pragma *pragma); // at the end of a scope, by the symbol named
-  a_pragma_handler *process_set_section_pragma;
   a_pragma_handler *pragma_misra_action;
-  a_pragma_handler *pragma_ulp_action;
+  // FUNCTION_OPTIONS was given for the function.
+  void (*function_options)(const char *name, const a_source_position *position);
 };
 extern a_target_pragma_handlers target_pragma_handlers;
 

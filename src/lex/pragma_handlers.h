@@ -16,4 +16,9 @@ PRAGMA_HANDLER(diag_pragma);
 PRAGMA_HANDLER(instantiation_pragma);
 PRAGMA_HANDLER(define_type_info_pragma);
 PRAGMA_HANDLER(omp_pragma);
+// parse/qn_pragma.cpp: one that stands in front of its declaration or loop; the power advice
+PRAGMA_HANDLER(process_cpp_pragma);
+PRAGMA_HANDLER(pragma_ulp_action);
+// lex/sections.cpp
+PRAGMA_HANDLER(process_set_section_pragma);
 // lex/preproc.cpp: once_pragma, hdrstop_or_no_pch_pragma (preproc.h).

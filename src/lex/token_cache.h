@@ -172,6 +172,8 @@ extern a_text_buffer *temp_text_buffer;
 
 void add_token_cache_to_string(a_token_cache *cache);
 void add_token_cache_segment_to_string(a_token_cache *cache, unsigned first_seq, unsigned end_seq);
+// The tokens up to the one numbered end_seq (0: all) as a string, which stays until the next such call.
+const char *text_of_token_cache_segment(a_token_cache *cache, unsigned end_seq);
 // Source lines and columns are reproduced in such text; otherwise one blank stands for white space.
 extern bool reproduce_layout_of_tokens;
 // The current token as a string of the IL region.

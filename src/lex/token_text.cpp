@@ -176,6 +176,16 @@ void add_token_cache_segment_to_string(a_token_cache *cache, unsigned first_seq,
   }
 }
 
+const char *text_of_token_cache_segment(a_token_cache *cache, unsigned end_seq)
+{
+  prepare_buffer();
+  reset_text_buffer(temp_text_buffer);
+  end_of_previous_token = null_source_position;
+  add_token_cache_segment_to_string(cache, 0, end_seq);
+  add_char_to_text_buffer(temp_text_buffer, '\0');
+  return temp_text_buffer->buffer;
+}
+
 void add_token_cache_to_string(a_token_cache *cache)
 {
   end_of_previous_token = null_source_position;

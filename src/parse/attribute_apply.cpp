@@ -9,10 +9,13 @@
 #include "errors/error.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
+#include "lex/pragma.h"
+#include "lex/sections.h"
 #include "parse/attribute_private.h"
 #include "parse/decl_spec.h"
 #include "parse/layout.h"
 #include "parse/lookup.h"
+#include "parse/qn_pragma.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
 
@@ -200,8 +203,6 @@ static void *apply_variable_flag(an_attribute *attribute, void *entity, an_il_en
   switch (attribute->kind) {
   case ak_nocommon: variable->no_common = true; break;
   case ak_common: variable->is_common = true; break;
-  case ak_noinit: variable->is_noinit = true; break;
-  case ak_persistent: variable->is_persistent = true; break;
   case ak_thread: variable->is_thread_local = true; break;
   default: break;
   }
@@ -275,16 +276,31 @@ static void *apply_section(an_attribute *attribute, void *entity, an_il_entry_ki
 {
   const char *name = string_argument(attribute);
   if (name == nullptr) return entity;
-  a_section_specification *section =
-      (a_section_specification *)alloc_il(sizeof(a_section_specification));
-  section->name = name;
-  section->position = attribute->position;
-  section->kind = 1;
   if (kind == iek_variable) {
-    ((a_variable *)entity)->section_specification = section;
+    set_variable_section_specification((a_variable *)entity, secspec_attribute, name,
+                                       attribute->position);
   } else if (kind == iek_routine) {
-    ((a_routine *)entity)->section_specification = section;
+    set_routine_section_specification((a_routine *)entity, secspec_attribute, name,
+                                      attribute->position);
   }
+  return entity;
+}
+
+// Null for an entity that has no declaration in the source.
+static a_symbol *symbol_of_entity(void *entity, an_il_entry_kind kind)
+{
+  return source_corresp_for_il_entry(entity, kind)->assoc_symbol;
+}
+
+static void *apply_noinit_persistent(an_attribute *attribute, void *entity, an_il_entry_kind kind,
+                                     a_decl_parse_state *)
+{
+  a_symbol *symbol = symbol_of_entity(entity, kind);
+  if (kind != iek_variable || symbol == nullptr) return entity;
+  a_pending_pragma *pragma = pragma_for_attribute(
+      attribute->kind == ak_noinit ? pragk_noinit : pragk_persistent, &attribute->position);
+  pragma_noinit_persistent_backend(pragma, symbol, true);
+  free_pending_pragma(pragma);
   return entity;
 }
 
@@ -294,9 +310,17 @@ static void *apply_location(an_attribute *attribute, void *entity, an_il_entry_k
   long long value = 0;
   if (!number_of_arg(attribute->args, &value)) {
     invalid_argument(attribute);
-  } else if (kind == iek_variable) {
+    return entity;
+  }
+  const a_constant *address = attribute->args->variant.constant;
+  if (kind == iek_variable) {
     ((a_variable *)entity)->location =
-        copy_string_to_region(true, str_for_integer_constant(attribute->args->variant.constant));
+        copy_string_to_region(true, str_for_integer_constant(address));
+  }
+  if (a_symbol *symbol = symbol_of_entity(entity, kind)) {
+    a_pending_pragma *pragma = pragma_for_attribute(pragk_location, &attribute->position);
+    pragma_location_backend(pragma, symbol, address, true);
+    free_pending_pragma(pragma);
   }
   return entity;
 }

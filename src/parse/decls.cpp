@@ -411,7 +411,10 @@ static void declaration_in_context(a_declaration_context *context, a_source_rang
   if (std_attributes_enabled && curr_token == tok_lbracket) {
     attributes = scan_attributes(al_decl_start);
   }
-  if (!special_form(context, attributes)) plain_declaration(context, attributes, specifiers_range);
+  if (special_form(context, attributes))
+    process_curr_construct_pragmas(nullptr, nullptr); // nothing was declared that they could bind to
+  else
+    plain_declaration(context, attributes, specifiers_range);
   report_gnu_extensions = saved_report;
 }
 

@@ -9,6 +9,7 @@
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
 #include "lex/pragma.h"
+#include "lex/sections.h"
 #include "lex/source_input.h"
 #include "lex/token_cache.h"
 #include "parse/attribute.h"
@@ -16,6 +17,7 @@
 #include "parse/decls_private.h"
 #include "parse/func_def.h"
 #include "parse/lookup.h"
+#include "parse/qn_pragma.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
 #include "parse/symbol_ref.h"
@@ -333,8 +335,13 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
   state->symbol = symbol;
   locator->symbol = symbol;
   note_definition(&decision, variable);
+  if (decision.is_definition || !symbol->declared)
+    apply_variable_block_section_specification(variable);
   set_name_linkage(&decision, symbol, &variable->source_corresp);
+  uint32_t old_modifiers = variable->decl_modifiers;
   update_variable_decl_modifiers(state);
+  if (variable->decl_modifiers != old_modifiers)
+    issue_modifier_pragmas(symbol, variable->decl_modifiers & ~old_modifiers);
   variable->declared_register |= state->storage_class == sc_register;
   attach_decl_attributes(state, symbol->declared);
   variable_asm_name(state, variable, was_defined);

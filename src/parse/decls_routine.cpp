@@ -12,12 +12,14 @@
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
 #include "lex/pragma.h"
+#include "lex/sections.h"
 #include "lex/token_cache.h"
 #include "parse/attribute.h"
 #include "parse/decls_private.h"
 #include "parse/expr.h"
 #include "parse/func_def.h"
 #include "parse/lookup.h"
+#include "parse/qn_pragma.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
 #include "parse/symbol_ref.h"
@@ -588,11 +590,16 @@ void decl_routine(a_symbol_locator *locator, a_decl_parse_state *state,
   locator->symbol = symbol;
   bool was_defined = routine->is_defined;
   note_routine_facts(&decision, symbol, routine);
+  if (decision.is_definition || !symbol->declared)
+    apply_routine_block_section_specification(routine);
   set_name_linkage(&decision, symbol, &routine->source_corresp);
   check_gnu_inline_agrees(&decision, symbol, routine);
   attach_decl_attributes(state, symbol->declared);
   update_inline_state(&decision, symbol, routine);
+  uint32_t old_modifiers = routine->decl_modifiers;
   update_routine_decl_modifiers(routine, state, &locator->position);
+  if (routine->decl_modifiers != old_modifiers)
+    issue_modifier_pragmas(symbol, routine->decl_modifiers & ~old_modifiers);
   set_asm_name(state, &routine->asm_name, was_defined);
   routine->visibility = visibility_with_default(routine->visibility, &routine->source_corresp);
   a_decl_position_supplement *supplement =

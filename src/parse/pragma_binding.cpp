@@ -243,11 +243,22 @@ static int depth_of_pragma_scope(bool at_file_scope)
   return depth;
 }
 
+// Those of a statement are kept by the statement, in the order of the source, and move with it.
+static void add_to_pragmas_of_statement(a_pragma *record, a_statement *statement)
+{
+  a_pragma **link = &statement->pragmas;
+  while (*link != nullptr)
+    link = &(*link)->next;
+  *link = record;
+  statement->has_associated_pragma = true;
+}
+
 void add_pragma_to_il(a_pending_pragma *pragma, unsigned char entry_kind, char *entry,
                       bool at_file_scope)
 {
   if (depth_scope_stack < 0) return;
   if (top_scope()->in_template_prototype) return;
+  bool is_for_statement = entry_kind == iek_statement;
   a_pragma *record = alloc_pragma(pragma->description->kind, entry);
   record->position = pragma->position;
   record->directive_position = pragma->directive_position;
@@ -257,11 +268,18 @@ void add_pragma_to_il(a_pending_pragma *pragma, unsigned char entry_kind, char *
   record->entity_kind = (an_il_entry_kind)entry_kind;
   record->entity = entry;
   record->is_bound = entry != nullptr;
-  if (entry_kind == iek_statement) ((a_statement *)entry)->has_associated_pragma = true;
-  bool entity_at_file_scope = entry != nullptr && entry_kind != iek_statement &&
-                              !((a_source_correspondence *)entry)->is_local;
-  add_to_pragma_list(record, depth_of_pragma_scope(at_file_scope || entity_at_file_scope));
   pragma->il_pragma = record;
+  if (is_for_statement) {
+    add_to_pragmas_of_statement(record, (a_statement *)entry);
+    return;
+  }
+  if (entry != nullptr) {
+    // It goes where the entity is: the record of a local one ends with its function.
+    a_source_correspondence *corresp = (a_source_correspondence *)entry;
+    corresp->assoc_pragmas_present = true;
+    at_file_scope = !corresp->is_local;
+  }
+  add_to_pragma_list(record, depth_of_pragma_scope(at_file_scope));
 }
 
 void create_il_entry_for_pragma(a_pending_pragma *pragma, a_symbol *symbol, a_statement *statement)

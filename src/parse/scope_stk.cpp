@@ -20,6 +20,7 @@
 #include "mem/registered_vars.h"
 #include "parse/exprutil.h"
 #include "parse/lookup.h"
+#include "parse/qn_pragma.h"
 #include "parse/scope_stk_parts.h"
 #include "parse/statements.h"
 
@@ -513,8 +514,6 @@ void push_template_declaration_scope(a_template_decl_info *decl_info, unsigned f
 //---------------------------------------------------------------------------------------------
 // Pop
 
-void (*process_c_pragma_hook)(a_pending_pragma *pragma);
-
 // Pragmas that wait for the end of the scope, in the order of the source.
 static void process_end_of_scope_pragmas(a_scope_stack_entry *entry)
 {
@@ -523,8 +522,8 @@ static void process_end_of_scope_pragmas(a_scope_stack_entry *entry)
   for (a_pending_pragma *pragma = list; pragma != nullptr; pragma = pragma->next) {
     if (pragma->description->phase != pragma_end_of_scope) {
       fputs("INTERNAL ERROR!  Cannot process pragma!\n", stderr);
-    } else if (process_c_pragma_hook != nullptr) {
-      process_c_pragma_hook(pragma);
+    } else {
+      process_c_pragma(pragma);
     }
   }
   free_pending_pragma_list(list);

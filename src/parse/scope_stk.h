@@ -227,8 +227,6 @@ void finish_function(a_routine *routine, a_scope *scope, bool eliminate, bool fi
 void finish_function_processing_for_memory_region(int region, bool only_if_inline);
 void lower_functions_waiting_for_module_id();
 
-// Runs a C pragma whose scope ends; installed by the pragma module of the target, null: none.
-extern void (*process_c_pragma_hook)(a_pending_pragma *pragma);
 
 // Pack expansion contexts of templates.
 bool any_packs_referenced();

@@ -514,9 +514,8 @@ static bool at_label()
     case '}': return false;
     default: break;
     }
-    if (is_id_char(*place)) return false;
   }
-  return next_token() == tok_colon;
+  return next_token() == tok_colon; // a name behind the identifier may be a macro of the colon
 }
 
 static void empty_statement()
@@ -624,7 +623,10 @@ void scan_statement()
   bool pragmas_wait = select_curr_construct_pragmas(false);
   a_statement **place = top_stmt_entry()->insertion_pointer;
   bool after_label = is_statement_label();
-  if (after_label) labels_in_front();
+  if (after_label) {
+    labels_in_front();
+    pragmas_wait |= select_curr_construct_pragmas(true);
+  }
   bool saved = directly_after_label;
   directly_after_label = after_label;
   dispatch_statement(after_label);

@@ -79,6 +79,20 @@ static void loop_body(a_statement **body, an_expr_node *condition)
   place_continue_label(body);
 }
 
+// Adds the statement inside the scope that it has of its own, and gives it what stood in front of it.
+static a_statement *begin_construct(a_statement_kind kind, const a_source_position *position,
+                                    bool *pushed)
+{
+  a_pending_pragma *pragmas = extract_curr_construct_pragmas(); // they wait in the scope around
+  *pushed = push_construct_scope();
+  a_statement *statement = add_statement_at_stmt_pos(kind, position);
+  if (pragmas != nullptr) {
+    reactivate_curr_construct_pragmas(pragmas);
+    process_curr_construct_pragmas(nullptr, statement);
+  }
+  return statement;
+}
+
 //---------------------------------------------------------------------------------------------
 // if
 
@@ -91,12 +105,11 @@ void if_statement()
 {
   a_source_position position = pos_curr_token;
   warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
-  bool pushed = push_construct_scope();
-  a_statement *statement = add_statement_at_stmt_pos(stmk_if, &position);
+  bool pushed;
+  a_statement *statement = begin_construct(stmk_if, &position, &pushed);
   push_stmt_entry(ssk_if, statement);
   get_token();
   statement->expr = parenthesized_condition();
-  process_curr_construct_pragmas(nullptr, statement);
   bool is_empty = is_empty_dependent_statement();
   a_source_position empty_position = pos_curr_token;
   add_stop_token(tok_else);
@@ -124,12 +137,11 @@ void if_statement()
 void while_statement()
 {
   a_source_position position = pos_curr_token;
-  bool pushed = push_construct_scope();
-  a_statement *statement = add_statement_at_stmt_pos(stmk_while, &position);
+  bool pushed;
+  a_statement *statement = begin_construct(stmk_while, &position, &pushed);
   open_loop(ssk_while, statement);
   get_token();
   statement->expr = parenthesized_condition();
-  process_curr_construct_pragmas(nullptr, statement);
   loop_body(&body_of(statement), statement->expr);
   close_loop(statement->expr);
   pop_construct_scope(pushed, statement);
@@ -138,11 +150,10 @@ void while_statement()
 void do_statement()
 {
   a_source_position position = pos_curr_token;
-  bool pushed = push_construct_scope();
-  a_statement *statement = add_statement_at_stmt_pos(stmk_do, &position);
+  bool pushed;
+  a_statement *statement = begin_construct(stmk_do, &position, &pushed);
   open_loop(ssk_do, statement);
   get_token();
-  process_curr_construct_pragmas(nullptr, statement);
   add_stop_token(tok_while);
   loop_body(&body_of(statement), nullptr);
   remove_stop_token(tok_while);
@@ -206,11 +217,11 @@ void for_statement()
   a_source_position position = pos_curr_token;
   bool has_scope = c99_mode || C_dialect == 2;
   a_statement *statement = add_statement_at_stmt_pos(stmk_for, &position);
+  process_curr_construct_pragmas(nullptr, statement);
   if (has_scope) push_for_init_scope();
   open_loop(ssk_for, statement);
   get_token();
   for_header(statement);
-  process_curr_construct_pragmas(nullptr, statement);
   loop_body(&body_of(statement), statement->expr);
   if (has_scope) {
     a_scope *scope = top_scope()->il_scope;
@@ -241,8 +252,8 @@ void switch_statement()
 {
   a_source_position position = pos_curr_token;
   warn_if_code_is_unreachable(ec_code_is_unreachable, &position);
-  bool pushed = push_construct_scope();
-  a_statement *statement = add_statement_at_stmt_pos(stmk_switch, &position);
+  bool pushed;
+  a_statement *statement = begin_construct(stmk_switch, &position, &pushed);
   push_stmt_entry(ssk_switch, statement);
   get_token();
   required_token(tok_lparen, ec_exp_lparen);
@@ -257,7 +268,6 @@ void switch_statement()
   if (check_misra_c_2004 && misra_hooks.is_expr_effectively_boolean(statement->expr, true)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_15_4, selector_position);
   }
-  process_curr_construct_pragmas(nullptr, statement);
   a_struct_stmt_stack_entry *entry = top_stmt_entry();
   entry->case_type = statement->expr->kind == enk_error ? nullptr : statement->expr->type;
   entry->switch_sequence = next_flow_sequence();
