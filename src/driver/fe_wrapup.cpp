@@ -117,10 +117,10 @@ static void finish_declarations_of_unit()
     call_if_present(check_class_linkage);
   }
   wrapup_scope(file_scope_of_unit(), sck_file, curr_translation_unit->scope_pointers, true, 0);
-  call_if_present(wrapup_namespace_scopes);
+  wrapup_namespace_scopes();
   if (is_cplusplus()) do_based_type_fixup();
   if (il_lowering_needed()) {
-    call_if_present(do_all_name_mangling, false);
+    do_all_name_mangling(false);
     call_if_present(externalize_entities_for_exported_templates, file_scope_of_unit());
   }
   if (is_cplusplus() && !prototype_instantiations_in_il) {

@@ -43,7 +43,6 @@ LATER void mark_secondary_trans_unit_IL_entities_used_from_primary_as_needed();
 LATER void copy_secondary_trans_unit_IL_to_primary();
 
 // Classes and namespaces of C++.
-LATER void wrapup_namespace_scopes();
 LATER void clean_up_all_object_lifetimes(a_scope *scope);
 LATER void enter_predeclared_type_info_classes();
 LATER void enter_predeclared_operator_new_and_delete();
@@ -58,11 +57,9 @@ LATER void check_scope_for_ulp_violations(a_scope *scope);
 LATER void lower_omp_one_time_init();
 LATER void lower_omp_trans_unit_init();
 LATER void name_lower_one_time_init();
-LATER void do_all_name_mangling(bool flag);
 LATER void do_final_name_mangling();
 LATER void clear_parent_information();
 LATER void name_lower_init();
-LATER void do_all_name_mangling(bool secondary_only);
 LATER void do_final_name_mangling();
 LATER void clear_parent_information();
 LATER void extasm_one_time_init();

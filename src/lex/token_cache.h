@@ -160,6 +160,9 @@ a_symbol *coalesce_and_lookup_qualified_name(unsigned flags, unsigned lookup_mod
                                              bool *error_found);
 a_symbol *coalesce_and_lookup_generalized_identifier(unsigned flags, unsigned lookup_mode,
                                                      bool *error_found);
+// At `~` of a destructor's name for an object of class_type (or a member of it): the name becomes one
+// identifier token.  281 for the name of another class; false, with a message, where no name follows.
+bool scan_destructor_name(a_type *class_type);
 void coalesce_template_class_reference(a_symbol *symbol, unsigned flags, bool *error_found);
 
 //---------------------------------------------------------------------------------------------

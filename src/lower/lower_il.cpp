@@ -8,6 +8,7 @@
 #include "driver/trans_unit.h"
 #include "errors/error.h"
 #include "lower/lower_c99.h"
+#include "lower/lower_cplusplus.h"
 #include "lower/lower_init.h"
 
 bool il_lowering_underway;
@@ -29,7 +30,11 @@ static void lower_openmp_in_region(int region)
 
 void lower_il_memory_region(int region)
 {
-  if (!il_lowering_needed() && c99_il_lowering_needed()) lower_c99_il_memory_region(region);
+  if (il_lowering_needed()) {
+    lower_cplusplus_il_memory_region(region);
+  } else if (c99_il_lowering_needed()) {
+    lower_c99_il_memory_region(region);
+  }
   lower_openmp_in_region(region);
   if (region == file_scope_region_number) il_header.il_is_lowered = true;
 }

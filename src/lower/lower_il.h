@@ -162,6 +162,9 @@ bool is_or_was_ptr_to_member_function_type(a_type *type);
 
 // --- Names ---------------------------------------------------------------------------------------
 
+// Gives the C++ entities of the unit in force their external names.
+void do_all_name_mangling(bool secondary_only);
+
 // With canonical_ids_used: each backslash of the names becomes an underscore.
 void rewrite_ucns_in_name(a_source_correspondence *corresp);
 char *alloc_lowered_name_string(size_t length);

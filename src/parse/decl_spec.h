@@ -152,7 +152,9 @@ struct a_decl_parse_state {
   a_source_position asm_name_position;
   a_symbol *symbol;                           // what the current declarator declared
   struct an_expression_cache *expression_cache;  // initializer that `auto` deduction read ahead
-  unsigned implicit_member_form;
+  unsigned implicit_member_form;              // what a synthesized member is, see class_implicit.cpp
+  int depth_above_declarator_scopes;          // 1 + depth of the stack below the scopes that a qualified
+                                              // name opened; 0: none
   uint32_t dll_flags;
 };
 

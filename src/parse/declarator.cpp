@@ -306,11 +306,80 @@ static a_type *build_type(a_declarator_scan *scan, a_type *base)
 //---------------------------------------------------------------------------------------------
 // The name.
 
+// The scope that the qualifier names is the one at hand: the qualifier says nothing.
+static bool qualifier_names_current_scope(const a_symbol_locator *locator)
+{
+  a_scope_stack_entry *entry = decl_scope();
+  if (locator->qualifier_is_class) {
+    return entry->kind == sck_class &&
+           identical_types(skip_typerefs(locator->qualifier.class_type), entry->assoc_type);
+  }
+  a_namespace *name_space = skip_namespace_aliases(locator->qualifier.name_space);
+  if (name_space == nullptr) return entry->kind == sck_file;
+  return entry->assoc_namespace == name_space;
+}
+
+static void drop_redundant_qualifier(a_declarator_scan *scan)
+{
+  a_symbol_locator *locator = scan->locator;
+  an_error_severity severity = strict_ansi_mode       ? es_discretionary_error
+                               : gcc_mode || gpp_mode ? es_remark
+                                                      : es_warning;
+  an_error_code code = ec_nonstd_qualifier_in_namespace_member_decl;
+  if (scan->options & dop_friend) {
+    code = ec_friend_qualification_ignored;
+  } else if (decl_scope()->kind == sck_file) {
+    code = ec_nonstd_qualifier_in_global_scope_decl;
+  } else if (severity >= es_discretionary_error) {
+    code = ec_qualifier_in_namespace_member_decl;
+  }
+  pos_diagnostic(severity, code, locator->position);
+  clear_qualifier_from_locator(locator);
+}
+
+// Parameters and the rest of the declaration see the names of the class or namespace.
+static void open_scope_of_name(a_declarator_scan *scan)
+{
+  a_symbol_locator *locator = scan->locator;
+  int depth = depth_scope_stack;
+  if (locator->qualifier_is_class) {
+    a_type *class_type = skip_typerefs(locator->qualifier.class_type);
+    if (!is_class_struct_union_type(class_type)) return;
+    if (class_supplement_of(class_type)->class_scope == nullptr) return;
+    push_class_reactivation_scope(class_type, false);
+  } else if (locator->qualifier.name_space != nullptr) {
+    f_push_namespace_reactivation_scope(locator->qualifier.name_space, false);
+  }
+  if (depth_scope_stack > depth) scan->state->depth_above_declarator_scopes = depth + 1;
+}
+
+static void qualified_name(a_declarator_scan *scan)
+{
+  if (!(scan->options & dop_reactivate_scopes)) {
+    pos_error(ec_qualified_name_not_allowed, scan->locator->position);
+    scan->locator->header = nullptr;
+    return;
+  }
+  if (qualifier_names_current_scope(scan->locator)) {
+    drop_redundant_qualifier(scan);
+  } else {
+    open_scope_of_name(scan);
+  }
+}
+
+void close_declarator_scopes(a_decl_parse_state *state)
+{
+  if (state->depth_above_declarator_scopes == 0) return;
+  pop_scopes_above(state->depth_above_declarator_scopes - 1);
+  state->depth_above_declarator_scopes = 0;
+}
+
 static void take_name(a_declarator_scan *scan)
 {
   *scan->locator = locator_for_curr_id;
   scan->locator->symbol = nullptr;
   scan->locator->position = pos_curr_token;
+  if (has_written_qualifier(scan->locator)) qualified_name(scan);
   scan->name_seen = true;
   scan->state->declarator_flags |= df_has_name;
   if (scan->state->in_parens) scan->state->declarator_flags |= df_is_declared_in_parens;
@@ -330,6 +399,10 @@ static bool name_start()
 static bool coalesced_name()
 {
   if (C_dialect != 2) return true;
+  if (curr_token == tok_compl) {
+    a_scope_stack_entry *entry = decl_scope();
+    return scan_destructor_name(entry->kind == sck_class ? entry->assoc_type : nullptr);
+  }
   if (!f_is_generalized_identifier_start(gid_destructor_name_allowed | gid_in_declaration,
                                          nullptr)) {
     return curr_token == tok_identifier;

@@ -33,6 +33,9 @@ enum a_declarator_option : uint32_t {
 void declarator(uint32_t options, a_decl_parse_state *state, a_type *bottom_type,
                 a_symbol_locator *locator, a_func_info_block *func_info,
                 a_decl_pos_block *pos_block);
+// Closes the scopes that the declarator's qualified name opened: the caller of declarator() calls it
+// once initializer or body are read.
+void close_declarator_scopes(a_decl_parse_state *state);
 void scan_lambda_declarator(a_lambda *lambda, a_decl_parse_state *state,
                             a_func_info_block *func_info, a_decl_pos_block *pos_block);
 

@@ -242,6 +242,7 @@ static bool one_declarator(const a_declaration_context *context, a_decl_parse_st
   } else {
     object_declaration(&locator, state, is_first, pos_block);
   }
+  close_declarator_scopes(state);
   free_param_id_list(&func_info);
   return ended;
 }

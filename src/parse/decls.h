@@ -104,6 +104,16 @@ bool report_missing_type_specifier(a_source_position *position, a_type **type, b
                                    bool is_parameter, bool is_member, bool report);
 // Arrays and functions decay; void and bad types get their message and become the error type.
 void check_and_adjust_parameter_type(a_type **type, a_source_position *position);
+// C++: the parameter types, the ellipsis included, are the same but for top-level qualifiers; so are
+// the qualifiers of `this`.
+bool same_parameter_types(a_type *a, a_type *b);
+bool this_param_types_correspond(a_type *a, a_type *b);
+// The function with the parameter types of `type` in an overload set, or the single function `symbol`
+// if it has them (the using-declaration's projection for one that it brought in); null if there is none.
+a_symbol *find_function_of_type(a_symbol *symbol, a_type *type);
+// 313: the two differ in the return type alone.  True after the message.
+bool conflicts_with_previous_function_decl(a_type *new_type, a_symbol *old_symbol,
+                                           a_source_position *position);
 bool check_operator_function_params(a_type *type, a_type *class_type, a_symbol_locator *locator);
 void check_exception_specification(a_type *new_type, a_symbol *old_symbol,
                                    a_source_position *position, bool is_redeclaration);

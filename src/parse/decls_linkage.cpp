@@ -141,6 +141,13 @@ static a_symbol *file_scope_symbol(a_symbol_locator *locator)
   return nullptr;
 }
 
+static bool is_linked_entity(a_symbol *symbol)
+{
+  if (symbol == nullptr) return false;
+  if (symbol->kind == sk_overloaded_function) return !symbol->is_class_member;
+  return symbol_is_object_or_routine(symbol) && has_linkage(symbol);
+}
+
 // A block-scope declaration of something external: the same block's, a visible one, the file's, or
 // what another block declared.
 static void find_prior_of_block_extern(a_decl_decision *decision)
@@ -151,18 +158,36 @@ static void find_prior_of_block_extern(a_decl_decision *decision)
   copy = *decision->locator;
   copy.symbol = nullptr;
   a_symbol *visible = normal_id_lookup(&copy, lo_type_only);
-  if (visible == nullptr || !symbol_is_object_or_routine(visible) || !has_linkage(visible)) {
+  if (!is_linked_entity(visible)) {
     visible = file_scope_symbol(decision->locator);
-    if (visible && (!symbol_is_object_or_routine(visible) || !has_linkage(visible))) {
-      visible = nullptr;
-    }
+    if (!is_linked_entity(visible)) visible = nullptr;
+  }
+  if (C_dialect == 2 && visible != nullptr && visible->kind == sk_overloaded_function) {
+    visible = find_function_of_type(visible, decision->type);
   }
   decision->visible_symbol = visible;
   decision->prior_extern_symbol = find_external_symbol(decision->locator->header);
 }
 
+// Which function of the name this is; a new one joins the set that `overload_head` leads to.
+static void settle_overloads(a_decl_decision *decision)
+{
+  a_symbol *prior = decision->prior_symbol;
+  if (prior == nullptr || C_dialect != 2) return;
+  bool is_function = prior->kind == sk_overloaded_function || is_routine_symbol(prior);
+  decision->prior_symbol = prior_among_overloads(decision);
+  if (is_function && decision->prior_symbol == nullptr) decision->overload_head = prior;
+}
+
 static void find_prior(a_decl_decision *decision)
 {
+  if (C_dialect == 2 && has_written_qualifier(decision->locator)) {
+    decision->is_qualified = true;
+    decision->at_block_level = false;
+    decision->is_unusable =
+        decision->locator->header == nullptr || !find_prior_of_qualified_name(decision);
+    return;
+  }
   if (decision->locator->header == nullptr || decision->locator->is_qualified) return;
   if (decision->at_block_level && decision->lookup_depth >= 0) {
     find_prior_of_block_extern(decision);
@@ -171,6 +196,7 @@ static void find_prior(a_decl_decision *decision)
   a_symbol_locator copy = *decision->locator;
   copy.symbol = nullptr;
   decision->prior_symbol = curr_scope_id_lookup(&copy, lo_none);
+  if (decision->routine != nullptr) settle_overloads(decision);
   // A predeclared function is a function of another file: it is no prior declaration of anything
   // else.
   bool same_function = decision->routine && decision->storage_class != sc_static;
@@ -178,7 +204,8 @@ static void find_prior(a_decl_decision *decision)
       is_unused_predeclared_function(decision->prior_symbol)) {
     decision->prior_symbol = nullptr;
   }
-  if (decision->lookup_depth >= 0 && decision->prior_symbol == nullptr) {
+  if (decision->lookup_depth >= 0 && decision->prior_symbol == nullptr &&
+      decision->overload_head == nullptr) {
     decision->prior_extern_symbol = find_external_symbol(decision->locator->header);
   }
 }

@@ -133,10 +133,17 @@ static void note_definition(a_decl_decision *decision, a_variable *variable)
 // A further declaration of the object of `prior`, in the same scope.
 static a_symbol *redeclare(a_decl_decision *decision, a_symbol *prior)
 {
-  if (prior->kind != sk_variable) return incompatible_with(decision, prior);
+  bool is_member = prior->kind == sk_static_data_member;
+  if (prior->kind != sk_variable && !is_member) return incompatible_with(decision, prior);
   a_variable *variable = variable_of_symbol(prior);
-  if (!merge_types(variable, decision->type)) return incompatible_with(decision, prior);
-  reconcile_linkage(decision, prior, variable);
+  if (is_member) {
+    if (!reconcile_static_data_member_types(prior, decision->type, &decision->locator->position)) {
+      return replacement_symbol(decision);
+    }
+  } else {
+    if (!merge_types(variable, decision->type)) return incompatible_with(decision, prior);
+    reconcile_linkage(decision, prior, variable);
+  }
   if (C_dialect == 2 && decision->is_definition && prior->defined) {
     pos_sy_error(ec_already_defined, decision->locator->position, prior);
     return replacement_symbol(decision);
@@ -209,12 +216,13 @@ static a_symbol *declare_block_extern(a_decl_decision *decision)
 
 static a_symbol *symbol_for_variable(a_decl_decision *decision)
 {
+  if (decision->is_unusable) return replacement_symbol(decision);
   if (decision->linkage != idl_none && decision->at_block_level) {
     return declare_block_extern(decision);
   }
   a_symbol *prior = decision->prior_symbol;
   if (prior && decision->linkage != idl_none &&
-      (prior->kind == sk_variable || prior->kind == sk_routine)) {
+      (prior->kind == sk_variable || prior->kind == sk_routine || decision->is_qualified)) {
     return redeclare(decision, prior);
   }
   if (decision->prior_extern_symbol && decision->linkage != idl_none) {
@@ -391,6 +399,16 @@ static void check_object_specifiers(a_symbol_locator *locator, a_decl_parse_stat
   }
 }
 
+// A static data member's storage class stands in its class.
+static void check_storage_class_of_member(a_decl_parse_state *state)
+{
+  if (state->storage_class == sc_unspecified) return;
+  bool tolerated = state->storage_class == sc_extern && (gcc_mode || gpp_mode);
+  pos_diagnostic(tolerated ? es_warning : es_error, ec_storage_class_not_allowed,
+                 state->storage_class_position);
+  state->storage_class = state->effective_storage_class = sc_unspecified;
+}
+
 // `register` at file scope is a storage class only with the name of a register behind it.
 static void settle_storage_class(a_decl_parse_state *state)
 {
@@ -475,6 +493,7 @@ void object_declaration(a_symbol_locator *locator, a_decl_parse_state *state, bo
                         a_decl_pos_block *pos_block)
 {
   check_object_specifiers(locator, state);
+  if (locator->qualifier_is_class) check_storage_class_of_member(state);
   settle_storage_class(state);
   if (curr_token == tok_at_sign) {
     while (curr_token != tok_semicolon && curr_token != tok_comma && curr_token != tok_assign &&

@@ -8,6 +8,7 @@ struct a_decl_decision {
   a_decl_parse_state *state;
   a_symbol *prior_symbol;         // the declaration in the same scope
   a_symbol *prior_extern_symbol;  // of name space 5: a block-scope extern declaration somewhere
+  a_symbol *overload_head;        // C++: functions of the name with other parameter types
   a_symbol *visible_symbol;       // block-scope extern: the visible declaration with linkage
   int lookup_depth;               // scope whose entities match, -1 for none
   a_storage_class storage_class;
@@ -21,6 +22,8 @@ struct a_decl_decision {
   bool in_implicit_extern_c : 1;
   bool has_explicit_linkage : 1;
   bool is_implicit : 1;           // a function declared by a call
+  bool is_qualified : 1;          // C++: declared by a qualified name
+  bool is_unusable : 1;           // the qualified name means nothing: reported
   an_id_linkage_kind linkage;
   a_name_linkage_kind name_linkage;
 };
@@ -41,6 +44,16 @@ bool symbol_is_object_or_routine(const a_symbol *symbol);
 unsigned visibility_with_default(unsigned visibility, const a_source_correspondence *corresp);
 // An asm name of the declarator for a variable or routine; 1882, 1586.
 void set_asm_name(a_decl_parse_state *state, const char **asm_name, bool was_defined);
+
+// decls_overload.cpp
+// The member of an overload set (or the function) that a C++ declaration with the decision's type
+// redeclares; null for a new function.  Symbols of other kinds come back as they are.  340 for a
+// second function with C linkage.
+a_symbol *prior_among_overloads(a_decl_decision *decision);
+// What the qualified name at hand was declared as: sets prior_symbol, and the `this` class of the
+// decision's type.  False, with a message, where the scope has no such member (284, 136, 300, 745, 148,
+// 248, 71); 553 and 758 for a wrong place.
+bool find_prior_of_qualified_name(a_decl_decision *decision);
 
 // decls_object.cpp: a declarator that isn't a function or typedef; the current token is behind it.
 void object_declaration(a_symbol_locator *locator, a_decl_parse_state *state, bool is_last,

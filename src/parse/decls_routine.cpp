@@ -100,21 +100,60 @@ static void check_parameter_names(a_type *old_type, a_type *new_type)
   }
 }
 
-// Default arguments of both declarations go into one list (C++).
-static void merge_default_arguments(a_type *old_type, a_type *new_type)
+// 308: behind a parameter with a default argument all have one.
+static void check_for_gap_in_default_arguments(a_type *type)
 {
-  if (C_dialect != 2) return;
-  a_param_type *old_param = param_types_of(old_type);
-  a_param_type *new_param = param_types_of(new_type);
-  for (; old_param && new_param; old_param = old_param->next, new_param = new_param->next) {
-    if (!old_param->has_default_arg) continue;
-    if (new_param->has_default_arg) {
-      pos_error(ec_default_arg_already_defined, new_param->position);
+  bool seen = false;
+  for (a_param_type *param = param_types_of(type); param; param = param->next) {
+    if (param->has_default_arg) {
+      seen = true;
+    } else if (seen) {
+      pos_error(ec_default_arg_not_at_end, param->position);
+      return;
+    }
+  }
+}
+
+// Default arguments of both declarations go into the list of `to` (C++ 8.3.6p4).
+static void merge_default_arguments(a_type *from, a_type *to)
+{
+  a_param_type *from_param = param_types_of(from);
+  a_param_type *to_param = param_types_of(to);
+  bool added = false;
+  for (; from_param && to_param; from_param = from_param->next, to_param = to_param->next) {
+    if (!from_param->has_default_arg) continue;
+    if (to_param->has_default_arg) {
+      pos_error(ec_default_arg_already_defined, from_param->position.seq > to_param->position.seq
+                                                    ? from_param->position
+                                                    : to_param->position);
       continue;
     }
-    new_param->has_default_arg = true;
-    new_param->default_arg_expr = old_param->default_arg_expr;
+    to_param->has_default_arg = true;
+    to_param->default_arg_expr = from_param->default_arg_expr;
+    to_param->default_arg_unevaluated = from_param->default_arg_unevaluated;
+    added = true;
   }
+  if (added) check_for_gap_in_default_arguments(to);
+}
+
+// C++: both types are the same; the definition's names its parameters as the body does.
+static void take_newer_type(a_routine *routine, a_type *new_type, bool is_definition)
+{
+  a_type *old_type = skip_typerefs(routine->type);
+  new_type = skip_typerefs(new_type);
+  if (old_type == new_type || old_type->kind != tk_routine || new_type->kind != tk_routine) return;
+  if (!is_definition) {
+    merge_default_arguments(new_type, old_type);
+    return;
+  }
+  merge_default_arguments(old_type, new_type);
+  a_routine_type_supplement *old_supplement = routine_supplement_of(old_type);
+  a_routine_type_supplement *supplement = routine_supplement_of(new_type);
+  supplement->this_class = old_supplement->this_class;
+  if (supplement->exception_specification == nullptr) {
+    supplement->exception_specification = old_supplement->exception_specification;
+  }
+  routine->type = new_type;
 }
 
 bool reconcile_routine_types(a_routine *routine, a_type *new_type, bool is_definition,
@@ -126,9 +165,12 @@ bool reconcile_routine_types(a_routine *routine, a_type *new_type, bool is_defin
     return false;
   }
   check_parameter_names(old_type, new_type);
-  merge_default_arguments(old_type, new_type);
-  routine->type = composite_type(new_type, old_type);
-  (void)is_definition, (void)in_same_file_scope, (void)state;
+  if (C_dialect == 2) {
+    take_newer_type(routine, new_type, is_definition);
+  } else {
+    routine->type = composite_type(new_type, old_type);
+  }
+  (void)in_same_file_scope, (void)state;
   return true;
 }
 
@@ -320,10 +362,35 @@ static bool replaces_extern_inline(a_decl_decision *decision, a_symbol *prior, a
   return true;
 }
 
+// Outside of its class a member function is only defined (C++ 9.3p2), and only if the class declares it.
+static bool redeclaration_of_member_ok(a_decl_decision *decision, a_symbol *prior,
+                                       a_routine *routine)
+{
+  if (!decision->is_qualified || prior->kind != sk_member_function) return true;
+  if (decision->state->specifier_flags & sf_is_friend) return true;
+  if (routine->is_compiler_generated) {
+    pos_error(ec_definition_of_implicitly_declared_function, decision->locator->position);
+    return false;
+  }
+  if (!decision->is_definition) {
+    pos_sy_error(ec_member_function_redecl_outside_class, decision->locator->position, prior);
+    return false;
+  }
+  return true;
+}
+
 static a_symbol *redeclare(a_decl_decision *decision, a_symbol *prior)
 {
   if (!is_routine_symbol(prior)) return incompatible_with(decision, prior);
   a_routine *routine = routine_of_symbol(prior);
+  if (C_dialect == 2 &&
+      conflicts_with_previous_function_decl(decision->type, prior, &decision->locator->position)) {
+    return replacement_symbol(decision);
+  }
+  if (!redeclaration_of_member_ok(decision, prior, routine)) return replacement_symbol(decision);
+  if (C_dialect == 2) {
+    check_exception_specification(decision->type, prior, &decision->locator->position, true);
+  }
   if (!merge_types(decision, prior, routine)) return incompatible_with(decision, prior);
   if (decision->is_definition && (routine->is_defined || prior->defined) &&
       !replaces_extern_inline(decision, prior, routine)) {
@@ -331,7 +398,8 @@ static a_symbol *redeclare(a_decl_decision *decision, a_symbol *prior)
     return replacement_symbol(decision);
   }
   routine = routine_of_symbol(prior);
-  reconcile_linkage(decision, prior, routine);
+  if (prior->kind != sk_member_function) reconcile_linkage(decision, prior, routine);
+  if (!(decision->state->specifier_flags & sf_is_friend)) prior->is_invisible = false;
   decision->locator->symbol = prior;
   return prior;
 }
@@ -406,8 +474,19 @@ static a_symbol *declare_in_block(a_decl_decision *decision)
   return symbol;
 }
 
+// C++: a further function of the name, with other parameter types.
+static a_symbol *add_overload(a_decl_decision *decision)
+{
+  a_symbol *set = nullptr;
+  a_symbol *symbol = enter_overloaded_symbol(sk_routine, decision->locator, decl_scope_level,
+                                             decision->overload_head, &set);
+  make_routine_for(decision, symbol);
+  return symbol;
+}
+
 static a_symbol *symbol_for_routine(a_decl_decision *decision)
 {
+  if (decision->is_unusable) return replacement_symbol(decision);
   if (decision->at_block_level) return declare_in_block(decision);
   a_symbol *prior = decision->prior_symbol;
   if (prior && (is_routine_symbol(prior) || prior->kind == sk_variable)) {
@@ -416,6 +495,7 @@ static a_symbol *symbol_for_routine(a_decl_decision *decision)
   if (decision->prior_extern_symbol) {
     return declare_known_external(decision, decision->prior_extern_symbol);
   }
+  if (decision->overload_head) return add_overload(decision);
   a_symbol *symbol = enter_symbol(sk_routine, decision->locator, decl_scope_level, false);
   make_routine_for(decision, symbol);
   return symbol;
@@ -538,8 +618,8 @@ static void check_void_return(const a_decl_decision *decision)
 static a_type *type_without_function_qualifiers(a_decl_decision *decision)
 {
   a_type *type = skip_typerefs(decision->type);
-  if (type->kind != tk_routine || routine_supplement_of(type)->this_qualifiers == 0 ||
-      decision->in_class) {
+  bool is_member = decision->in_class || decision->locator->qualifier_is_class;
+  if (type->kind != tk_routine || routine_supplement_of(type)->this_qualifiers == 0 || is_member) {
     return decision->type;
   }
   pos_error(ec_bad_qualified_function_type, decision->locator->position);
@@ -630,6 +710,17 @@ a_symbol *declare_implicit_routine(a_symbol_locator *locator)
 
 //---------------------------------------------------------------------------------------------
 // The function path of a declaration.
+
+// A member's storage class stands in its class.
+static void check_storage_class_of_member(a_decl_parse_state *state)
+{
+  if (state->storage_class == sc_unspecified) return;
+  bool tolerated = state->storage_class == sc_static && !extern_inline_allowed &&
+                   (state->specifier_flags & sf_is_inline);
+  pos_diagnostic(tolerated ? es_warning : es_error, ec_storage_class_not_allowed,
+                 state->storage_class_position);
+  state->storage_class = state->effective_storage_class = sc_unspecified;
+}
 
 static void check_function_storage_class(a_decl_parse_state *state)
 {
@@ -734,6 +825,7 @@ bool routine_declaration(a_symbol_locator *locator, a_decl_parse_state *state,
   if (C_dialect != 2 && state->type_qualifiers && is_function_type(state->type_specifier)) {
     pos_warning(ec_useless_type_qualifiers, state->qualified_position);
   }
+  if (locator->qualifier_is_class) check_storage_class_of_member(state);
   check_function_storage_class(state);
   bool is_inline = (state->specifier_flags & sf_is_inline) != 0;
   if (names_main(locator, state)) {

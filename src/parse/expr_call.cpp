@@ -174,9 +174,20 @@ static void check_sentinel(an_arg_check_block *block, a_source_position *close_p
   }
 }
 
+// C++: the default arguments of the parameters that are left.
+static void add_default_arguments(an_arg_check_block *block)
+{
+  while (block->next_param != nullptr && block->next_param->has_default_arg &&
+         block->next_param->default_arg_expr != nullptr) {
+    append_argument_node(copy_expr_tree(block->next_param->default_arg_expr, true), block);
+    block->next_param = block->next_param->next;
+  }
+}
+
 void finish_call_argument_processing(an_arg_check_block *block, a_source_position *close_pos)
 {
   if (block->is_error_call) return;
+  add_default_arguments(block);
   if (!block->parameters_given_up) {
     if (block->prototyped && block->next_param != nullptr) {
       expr_pos_error(ec_too_few_arguments, *close_pos);
@@ -338,7 +349,9 @@ static an_expr_node *make_call_node(an_operand *function, an_expr_node *argument
 // A class result of incomplete type can't be returned; void can.
 static a_type *return_type_of_call(a_type *routine_type, a_source_position *pos)
 {
-  a_type *type = rvalue_type(return_type_of(routine_type));
+  a_type *type = return_type_of(routine_type);
+  if (is_any_reference_type(type)) return type;
+  type = rvalue_type(type);
   if (is_incomplete_type(type) && !is_void_type(type) && expr_stack->code_is_generated) {
     expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, *pos, type);
     return error_type();
@@ -393,6 +406,7 @@ static void finish_call(an_operand *function, a_routine *routine, an_arg_check_b
     make_error_operand(result);
   } else {
     make_expression_operand(node, result);
+    if (is_any_reference_type(return_type)) add_reference_indirection(result);
     if (foldable) fold_builtin_call_if_possible(routine, block->result_list, result);
   }
   if (result->kind == ok_expression && in_constant_context() && expr_stack->value_required) {

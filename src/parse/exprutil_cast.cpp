@@ -219,6 +219,10 @@ static bool lax_pointer_conversion(an_operand *operand, a_type *type)
 static void general_conversion(an_operand *operand, a_type *type, bool is_argument,
                                an_error_code code, a_source_position *pos)
 {
+  if (is_any_reference_type(type)) {
+    bind_reference_operand(operand, type, code, pos);
+    return;
+  }
   do_operand_transformations(operand, ot_leave_indefinite_functions);
   normalize_error_operand(operand);
   if (operand->kind == ok_error) return;

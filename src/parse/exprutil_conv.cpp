@@ -387,10 +387,12 @@ void eliminate_unusual_operand_kinds(an_operand *operand)
 void add_reference_indirection(an_operand *operand)
 {
   an_operand saved = *operand;
+  // Whatever happens to the object, the reference itself is read.
+  change_some_ref_kinds(operand->ref_entries, rk_plain, rk_read);
   an_expr_node *node = make_node_from_operand(operand);
   node->is_lvalue = false;
   make_lvalue_expression_operand(add_ref_indirection_to_node(node), operand);
-  restore_operand_details_incl_ref(operand, &saved);
+  restore_operand_details(operand, &saved);
   restore_operand_id_details(operand, &saved);
 }
 

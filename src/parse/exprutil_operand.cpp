@@ -282,6 +282,10 @@ void make_field_operand(a_field *field, an_operand *object, bool is_arrow,
   }
   node->expr_range.start = start;
   node->expr_range.end = result->end_position;
+  if (is_any_reference_type(field->type)) {
+    node->type = field->type;
+    add_reference_indirection(result);
+  }
 }
 
 // -------------------------------------------------------------------------------------------------

@@ -13,12 +13,10 @@
 #include "lex/cached_token.h"
 #include "lex/lexical.h"
 #include "lex/token_cache.h"
+#include "parse/decls.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
-
-// qualifier_bits of a locator.
-enum : unsigned { qb_global = 1, qb_qualified = 2, qb_coalesced = 4 };
 
 // What the name's first token was: the coalesced token takes it over.
 struct a_first_token {
@@ -55,6 +53,9 @@ static void give_first_token(const a_first_token *first)
 static a_symbol *look_up_in(const a_name_qualification *qualification, unsigned options)
 {
   a_symbol_locator *locator = &locator_for_curr_id;
+  if (qualification->class_type != nullptr && is_enum_type(qualification->class_type)) {
+    return enum_qualified_id_lookup(locator, qualification->class_type);
+  }
   if (qualification->class_type != nullptr) {
     return class_qualified_id_lookup(locator, qualification->class_type, options);
   }
@@ -120,9 +121,24 @@ static bool scan_global_qualifier(a_name_qualification *qualification)
   return true;
 }
 
-// Takes qualifiers "A::" as long as they follow.  Returns false if the chain ends in no identifier.
-static bool scan_qualifiers(a_name_qualification *qualification)
+static bool scan_operator_name(unsigned flags);
+
+// Behind a qualifier: the name of an operator function or a destructor.
+static bool scan_special_name(const a_name_qualification *qualification, unsigned flags)
 {
+  if (curr_token == tok_operator) {
+    scan_operator_name(flags);
+    return true;
+  }
+  bool is_destructor = curr_token == tok_compl && (flags & gid_destructor_name_allowed) &&
+                       qualification->class_type != nullptr;
+  return is_destructor && scan_destructor_name(qualification->class_type);
+}
+
+// Takes qualifiers "A::" as long as they follow.  Returns false if the chain ends in no identifier.
+static bool scan_qualifiers(a_name_qualification *qualification, unsigned flags)
+{
+  if (scan_special_name(qualification, flags)) return true;
   while (curr_token == tok_identifier) {
     a_token_kind second;
     if (next_two_tokens(tok_colon_colon, &second) != tok_colon_colon) return true;
@@ -135,8 +151,123 @@ static bool scan_qualifiers(a_name_qualification *qualification)
       locator_for_curr_id = cleared_locator;
       return true;
     }
+    if (scan_special_name(qualification, flags)) return true;
   }
   return false;
+}
+
+//---------------------------------------------------------------------------------------------
+// Names of operators, conversions and destructors
+//---------------------------------------------------------------------------------------------
+
+static an_opname_kind opname_kind_of_token()
+{
+  static const a_token_kind tokens[num_opname_kinds] = {
+#define OPNAME(kind, text, token) token,
+#include "parse/opnames.def"
+  };
+  for (unsigned kind = onk_plus; kind < num_opname_kinds; ++kind) {
+    if (tokens[kind] != tok_error && tokens[kind] == curr_token) return (an_opname_kind)kind;
+  }
+  return onk_none;
+}
+
+// `()` or `[]`; the closing token becomes current.
+static an_opname_kind bracketed_opname(an_opname_kind kind, a_token_kind closing,
+                                       an_error_code code)
+{
+  if (next_token() != closing) {
+    pos_error(code, pos_curr_token);
+    return kind;
+  }
+  get_token();
+  return kind;
+}
+
+// `new` or `delete`, with `[]` or without.
+static an_opname_kind allocation_opname(an_opname_kind plain, an_opname_kind array)
+{
+  a_token_kind second = tok_error;
+  if (next_two_tokens(tok_lbracket, &second) != tok_lbracket || second != tok_rbracket) {
+    return plain;
+  }
+  get_token();
+  get_token();
+  return array;
+}
+
+// Behind `operator`: the last token of the operator becomes current.
+static an_opname_kind scan_opname()
+{
+  switch (curr_token) {
+  case tok_new: return allocation_opname(onk_new, onk_array_new);
+  case tok_delete: return allocation_opname(onk_delete, onk_array_delete);
+  case tok_lparen: return bracketed_opname(onk_call, tok_rparen, ec_exp_rparen);
+  case tok_lbracket: return bracketed_opname(onk_subscript, tok_rbracket, ec_exp_rbracket);
+  default: return opname_kind_of_token();
+  }
+}
+
+// At `operator`: the name becomes one identifier token.  False, with a message, where no operator and
+// no type follows.
+static bool scan_operator_name(unsigned flags)
+{
+  a_source_position position = pos_curr_token;
+  get_token();
+  an_opname_kind kind = scan_opname();
+  if (kind != onk_none) {
+    curr_token = tok_identifier;
+    make_opname_locator(kind, &locator_for_curr_id, &position);
+    return true;
+  }
+  if (!is_type_start(0)) {
+    if ((flags & gid_no_diagnostics) == 0) pos_error(ec_exp_operator, pos_curr_token);
+    unget_token();
+    curr_token = tok_identifier;
+    locator_for_curr_id = cleared_locator;
+    locator_for_curr_id.position = position;
+    locator_for_curr_id.is_qualified = true;
+    return false;
+  }
+  a_type *type = nullptr;
+  a_source_position type_position;
+  scan_conversion_operator(&type_position, false, nullptr, &type);
+  unget_token();
+  curr_token = tok_identifier;
+  make_type_conversion_locator(type, &locator_for_curr_id, &position);
+  return true;
+}
+
+bool scan_destructor_name(a_type *class_type)
+{
+  a_source_position position = pos_curr_token;
+  get_token();
+  if (curr_token != tok_identifier) {
+    syntax_error(ec_exp_identifier);
+    return false;
+  }
+  a_symbol *class_symbol =
+      class_type != nullptr ? skip_typerefs(class_type)->source_corresp.assoc_symbol : nullptr;
+  bool names_class = class_symbol != nullptr && locator_for_curr_id.header == class_symbol->header;
+  if (!names_class && class_symbol != nullptr) {
+    a_symbol_locator locator = locator_for_curr_id;
+    a_symbol *symbol = normal_id_lookup(&locator, lo_class_only);
+    names_class = symbol != nullptr && is_type_symbol(symbol) &&
+                  identical_types(skip_typerefs(type_of_symbol(symbol)), skip_typerefs(class_type));
+  }
+  if (!names_class) {
+    pos_error(ec_bad_destructor_decl, pos_curr_token);
+    locator_for_curr_id = cleared_locator;
+    locator_for_curr_id.position = position;
+    locator_for_curr_id.is_qualified = true;
+    return true;
+  }
+  a_symbol_locator locator = cleared_locator;
+  change_to_destructor_or_finalizer_locator(&locator, class_symbol);
+  locator.position = position;
+  locator.symbol = nullptr;
+  locator_for_curr_id = locator;
+  return true;
 }
 
 //---------------------------------------------------------------------------------------------
@@ -154,12 +285,14 @@ bool f_is_generalized_identifier_start(unsigned flags, a_type *scope_hint)
   if (curr_token == tok_identifier && (locator_for_curr_id.qualifier_bits & qb_coalesced) != 0) {
     return true;
   }
-  if (curr_token != tok_identifier && curr_token != tok_colon_colon) return false;
+  if (curr_token != tok_identifier && curr_token != tok_colon_colon && curr_token != tok_operator) {
+    return false;
+  }
   a_first_token first;
   a_name_qualification qualification = {};
   remember_first_token(&first);
   if (curr_token == tok_colon_colon && !scan_global_qualifier(&qualification)) return false;
-  if (!scan_qualifiers(&qualification)) {
+  if (!scan_qualifiers(&qualification, flags)) {
     if (!qualification.is_qualified) return false;
     make_error_identifier(flags);
   }

@@ -159,15 +159,24 @@ static bool namespace_is_on_stack(a_namespace *name_space)
   return false;
 }
 
+// Pops what was pushed since the stack had that depth.
+void pop_scopes_above(int depth)
+{
+  while (depth_scope_stack > depth)
+    pop_scope();
+}
+
 // Enters the enclosing namespaces first; what is open already is entered again only at the end.
 void f_push_namespace_reactivation_scope(a_namespace *name_space, bool flag)
 {
+  int depth = depth_scope_stack;
   name_space = skip_namespace_aliases(name_space);
   a_namespace *parent = parent_namespace_of(&name_space->source_corresp);
   if (parent != nullptr && !namespace_is_on_stack(parent)) {
     f_push_namespace_reactivation_scope(parent, flag);
   }
   push_namespace_entry(sck_namespace_reactivation, name_space);
+  top_scope()->depth_before_reactivation = depth;
   activate_using_directives_of(name_space, depth_scope_stack);
 }
 
@@ -182,12 +191,24 @@ void pop_namespace_extension_scope()
 
 void pop_namespace_reactivation_scope()
 {
-  a_namespace *parent = parent_namespace_of(&top_scope()->assoc_namespace->source_corresp);
-  pop_scope();
-  bool parent_was_pushed = parent != nullptr && depth_scope_stack >= 0 &&
-                           top_scope()->kind == sck_namespace_reactivation &&
-                           top_scope()->assoc_namespace == parent;
-  if (parent_was_pushed) pop_namespace_reactivation_scope();
+  pop_scopes_above(top_scope()->depth_before_reactivation);
+}
+
+// The end-of-file checks of a namespace's names, and of those inside it.
+static void wrapup_namespaces_of(a_scope *scope)
+{
+  for (a_namespace *name_space = scope->namespaces; name_space; name_space = name_space->next) {
+    if (name_space->is_alias || name_space->variant.scope == nullptr) continue;
+    a_scope *inner = name_space->variant.scope;
+    a_scope_pointers_block *block = &supplement_of_namespace(name_space)->pointers_block;
+    wrapup_namespaces_of(inner);
+    wrapup_scope(inner, sck_namespace, block, true, 0);
+  }
+}
+
+void wrapup_namespace_scopes()
+{
+  wrapup_namespaces_of(curr_translation_unit->primary_scope);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -208,6 +229,7 @@ static bool class_is_on_stack(a_type *class_type)
 
 void push_class_reactivation_scope(a_type *class_type, bool flag)
 {
+  int depth = depth_scope_stack;
   class_type = skip_typerefs(class_type);
   a_type *parent = parent_class_of(&class_type->source_corresp);
   a_namespace *name_space = parent_namespace_of(&class_type->source_corresp);
@@ -220,6 +242,7 @@ void push_class_reactivation_scope(a_type *class_type, bool flag)
   push_scope(sck_class_reactivation, class_supplement_of_symbol(symbol)->class_scope_number,
              class_type, nullptr);
   top_scope()->incomplete_class_reactivated = is_incomplete_type(class_type);
+  top_scope()->depth_before_reactivation = depth;
 }
 
 void push_class_and_template_reactivation_scope(a_type *class_type, bool flag, bool)
@@ -229,18 +252,7 @@ void push_class_and_template_reactivation_scope(a_type *class_type, bool flag, b
 
 void pop_class_reactivation_scope()
 {
-  a_type *class_type = top_scope()->assoc_type;
-  a_type *parent = parent_class_of(&class_type->source_corresp);
-  a_namespace *name_space = parent_namespace_of(&class_type->source_corresp);
-  pop_scope();
-  if (depth_scope_stack < 0) return;
-  a_scope_stack_entry *top = top_scope();
-  if (parent != nullptr && top->kind == sck_class_reactivation && top->assoc_type == parent) {
-    pop_class_reactivation_scope();
-  } else if (name_space != nullptr && top->kind == sck_namespace_reactivation &&
-             top->assoc_namespace == name_space) {
-    pop_namespace_reactivation_scope();
-  }
+  pop_scopes_above(top_scope()->depth_before_reactivation);
 }
 
 void make_class_definition_context_visible(a_type *class_type)

@@ -399,7 +399,7 @@ static void end_symbol(a_symbol *symbol, a_scope_kind kind, bool is_reactivation
                   symbol->header != header_for_error_symbol();
   if (check_it && is_known) check_symbol_at_end_of_scope(symbol, kind);
   if (symbol->kind == sk_extern_variable || symbol->kind == sk_extern_routine) return;
-  if (is_namespace_level_scope(kind) && !is_reactivation) return;
+  if (kind == sck_file && !is_reactivation) return;
   bool was_linked = symbol->on_active_chain;
   unlink_symbol_from_symbol_table(symbol);
   if (!was_linked) return;

@@ -99,6 +99,7 @@ struct a_scope_stack_entry {
   an_active_using_directive *applying_using_directives;
   int previous_lookup_depth;
   int saved_initial_lookup_depth;
+  int depth_before_reactivation;           // of the stack, before a class or namespace was entered again
   a_hidden_symbol *hidden_symbols;
   a_template_arg *template_args;
   void *template_arg_info;
@@ -192,6 +193,10 @@ void pop_namespace_scope();
 void pop_namespace_extension_scope();
 void pop_namespace_reactivation_scope();
 void pop_class_reactivation_scope();
+// Pops all scopes above that index.
+void pop_scopes_above(int depth);
+// The checks at the end of the file for the names of all namespaces.
+void wrapup_namespace_scopes();
 
 void push_name_linkage(a_name_linkage_kind linkage);
 void pop_name_linkage();

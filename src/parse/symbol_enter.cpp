@@ -155,6 +155,18 @@ static void link_without_depth(a_symbol *symbol)
   }
 }
 
+// C++: what is declared in the scope of a class or namespace is a member of it.
+static void set_parent_of_symbol(a_symbol *symbol, const a_scope_stack_entry *entry)
+{
+  if (symbol->is_class_member || symbol->parent.name_space != nullptr) return;
+  if (entry->kind == sck_class) {
+    symbol->is_class_member = true;
+    symbol->parent.class_type = entry->assoc_type;
+  } else if (entry->kind == sck_namespace || entry->kind == sck_namespace_extension) {
+    symbol->parent.name_space = entry->assoc_namespace;
+  }
+}
+
 static void link_into_scope(a_symbol *symbol, int depth, bool *no_errors)
 {
   if (depth < 0) {
@@ -163,6 +175,7 @@ static void link_into_scope(a_symbol *symbol, int depth, bool *no_errors)
   }
   a_scope_stack_entry *entry = &scope_stack[depth];
   symbol->scope_number = entry->number;
+  if (C_dialect == 2) set_parent_of_symbol(symbol, entry);
   if (check_member_named_as_class(symbol, entry, *no_errors)) *no_errors = true;
   a_scope_pointers_block *block = block_of_scope_entry(entry);
   append_to_block(symbol, block);

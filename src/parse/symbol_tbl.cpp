@@ -27,6 +27,10 @@ const char *const symbol_kind_names[sk_last + 1] = {
 #define SYMBOL_KIND(kind, text, il_kind, cplusplus_space, c_space) text,
 #include "parse/symbol_kinds.def"
     "last"};
+const char *const opname_texts[num_opname_kinds] = {
+#define OPNAME(kind, text, token) text,
+#include "parse/opnames.def"
+};
 static const a_name_space_kind cplusplus_name_spaces[sk_last] = {
 #define SYMBOL_KIND(kind, text, il_kind, cplusplus_space, c_space) cplusplus_space,
 #include "parse/symbol_kinds.def"
@@ -125,6 +129,18 @@ static a_symbol_header *make_private_header(const char *text)
 {
   uint32_t length = (uint32_t)strlen(text);
   return alloc_header(text, length, hash_of_identifier(text, length));
+}
+
+// The text is put together from three parts.
+static a_symbol_header *make_private_header_of_two(const char *first, const char *separator,
+                                                   const char *second)
+{
+  size_t size = strlen(first) + strlen(separator) + strlen(second) + 1;
+  char *text = (char *)alloc_primary_file_scope_il(size);
+  strcpy(text, first);
+  strcat(text, separator);
+  strcat(text, second);
+  return make_private_header(text);
 }
 
 // The header of symbols that are entered without a name; made on first need.
@@ -349,7 +365,8 @@ void make_opname_locator(unsigned opname_kind, a_symbol_locator *locator,
   check(opname_kind < num_opname_kinds);
   a_symbol_header *&header = opname_symbol_table[opname_kind];
   if (header == nullptr) {
-    header = make_private_header("operator");
+    bool is_word = opname_kind >= onk_new && opname_kind <= onk_array_delete;
+    header = make_private_header_of_two("operator", is_word ? " " : "", opname_texts[opname_kind]);
     header->is_opname = true;
     header->opname_kind = (unsigned char)opname_kind;
   }
@@ -359,23 +376,17 @@ void make_opname_locator(unsigned opname_kind, a_symbol_locator *locator,
   locator->position = *position;
 }
 
-// All conversion functions share the list of headers; each target type has its own header, so that
-// one class may have several.
+// The list holds one header for each target type, so that one class may have several conversions.
 void make_type_conversion_locator(a_type *type, a_symbol_locator *locator,
                                   a_source_position *position)
 {
   a_symbol_header *header = conversion_header_list;
-  for (; header != nullptr; header = header->next_in_bucket) {
-    a_symbol *symbol =
-        header->active_symbols != nullptr ? header->active_symbols : header->inactive_symbols;
-    if (symbol != nullptr && symbol->kind == sk_member_function &&
-        identical_types(return_type_of(routine_of_symbol(symbol)->type), type)) {
-      break;
-    }
-  }
+  while (header != nullptr && !identical_types(header->conversion_type, type))
+    header = header->next_in_bucket;
   if (header == nullptr) {
     header = make_private_header("operator");
     header->is_conversion_name = true;
+    header->conversion_type = type;
     header->next_in_bucket = conversion_header_list;
     conversion_header_list = header;
   }
@@ -389,9 +400,13 @@ void make_type_conversion_locator(a_type *type, a_symbol_locator *locator,
 void change_class_locator_into_constructor_locator(a_symbol_locator *locator,
                                                    a_symbol *class_symbol)
 {
-  a_symbol *constructors = class_supplement_of_symbol(class_symbol)->constructors;
-  locator->header = constructors != nullptr ? constructors->header : class_symbol->header;
-  locator->symbol = constructors;
+  a_class_symbol_supplement *supplement = class_supplement_of_symbol(class_symbol);
+  if (supplement->constructor_header == nullptr) {
+    supplement->constructor_header = make_private_header(class_symbol->header->identifier);
+    supplement->constructor_header->is_constructor_name = true;
+  }
+  locator->header = supplement->constructor_header;
+  locator->symbol = supplement->constructors;
 }
 
 void change_to_destructor_or_finalizer_locator(a_symbol_locator *locator, a_symbol *class_symbol)

@@ -65,7 +65,9 @@ struct a_symbol_header {
   bool is_opname : 1;          // header of an operator function
   bool is_conversion_name : 1;
   bool is_unnamed : 1;         // private header of an unnamed symbol
+  bool is_constructor_name : 1; // private header of a class's constructors
   unsigned char opname_kind;   // with is_opname
+  a_type *conversion_type;     // with is_conversion_name
 };
 
 struct a_symbol_table {
@@ -75,7 +77,13 @@ struct a_symbol_table {
 };
 extern a_symbol_table symbol_table;  // writer: symbol_tbl.cpp
 
-inline constexpr unsigned num_opname_kinds = 46;
+// Names of operator functions.
+enum an_opname_kind : unsigned char {
+#define OPNAME(kind, text, token) kind,
+#include "parse/opnames.def"
+  num_opname_kinds
+};
+extern const char *const opname_texts[num_opname_kinds];  // "+", "new[]"
 extern a_symbol_header *opname_symbol_table[num_opname_kinds];
 extern a_symbol_header *conversion_header_list;
 extern a_symbol_header *unnamed_symbol_header;
@@ -384,6 +392,7 @@ struct a_class_symbol_supplement {
   a_symbol *first_member;         // stored at the class's wrap-up
   a_symbol *constructors;         // one constructor or an overload set
   a_symbol *trivial_default_constructor;
+  a_symbol_header *constructor_header;  // of both; null until the first is declared or looked up
   a_symbol *destructor;
   a_symbol *assignment_operator;  // one routine or an overload set
   a_symbol *conversion_functions;
@@ -425,6 +434,9 @@ struct a_namespace_symbol_supplement {
 //---------------------------------------------------------------------------------------------
 // Locators: the value by which names travel in the parser.
 
+// qualifier_bits of a locator.
+enum : unsigned { qb_global = 1, qb_qualified = 2, qb_coalesced = 4 };
+
 struct a_symbol_locator {
   a_symbol_header *header;        // null in the cleared locator
   a_source_position position;
@@ -452,6 +464,12 @@ struct a_symbol_locator {
 
 extern const a_symbol_locator cleared_locator;
 
+// A qualifier was written: `A::x` or `::x`.  (is_qualified alone also marks an erroneous name.)
+inline bool has_written_qualifier(const a_symbol_locator *locator)
+{
+  return (locator->qualifier_bits & qb_qualified) != 0;
+}
+
 inline void clear_qualifier_from_locator(a_symbol_locator *locator)
 {
   locator->qualifier_bits = 0;
@@ -464,6 +482,7 @@ void make_opname_locator(unsigned opname_kind, a_symbol_locator *locator,
                          a_source_position *position);
 void make_type_conversion_locator(a_type *type, a_symbol_locator *locator,
                                   a_source_position *position);
+// The names of special members: a class's constructors have a private header with the text of its name.
 void change_class_locator_into_constructor_locator(a_symbol_locator *locator, a_symbol *class_symbol);
 void change_to_destructor_or_finalizer_locator(a_symbol_locator *locator, a_symbol *class_symbol);
 
