@@ -24,18 +24,18 @@ std::string option_obj::argument_text(option_id id, unsigned index) const
 }
 
 // The main name is exported, whatever name the option came under: behind it any argument is safe.
-// Without an argument that the option needs there is nothing to export, and nothing behind the
-// character that callers skip.
+// Without an argument that the option needs, or with a value that is no word, there is nothing to
+// export, and nothing behind the character that callers skip.
 char const *option_obj::export_option(option_id id, int index)
 {
   export_text = " ";
   if (!is_option(id)) return export_text.c_str();
-  bool const has_argument = index >= 0 && index < arg_count[id];
-  if (!has_argument && parm_type[id] != parm_none && !option_definitions[id].optional) {
+  std::string const argument = index >= 0 ? argument_text(id, unsigned(index)) : std::string();
+  if (argument.empty() && parm_type[id] != parm_none && !option_definitions[id].optional) {
     return export_text.c_str();
   }
   export_text = rot13(option_definitions[id].name);
-  if (has_argument) export_text += '=' + argument_text(id, unsigned(index));
+  if (!argument.empty()) export_text += '=' + argument;
   return export_text.c_str();
 }
 

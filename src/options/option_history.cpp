@@ -78,7 +78,12 @@ void option_obj::add_opts_for_tool(argv_list &argv, char const *command)
   for (unsigned i = 0; i < history.size(); i++) {
     a_history_entry const &entry = history[i];
     if (i < live_history[entry.option]) continue;
-    char const *argument = entry.arguments.empty() ? "" : entry.arguments[0].string.c_str();
+    char const *argument = entry.arguments.empty() ? parameter_limits[entry.option].omitted
+                                                   : entry.arguments[0].string.c_str();
+    if (argument == nullptr) {
+      if (parm_type[entry.option] != parm_none) continue; // set without what there is to say
+      argument = "";
+    }
     auto const found = functions.find(entry.option);
     if (found != functions.end()) {
       found->second(argv, argument);

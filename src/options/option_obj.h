@@ -58,9 +58,10 @@ public:
 
   void debug_level(int level);
 
-  // --- Parsing.  Parses one word, of which the first dash is left out: "-name" or "-name=argument"
-  // for a long name, one letter or several ("gk", "Dname") else, "@file".  1 if all of it was used
-  // up; else 0, with *rest (if rest isn't null) where parsing stopped.
+  // --- Parsing.  Parses one word, of which the first dash is left out (that of a long name may
+  // stay): "-name" or "-name=argument" for a long name, one letter or several ("gk", "Dname") else,
+  // "@file".  1 if all of it was used up; else 0, with *rest (if rest isn't null) where parsing
+  // stopped.  An option file is noted, and read by process_words only.
   int process_option(char const *text, char const **rest);
   // A whole command line without the name of the program: options, option files, names of source
   // files, which are taken by their suffixes.  An unknown option is fatal.  check_settings runs at

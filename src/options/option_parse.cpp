@@ -91,9 +91,11 @@ a_trie_node const *option_obj::first_node(char c) const
   return nullptr;
 }
 
-// Parses the option at the start of the text and returns what follows it.
+// Parses the option at the start of the text and returns what follows it.  A caller may have left
+// the first dash of a long name in its place.
 char const *option_obj::process_prefix(char const *text)
 {
+  if (text[0] == '-' && text[1] == '-') text++;
   if (*text < '-' || *text > 'z') no_option(text);
   a_trie_node const *node = is_letter(*text) ? first_node(*text) : child_with(option_trie, *text);
   if (node == nullptr) no_option(text);

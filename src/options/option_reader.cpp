@@ -70,6 +70,14 @@ static void report_unknown(a_word const &word)
   }
 }
 
+// What process_option takes of a word; null if the word can't be an option.
+static char const *option_text(char const *word)
+{
+  if (*word == '@') return word;
+  bool const three_dashes = strncmp(word, "---", 3) == 0;
+  return word[1] == '\0' || three_dashes || strcmp(word, "--") == 0 ? nullptr : word + 1;
+}
+
 // An option file is read where it is named, before the words behind it.
 void option_obj::process_word_list(a_word_list_in_use &words)
 {
@@ -82,12 +90,13 @@ void option_obj::process_word_list(a_word_list_in_use &words)
     a_word const word = words.words[words.next++];
     DIAG_SRCINFO_DATA position(words.file, word.line);
     option_position = word.line != 0 ? &position : nullptr;
-    char const *text = word.text.c_str();
     int const files_before = arg_count[opt_opt_cmdfile];
-    if (*text != '-' && *text != '@') {
-      add_source_file(text);
-    } else if (text[*text == '-'] == '\0' || !process_option(text + (*text == '-'), nullptr)) {
-      report_unknown(word);
+    if (word.text.empty()) continue;
+    if (word.text[0] != '-' && word.text[0] != '@') {
+      add_source_file(word.text.c_str());
+    } else {
+      char const *text = option_text(word.text.c_str());
+      if (text == nullptr || !process_option(text, nullptr)) report_unknown(word);
     }
     if (arg_count[opt_opt_cmdfile] > files_before) {
       process_option_file(std::string(getstrarg(opt_opt_cmdfile, unsigned(files_before))).c_str());

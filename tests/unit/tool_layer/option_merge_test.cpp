@@ -1,5 +1,6 @@
 // option_merge_test.cpp - merging, export, help.
 #include "option_fixture.h"
+#include <algorithm>
 #include <cstring>
 
 namespace {

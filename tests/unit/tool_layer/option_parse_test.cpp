@@ -78,10 +78,10 @@ TEST_F(OPTIONS, ParsingStopsWhereATextIsNoLongerAnOption)
 {
   struct {
     char const *text, *rest;
-  } const cases[] = {{"-pchx", "x"},    {"-p=1", "=1"},  {"-strictly", "ly"},
-                     {"!", "!"},        {"{", "{"},      {"-", ""},
-                     {"--pch", "-pch"}, {"g1", "1"},     {"-strict=yes", "=yes"},
-                     {"-PCH", "PCH"},   {"\xE4", "\xE4"}};
+  } const cases[] = {{"-pchx", "x"},     {"-p=1", "=1"},  {"-strictly", "ly"},
+                     {"!", "!"},         {"{", "{"},      {"-", ""},
+                     {"---pch", "-pch"}, {"g1", "1"},     {"-strict=yes", "=yes"},
+                     {"-PCH", "PCH"},    {"\xE4", "\xE4"}};
   for (auto const &one : cases) {
     option_obj set;
     std::string rest = "?";
@@ -90,7 +90,8 @@ TEST_F(OPTIONS, ParsingStopsWhereATextIsNoLongerAnOption)
   }
   option_obj set;
   EXPECT_EQ(set.process_option("", nullptr), 1);
-  EXPECT_EQ(parse(set, "g-strict!"), 0); // what stood ahead of the wrong part counts
+  EXPECT_EQ(set.process_option("--pch", nullptr), 1); // with both its dashes
+  EXPECT_EQ(parse(set, "g-strict!"), 0);              // what stood ahead of the wrong part counts
   EXPECT_EQ(set.state[opt_symdebug_dwarf] + set.state[opt_strict], 1);
 }
 
@@ -278,7 +279,7 @@ TEST_F(OPTIONS, ACommandLineHoldsOptionsAndFiles)
 
 TEST_F(OPTIONS, AnUnknownOptionOfACommandLineIsFatal)
 {
-  for (char const *word : {"--nosuch", "--opt_lev=3", "-g:", "-", "--"}) {
+  for (char const *word : {"--nosuch", "--opt_lev=3", "-g:", "-", "--", "---gcc"}) {
     option_obj set;
     std::string const message = std::string("fatal error: invalid option:  ") + word + '\n';
     EXPECT_EXIT(read(set, {word}), testing::ExitedWithCode(1), message);

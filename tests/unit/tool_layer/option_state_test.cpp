@@ -1,5 +1,6 @@
 // option_state_test.cpp - setting, clearing, conflicts, history, tools, queries, texts.
 #include "option_fixture.h"
+#include <algorithm>
 #include <cstring>
 #include <set>
 
@@ -326,6 +327,11 @@ TEST_F(OPTIONS, ToolsGetTheOptionsInForceInTheOrderOfTheirArrival)
   EXPECT_EQ(words["rvasm"], "--byte_order=big --silicon_version=heron");
   EXPECT_EQ(words["rvlink"], "--byte_order=big");
   argv_list argv;
+  set.setopt(opt_abi); // without an argument: nothing to tell a tool
+  set.setopt(opt_asm_listing);
+  set.add_opts_for_tool(argv, "rvasm");
+  EXPECT_EQ(argv.text(), "--byte_order=big --silicon_version=heron --asm_listing=plain");
+  argv.words.clear();
   EXPECT_ERRORS(set.add_opts_for_tool(argv, "cc"),
                 "error: Cannot find tool type with command \"cc\". Is the command defined in "
                 "the tooldef?\n");
