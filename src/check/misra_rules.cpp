@@ -29,6 +29,7 @@ static a_misra_rule look_up_rule(int section, int subsection)
 {
   constexpr a_misra_rule_kind R = misra_required;
   constexpr a_misra_rule_kind A = misra_advisory;
+  if (subsection > last_subsection) return {R, ec_no_error, ec_no_error};
   switch (place_of_rule(section, subsection)) {
 #define RULE(section, subsection, kind, code, code_with_name)                                      \
   case place_of_rule(section, subsection):                                                         \
