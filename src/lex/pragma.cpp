@@ -32,6 +32,7 @@ a_target_pragma_handlers target_pragma_handlers;
 
 static a_pending_pragma *avail_pending_pragmas;
 static a_text_buffer *pragma_text_buffer;
+static bool immediate_pragma_waits; // in curr_token_pragmas
 
 //---------------------------------------------------------------------------------------------
 // Records
@@ -78,6 +79,7 @@ a_pending_pragma *make_copy_of_pragma_list(a_pending_pragma *list)
     *copy = *list;
     copy->next = free_link;
     copy->owns_tokens = true;
+    copy->near_end = nullptr;
     clear_token_cache(&copy->tokens, true);
     copy_tokens_from_cache(&list->tokens, 0, ~0u, true, &copy->tokens);
     copy->next = nullptr;
@@ -89,11 +91,15 @@ a_pending_pragma *make_copy_of_pragma_list(a_pending_pragma *list)
 
 static void append_to_curr_token_pragmas(a_pending_pragma *pragma)
 {
-  a_pending_pragma **link = &curr_token_pragmas;
+  a_pending_pragma *head = curr_token_pragmas;
+  a_pending_pragma **link =
+      head != nullptr && head->near_end != nullptr ? &head->near_end->next : &curr_token_pragmas;
   while (*link != nullptr)
     link = &(*link)->next;
   pragma->next = nullptr;
   *link = pragma;
+  curr_token_pragmas->near_end = pragma;
+  if (pragma->description->phase == pragma_immediate) immediate_pragma_waits = true;
   any_initial_get_token_tests_needed = true;
 }
 
@@ -275,7 +281,8 @@ void record_pragma(a_pragma_kind_description *description,
 
 void process_immediate_pragmas()
 {
-  if (curr_token_pragmas == nullptr) return;
+  if (!immediate_pragma_waits) return; // each acts behind its own directive, before it can be moved
+  immediate_pragma_waits = false;
   a_pending_pragma **link = &curr_token_pragmas;
   while (*link != nullptr) {
     a_pending_pragma *pragma = *link;
@@ -285,6 +292,7 @@ void process_immediate_pragmas()
     }
     *link = pragma->next;
     a_pending_pragma *rest = curr_token_pragmas;
+    if (rest != nullptr) rest->near_end = nullptr;
     curr_token_pragmas = nullptr; // the handler's tokens are not those that the others wait for
     if ((pragma->description->flags & prf_add_to_il) != 0) {
       add_pragma_to_il(pragma, iek_none, nullptr, false);
@@ -378,6 +386,7 @@ static void enter_target_pragma(a_pragma_kind_tag kind, a_target_pragma_form for
 void pragma_one_time_init()
 {
   avail_pending_pragmas = nullptr;
+  immediate_pragma_waits = false;
 }
 
 void pragma_init()

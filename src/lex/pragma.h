@@ -60,6 +60,9 @@ extern a_pragma_kind_description *pragma_description_for_pragma_kind[pragk_last]
 // A pragma between reading and processing.
 struct a_pending_pragma {
   a_pending_pragma *next;
+  // Of the first in curr_token_pragmas: one from which the end is near, or null.  Who takes pragmas out of
+  // the middle of that list clears it.
+  a_pending_pragma *near_end;
   a_pragma_kind_description *description;
   a_token_cache tokens;                 // reusable
   a_source_position position;           // of the name

@@ -15,11 +15,16 @@
 // Lists
 //---------------------------------------------------------------------------------------------
 
-static void append_pragmas(a_pending_pragma **list, a_pending_pragma *pragmas)
+static a_pending_pragma **end_of_list(a_pending_pragma **list)
 {
   while (*list != nullptr)
     list = &(*list)->next;
-  *list = pragmas;
+  return list;
+}
+
+static void append_pragmas(a_pending_pragma **list, a_pending_pragma *pragmas)
+{
+  *end_of_list(list) = pragmas;
 }
 
 // Those that wait for the next construct of the current scope.
@@ -64,7 +69,7 @@ static bool il_at_file_scope(const a_pending_pragma *pragma)
 // At a token
 //---------------------------------------------------------------------------------------------
 
-// Returns true if the pragma was kept by the scope.
+// Returns true if the scope is to keep the pragma.
 static bool process_token_pragma(a_pending_pragma *pragma)
 {
   switch (pragma->description->phase) {
@@ -73,10 +78,7 @@ static bool process_token_pragma(a_pending_pragma *pragma)
     if (pragma->already_processed) return false;
     break;
   case pragma_curr_token: break;
-  case pragma_end_of_scope:
-    if (depth_scope_stack < 0) return false;
-    append_pragmas(&top_scope()->pending_pragmas, pragma);
-    return true;
+  case pragma_end_of_scope: return depth_scope_stack >= 0;
   case pragma_no_phase:
   case pragma_at_directive: return false;
   }
@@ -88,13 +90,21 @@ static bool process_token_pragma(a_pending_pragma *pragma)
 void process_curr_token_pragmas()
 {
   a_pending_pragma *list = curr_token_pragmas;
+  a_pending_pragma *kept = nullptr;
+  a_pending_pragma **end = &kept;
   curr_token_pragmas = nullptr;
   while (list != nullptr) {
     a_pending_pragma *pragma = list;
     list = pragma->next;
     pragma->next = nullptr;
-    if (!process_token_pragma(pragma)) free_pending_pragma(pragma);
+    if (process_token_pragma(pragma)) {
+      *end = pragma;
+      end = &pragma->next;
+    } else {
+      free_pending_pragma(pragma);
+    }
   }
+  if (kept != nullptr) append_pragmas(&top_scope()->pending_pragmas, kept);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -107,6 +117,7 @@ bool select_curr_construct_pragmas(bool keep)
   if (!keep && total_errors > 0) discard_curr_construct_pragmas();
   if (curr_token_pragmas != nullptr) {
     a_pending_pragma **link = &curr_token_pragmas;
+    a_pending_pragma **end = end_of_list(construct_pragmas());
     while (*link != nullptr) {
       a_pending_pragma *pragma = *link;
       if (pragma->description->phase != pragma_curr_construct) {
@@ -115,9 +126,13 @@ bool select_curr_construct_pragmas(bool keep)
       }
       *link = pragma->next;
       pragma->next = nullptr;
-      append_pragmas(construct_pragmas(), pragma);
+      *end = pragma;
+      end = &pragma->next;
     }
-    if (curr_token_pragmas != nullptr) process_curr_token_pragmas();
+    if (curr_token_pragmas != nullptr) {
+      curr_token_pragmas->near_end = nullptr;
+      process_curr_token_pragmas();
+    }
   }
   return *construct_pragmas() != nullptr;
 }

@@ -110,7 +110,10 @@ void check_for_stdc_pragmas()
     proc_stdc_pragma(pragma);
     free_pending_pragma(pragma);
     curr_token_pragmas = rest;
-    if (rest != nullptr) any_initial_get_token_tests_needed = true;
+    if (rest != nullptr) {
+      rest->near_end = nullptr;
+      any_initial_get_token_tests_needed = true;
+    }
     link = &curr_token_pragmas;
   }
 }

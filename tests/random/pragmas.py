@@ -93,7 +93,7 @@ def translate(options, text, flags, work):
 def check(options, number):
     chance = random.Random(options.seed * 1000003 + number)
     text = with_pragmas(options, chance)
-    flags = chance.choice(([], ['--c99'], ['--strict'], ['-E'], ['--noenhance'], ['--c++']))
+    flags = chance.choice(([], ['--c99'], ['--strict'], ['-E'], ['--noenhance'], ['--c++'], ['-K'], ['--no_gcc']))
     with tempfile.TemporaryDirectory() as work:
         done, made = translate(options, text, flags, work)
         _, plain = translate(options, PROGRAM, flags, work) if made else (None, None)
