@@ -21,6 +21,7 @@ SOURCES = {
     'bad_flag/' + MACROS: b'all maybe NAME 1\n',
     'no_name/' + MACROS: b'all yes\n',
     'no_mode/' + MACROS: b'gnu, yes NAME 1\n',
+    'large.c': b'int n[] = {' + b'1, 2, 3, 4, 5, 6, 7, 8, 9, 10,\n' * 100000 + b'};\n',
     'repeated/' + MACROS: b'all yes NAME 1\nall yes NAME 2\n',
 }
 
@@ -37,7 +38,8 @@ def first_message(rvparse, words):
             os.makedirs(os.path.dirname(os.path.join(folder, name)), exist_ok=True)
             open(os.path.join(folder, name), 'wb').write(text)
         locale = words.pop(0) if words[0].startswith('LC_ALL=') else 'LC_ALL=C'
-        run = support.run(['env', locale, rvparse, '--display_error_number', '--brief_diagnostics'] + words, cwd=folder,
+        limit = ['prlimit', '--as=' + words.pop(0)[len('MEMORY='):]] if words[0].startswith('MEMORY=') else []
+        run = support.run(['env', locale] + limit + [rvparse, '--display_error_number', '--brief_diagnostics'] + words, cwd=folder,
                           timeout=20, stdin=subprocess.DEVNULL)
     found = FOUND.search(run.stderr.decode(errors='replace'))
     expected_status = 0 if found and found.group(1).lower() == 'warning' else 4

@@ -47,6 +47,8 @@ bool constant_rvalue_pointer(an_expr_node *expr, a_constant *constant, bool repo
 // 2051.
 void fold_builtin_operation_if_possible(an_expr_node *node, a_constant *constant, unsigned flags,
                                         const a_source_position *position, bool *out_not_constant);
+// Does a constant index of the designator lead beyond what the type of sizes can say?
+bool offset_overflows(const an_expr_node *designator);
 
 // The GNU built-in functions; true when the result was made.
 bool fold_pow_if_possible(const a_constant *base, const a_constant *exponent, a_constant *result,

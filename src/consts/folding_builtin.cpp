@@ -310,6 +310,13 @@ static void walk_designator(const an_expr_node *expr, an_offset_walk *walk)
   }
 }
 
+bool offset_overflows(const an_expr_node *designator)
+{
+  an_offset_walk walk = {0, false, ec_no_error};
+  walk_designator(designator, &walk);
+  return walk.code == ec_integer_overflow_internal;
+}
+
 static void fold_offsetof(const an_expr_node *node, a_constant *constant,
                           const a_source_position *position, bool *out_not_constant)
 {

@@ -301,6 +301,11 @@ static void make_offset_operand(an_operand *designator, an_operand *result)
   an_expr_node *node = make_node_from_operand(designator);
   a_constant address;
   bool is_dependent = false;
+  if (offset_overflows(node)) {
+    expr_pos_error(ec_integer_overflow_internal, designator->position);
+    make_error_operand(result);
+    return;
+  }
   if (constant_lvalue_address(node, &address, false, &is_dependent) && address.kind == ck_integer) {
     an_operand operand;
     make_constant_operand(&address, &operand);
