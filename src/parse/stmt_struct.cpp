@@ -47,12 +47,21 @@ static void close_loop(an_expr_node *condition)
   pop_stmt_entry(condition);
 }
 
-// `continue` comes here: the end of the body.
+static bool declares_variable_length_array(a_statement *block)
+{
+  a_statement *statement = first_statement_of(block);
+  while (statement != nullptr && statement->kind != stmk_vla_decl)
+    statement = statement->next;
+  return statement != nullptr;
+}
+
+// `continue` comes here: the end of the body, and out of the scope of arrays of variable length, which nothing
+// may jump into (C99 6.8.6.1p1).
 static void place_continue_label(a_statement **body)
 {
   a_struct_stmt_stack_entry *entry = top_stmt_entry();
   if (entry->continue_label == nullptr) return;
-  if ((*body)->kind != stmk_block) {
+  if ((*body)->kind != stmk_block || declares_variable_length_array(*body)) {
     a_statement *block = alloc_statement(stmk_block);
     block->start_position = (*body)->start_position;
     block->end_position = (*body)->end_position;
