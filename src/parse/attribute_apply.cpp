@@ -79,6 +79,11 @@ static void align_field(an_attribute *attribute, a_field *field, uint32_t alignm
 
 static void align_variable(an_attribute *attribute, a_variable *variable, uint32_t alignment)
 {
+  if (variable->declared_register && attribute->syntax != asy_declspec) {
+    pos_st_error(ec_attr_disallows_register_storage, attribute->position, attribute->name);
+    attribute->kind = ak_dropped;
+    return;
+  }
   if (alignment < f_alignment_of_type(variable->type) && attribute->syntax != asy_gnu) {
     pos_error(ec_invalid_alignment_reducing_attr, attribute->position);
     return;
