@@ -205,6 +205,9 @@ void prep_reference_initializer_operand(an_operand *operand, a_type *reference_t
                                         a_conv_descr *conv, bool keep_object, unsigned flags,
                                         an_error_code code, a_source_position *position);
 
+// Initializes a temporary of `type` from the operand, which becomes its lvalue.
+void temp_init_from_operand(an_operand *operand, a_type *type, bool is_static);
+
 // The function of the set that fits `target_type` (function, pointer, reference or pointer to member).
 // Null when none fits or, with *is_ambiguous, when several do.
 a_symbol *find_addr_of_overloaded_function_match(a_symbol *symbol, bool has_explicit_args,
