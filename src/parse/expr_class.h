@@ -1,0 +1,10 @@
+// expr_class.h - expressions on objects of classes: calls of special members.
+#pragma once
+#include "il/il_fwd.h"
+#include "parse/exprutil.h"
+
+// The operand becomes a temporary of class `type` that `constructor` makes from it; conversions of
+// the one argument and default arguments are done.
+void make_constructor_call_operand(a_routine *constructor, a_type *type, an_operand *operand);
+// The operand, an object, becomes the result of its conversion function.
+void call_conversion_function(a_routine *function, an_operand *operand);
