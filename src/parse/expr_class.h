@@ -8,3 +8,8 @@
 void make_constructor_call_operand(a_routine *constructor, a_type *type, an_operand *operand);
 // The operand, an object, becomes the result of its conversion function.
 void call_conversion_function(a_routine *function, an_operand *operand);
+struct an_operator_request;
+struct a_candidate_function;
+// The call of the operator function that was chosen; both operands are converted by its summaries.
+void call_operator_function(const an_operator_request *request, a_candidate_function *winner,
+                            an_operand *left, an_operand *right, an_operand *result);

@@ -216,6 +216,33 @@ bool conversion_from_class_possible(an_operand *operand, a_type *source_type, a_
                         candidates);
 }
 
+bool builtin_conversion_possible(an_operand *operand, unsigned mask, bool needs_lvalue,
+                                 a_conv_descr *conv)
+{
+  clear_conv_descr(conv);
+  if (is_incomplete_type(operand->type)) return false;
+  a_conversion_wish wish = {};
+  wish.mask = mask;
+  wish.flags = needs_lvalue ? unsigned{ucf_lvalue_only} : 0u;
+  wish.source_type = operand->type;
+  wish.operand = operand;
+  return take_selection(select_best_candidate(conversion_candidates(&wish)), false, conv, nullptr);
+}
+
+int result_types_of_conversion_functions(a_type *class_type, a_type **results, int room)
+{
+  if (is_incomplete_type(class_type)) return 0;
+  a_conversion_wish wish = {};
+  wish.mask = cvm_integral | cvm_floating | cvm_pointer | cvm_member_pointer | cvm_bool | cvm_enum;
+  wish.source_type = class_type;
+  a_candidate_function *list = conversion_candidates(&wish);
+  int count = 0;
+  for (a_candidate_function *c = list; c != nullptr && count < room; c = c->next)
+    results[count++] = return_type_of(skip_typerefs(c->conv.routine->type));
+  free_candidate_function_list(list);
+  return count;
+}
+
 // -------------------------------------------------------------------------------------------------
 // Constructors
 

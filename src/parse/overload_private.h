@@ -45,3 +45,9 @@ void add_candidates(a_candidate_search *search, a_symbol *symbol);
 void list_builtin_candidate(a_candidate_function *candidate);
 // "argument types are: (...)" for the message that is open.
 void add_types_of_arguments_to_message(an_arg_operand *args);
+
+// overload_convert.cpp.  A conversion function of a class operand whose result falls in the mask.
+bool builtin_conversion_possible(an_operand *operand, unsigned mask, bool needs_lvalue,
+                                 a_conv_descr *conv);
+// The result types of a class's conversion functions, own and inherited; returns their number.
+int result_types_of_conversion_functions(a_type *class_type, a_type **results, int room);
