@@ -11,6 +11,9 @@ struct a_set_of_overload_hooks {
   // Deduces, and adds the template to the search's list if it fits.
   void (*add_template_candidate)(a_candidate_search *search, a_symbol *symbol,
                                  a_symbol *overload_symbol);
+  // The one template of the set that gives a function of the type.
+  a_symbol *(*find_matching_template_function)(a_symbol *first, bool is_set, a_template_arg *args,
+                                               a_type *wanted, bool *is_ambiguous);
   // The specialization that a chosen template candidate stands for.
   a_symbol *(*instantiate_candidate)(a_candidate_function *candidate);
 };
