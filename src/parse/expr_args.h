@@ -30,5 +30,7 @@ void start_call_argument_processing(a_type *routine_type, a_routine *routine,
                                     an_arg_check_block *block);
 // Converts one argument and appends its node.
 void process_call_argument(struct an_operand *argument, an_arg_check_block *block);
+// The same for an argument that was converted to its parameter already.
+void process_converted_argument(struct an_operand *argument, an_arg_check_block *block);
 // Messages that need all arguments: too few, format, sentinel.
 void finish_call_argument_processing(an_arg_check_block *block, a_source_position *close_pos);

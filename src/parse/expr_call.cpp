@@ -147,6 +147,20 @@ void process_call_argument(an_operand *argument, an_arg_check_block *block)
   }
 }
 
+void process_converted_argument(an_operand *argument, an_arg_check_block *block)
+{
+  ++block->arg_count;
+  if (parameter_is_nonnull(block) && is_null_argument(argument)) {
+    expr_pos_warning(ec_null_argument_for_nonnull_parameter, argument->position);
+  }
+  block->next_param = block->next_param->next;
+  an_expr_node *node = make_node_from_operand(argument);
+  append_argument_node(node, block);
+  if (block->format_kind == fmk_none) return;
+  if (block->arg_count == block->format_arg_number) block->format_arg = node;
+  if (block->arg_count == block->first_checked_arg) block->first_format_arg = node;
+}
+
 static void check_sentinel(an_arg_check_block *block, a_source_position *close_pos)
 {
   if (block->sentinel_position < 0) return;
@@ -347,7 +361,7 @@ static an_expr_node *make_call_node(an_operand *function, an_expr_node *argument
 }
 
 // A class result of incomplete type can't be returned; void can.
-static a_type *return_type_of_call(a_type *routine_type, a_source_position *pos)
+a_type *return_type_of_call(a_type *routine_type, a_source_position *pos)
 {
   a_type *type = return_type_of(routine_type);
   if (is_any_reference_type(type)) return type;
@@ -391,7 +405,7 @@ static bool check_callable(an_operand *function, a_routine *routine, a_source_po
   return true;
 }
 
-static void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block,
+void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block,
                         a_type *return_type, a_source_position *open_pos, a_source_position *end,
                         an_operand *result)
 {
@@ -436,10 +450,25 @@ static void check_prototype_for_misra(an_operand *function)
   expr_pos_st_diagnostic(misra_required_severity, ec_misra_c_2004_8_1_n, function->position, name);
 }
 
+// C++: a function that is chosen by its arguments.
+static bool is_call_by_name(an_operand *function)
+{
+  if (in_constant_context() && expr_stack->value_required) return false;
+  if (function->kind == ok_indefinite_function || function->kind == ok_undefined_symbol) return true;
+  a_routine *routine = routine_from_function_operand(function);
+  return function->is_id_expression && function->symbol != nullptr && routine != nullptr &&
+         is_routine_symbol(function->symbol) && !function->symbol->is_class_member &&
+         !is_gnu_builtin_function(routine);
+}
+
 void scan_function_call(an_operand *function, a_rescan_control_block *, an_operand *result)
 {
   a_source_position open_pos = pos_curr_token, start = function->position;
   if (check_misra_c_2004) check_prototype_for_misra(function);
+  if (C_dialect == 2 && is_call_by_name(function)) {
+    scan_call_by_name(function, result);
+    return;
+  }
   if (function->kind == ok_undefined_symbol) declare_function_of_call(function);
   a_routine *routine = routine_from_function_operand(function);
   bool is_builtin = routine != nullptr && is_gnu_builtin_function(routine);

@@ -13,3 +13,7 @@ struct a_candidate_function;
 // The call of the operator function that was chosen; both operands are converted by its summaries.
 void call_operator_function(const an_operator_request *request, a_candidate_function *winner,
                             an_operand *left, an_operand *right, an_operand *result);
+// An object of a derived class becomes the lvalue of the base class that the member belongs to.
+void adjust_object_to_member_class(an_operand *object, a_routine *function);
+// A function that an expression calls without naming it.
+void record_use_of_function(a_symbol *symbol, a_source_position position);

@@ -65,6 +65,14 @@ bool is_foldable_gnu_builtin_function(a_routine *routine);
 void fold_builtin_call_if_possible(a_routine *routine, an_expr_node *arguments, an_operand *result);
 
 struct an_arg_check_block;
+// The type of a call's value, complete or void; reports and gives the error type otherwise.
+a_type *return_type_of_call(a_type *routine_type, a_source_position *pos);
+// Builds the call of a converted function operand with the block's arguments.
+void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block,
+                 a_type *return_type, a_source_position *open_pos, a_source_position *end,
+                 an_operand *result);
+// C++: a call whose function is chosen by its arguments; the current token is "(".
+void scan_call_by_name(an_operand *function, an_operand *result);
 // The format string of a printf or scanf call against its arguments.
 void check_format_arguments(const an_arg_check_block *block);
 

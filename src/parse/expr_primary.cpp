@@ -294,6 +294,8 @@ static void make_operand_of_symbol(a_symbol *symbol, an_operand *result)
   case sk_static_data_member: make_operand_of_variable(symbol, result); break;
   case sk_routine:
   case sk_member_function: make_operand_of_routine(symbol, result); break;
+  case sk_overloaded_function:
+  case sk_function_template: make_indefinite_function_operand(symbol, result); break;
   case sk_parameter: make_operand_of_parameter(symbol, result); break;
   case sk_undefined: make_error_operand(result); break;
   case sk_namespace:

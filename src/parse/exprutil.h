@@ -378,9 +378,6 @@ void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code co
                              a_source_position *pos);
 void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param,
                            an_error_code code);
-// The same for a reference: an lvalue of its type binds directly, another value to a temporary.
-void bind_reference_operand(an_operand *operand, a_type *type, an_error_code code,
-                            a_source_position *pos);
 // Silent test of the same; *warning receives the code of a warning to report or ec_no_error,
 // *severity its severity.
 bool implicit_conversion_possible(an_operand *operand, a_type *type, an_error_code *warning,

@@ -12,6 +12,7 @@
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "parse/exprutil.h"
+#include "parse/overload.h"
 #include "parse/symbol_tbl.h"
 
 // -------------------------------------------------------------------------------------------------
@@ -216,13 +217,50 @@ static bool lax_pointer_conversion(an_operand *operand, a_type *type)
   return is_integral_or_enum_type(type) && is_pointer_type(source);
 }
 
+// C++: what only overload resolution can convert; false leaves the operand to the standard
+// conversions.
+static bool convert_class_or_function(an_operand *operand, a_type *type, a_source_position *pos)
+{
+  if (operand->kind == ok_indefinite_function) {
+    bool is_ambiguous = false;
+    a_std_conv_descr conv;
+    clear_std_conv_descr(&conv);
+    a_symbol *function = find_addr_of_overloaded_function_match(
+        operand->symbol, operand->template_args != nullptr, operand->template_args,
+        operand->pending_address_of, type, false, &is_ambiguous, nullptr, &conv);
+    if (function == nullptr) {
+      expr_pos_sy_diagnostic(es_error,
+                             is_ambiguous ? ec_ambiguous_ptr_to_overloaded_function
+                                          : ec_no_match_for_addr_of_overloaded_function,
+                             operand->position, operand->symbol);
+      conv_to_error_operand(operand);
+      return true;
+    }
+    overloaded_function_catch_up(operand, function);
+    return false;
+  }
+  bool from_class = is_class_struct_union_type(operand->type);
+  if (!from_class && !is_class_struct_union_type(type)) return false;
+  if (in_constant_context() || is_error_type(type)) return false;
+  a_conv_descr conv;
+  if (!user_defined_conversion_possible(operand, rvalue_type(type), false, &conv, pos)) return true;
+  if (conv.routine == nullptr && conv.std_conv.base_class == nullptr) return false;
+  user_convert_operand(operand, rvalue_type(type), &conv, true);
+  if (operand->kind != ok_error) do_operand_transformations(operand, 0);
+  return true;
+}
+
 static void general_conversion(an_operand *operand, a_type *type, bool is_argument,
                                an_error_code code, a_source_position *pos)
 {
   if (is_any_reference_type(type)) {
-    bind_reference_operand(operand, type, code, pos);
+    prep_reference_initializer_operand(operand, type, nullptr, false,
+                                       expr_stack->favor_constant_result ? rif_lives_on | rif_static
+                                                                         : unsigned{rif_lives_on},
+                                       code, pos);
     return;
   }
+  if (C_dialect == 2 && convert_class_or_function(operand, type, pos)) return;
   do_operand_transformations(operand, ot_leave_indefinite_functions);
   normalize_error_operand(operand);
   if (operand->kind == ok_error) return;

@@ -49,8 +49,14 @@ a_symbol *enum_qualified_id_lookup(a_symbol_locator *locator, a_type *enum_type)
 bool sym_matches_lookup_options(a_symbol *symbol, unsigned options);
 uint32_t f_get_effective_decl_seq();
 
-struct an_arg_dependent_type_list;
+// Types whose classes and namespaces a call looks in; region 0.
+struct an_arg_dependent_type_list {
+  an_arg_dependent_type_list *next;
+  a_type *type;
+};
 void add_to_arg_dependent_lookup_list(a_type *type, an_arg_dependent_type_list **list);
+// The functions of the name: `symbol` alone (or null) when the types bring none beside it, else the one
+// function or a synthesized set that holds all.
 a_symbol *argument_dependent_lookup(a_symbol *symbol, a_symbol_locator *locator,
                                     an_arg_dependent_type_list *types);
 a_symbol *opname_function_symbol(unsigned opname_kind);

@@ -8,6 +8,8 @@ a_symbol *finish_lookup(a_symbol *symbol, a_symbol_locator *locator, unsigned op
 // Adds what the using directives that apply at the entry find to the entry's own symbol.
 a_symbol *add_using_directive_results(a_scope_stack_entry *entry, a_symbol_locator *locator,
                                       unsigned options, a_symbol *own);
+// Adds a function, or all of a set, to a synthesized overload set, unless it is there.
+void append_projection_to_set(a_symbol *set, a_symbol *symbol);
 // A class with base classes is open on the lookup chain.
 bool in_scope_with_bases();
 

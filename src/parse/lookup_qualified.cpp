@@ -59,12 +59,12 @@ static bool set_contains(a_symbol *list, a_symbol *symbol)
 }
 
 // Functions enter through synthesized projections, so that the real ones stay as they are linked.
-static void add_function(a_symbol *set, a_symbol *symbol)
+void append_projection_to_set(a_symbol *set, a_symbol *symbol)
 {
   if (symbol->kind == sk_overloaded_function) {
     a_symbol *member = overloads_of_symbol(symbol);
     for (; member != nullptr; member = member->next_same_name)
-      add_function(set, member);
+      append_projection_to_set(set, member);
     return;
   }
   if (set_contains(overloads_of_symbol(set), symbol)) return;
@@ -97,9 +97,9 @@ static void add_result(a_result_set *results, a_symbol *symbol)
   if (results->functions == nullptr) {
     results->functions = alloc_symbol(sk_overloaded_function, symbol->header, symbol->position);
     results->functions->is_synthesized_namespace_symbol = true;
-    add_function(results->functions, target_of_symbol(results->first));
+    append_projection_to_set(results->functions, target_of_symbol(results->first));
   }
-  add_function(results->functions, target_of_symbol(symbol));
+  append_projection_to_set(results->functions, target_of_symbol(symbol));
 }
 
 static a_symbol *symbol_of_results(a_result_set *results)

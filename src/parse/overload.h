@@ -106,6 +106,7 @@ struct an_overload_request {
   a_template_arg *explicit_args;
   an_operand *object;            // selected object or the object called; null if none
   an_arg_operand *args;
+  bool is_undeclared;            // only the arguments' classes and namespaces can bring a function
   bool adl_allowed;
   bool no_explicit_constructors; // copy-initialization
   an_error_code error_code;      // nothing fits
@@ -116,6 +117,7 @@ struct an_overload_result {
   a_symbol *symbol;              // null: none, reported
   an_arg_match_summary *summaries;  // the caller gives them back; null when nothing was ranked
   a_symbol *surrogate_conversion;
+  bool not_found;                // an undeclared name: the caller reports it
   bool was_single_function;      // taken without ranking: the plain call messages apply
   bool is_dependent;
   bool explicit_constructor_skipped;

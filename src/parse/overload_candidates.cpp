@@ -198,20 +198,23 @@ static bool lookup_by_arguments_applies(const an_overload_request *request)
 }
 
 // Functions that the argument types' classes and namespaces bring along.
-static void add_dependent_candidates(const an_overload_request *request, a_candidate_search *search)
+// True when they bring any beside the name as written.
+static bool add_dependent_candidates(const an_overload_request *request, a_candidate_search *search)
 {
   an_arg_dependent_type_list *types = nullptr;
   for (an_arg_operand *arg = request->args; arg != nullptr; arg = arg->next)
     add_to_arg_dependent_lookup_list(arg->operand.type, &types);
-  if (types == nullptr) return;
-  a_symbol_locator locator;
-  make_locator_for_symbol(function_behind(request->symbol), &locator);
+  if (types == nullptr) return false;
+  a_symbol *known = request->is_undeclared ? nullptr : request->symbol;
+  a_symbol_locator locator = cleared_locator;
+  locator.header = request->symbol->header;
+  locator.position = request->position;
+  a_symbol *found = argument_dependent_lookup(known, &locator, types);
+  if (found == known || found == nullptr) return false;
   search->found_by_dependent_lookup = true;
-  for (a_symbol *found = argument_dependent_lookup(request->symbol, &locator, types);
-       found != nullptr; found = found->next_in_scope) {
-    if (found != request->symbol) add_candidates(search, found);
-  }
+  add_candidates(search, found);
   search->found_by_dependent_lookup = false;
+  return true;
 }
 
 static an_error_code code_of_failure(const an_overload_request *request,
@@ -279,8 +282,20 @@ void select_overloaded_function(const an_overload_request *request, an_overload_
   search.has_explicit_args = request->has_explicit_args;
   search.explicit_args = request->explicit_args;
   search.no_explicit_constructors = request->no_explicit_constructors;
-  if (request->symbol != nullptr) add_candidates(&search, request->symbol);
-  if (lookup_by_arguments_applies(request)) add_dependent_candidates(request, &search);
+  bool by_arguments =
+      lookup_by_arguments_applies(request) && add_dependent_candidates(request, &search);
+  if (!by_arguments && request->is_undeclared) {
+    result->not_found = true;
+    return;
+  }
+  if (!by_arguments && !request->has_explicit_args && request->object == nullptr &&
+      request->symbol != nullptr && is_single_function(request->symbol)) {
+    result->symbol = function_behind(request->symbol);
+    result->was_single_function = true;
+    return;
+  }
+  if (request->symbol != nullptr && !request->is_undeclared)
+    add_candidates(&search, request->symbol);
   result->explicit_constructor_skipped = search.explicit_constructor_skipped;
   if (search.list == nullptr) {
     report_no_candidate(request, &search);

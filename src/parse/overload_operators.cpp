@@ -312,17 +312,11 @@ static void add_nonmember_candidates(an_operator_search *search, an_operand *lef
   if (right != nullptr) functions.args->next = alloc_arg_operand(right);
   functions.list = search->list;
   a_symbol *symbol = normal_id_lookup(&locator, lo_skip_class_scopes);
-  if (symbol != nullptr) add_candidates(&functions, symbol);
   an_arg_dependent_type_list *types = nullptr;
   for (an_arg_operand *arg = functions.args; arg != nullptr; arg = arg->next)
     add_to_arg_dependent_lookup_list(arg->operand.type, &types);
-  if (types != nullptr) {
-    functions.found_by_dependent_lookup = true;
-    for (a_symbol *found = argument_dependent_lookup(symbol, &locator, types); found != nullptr;
-         found = found->next_in_scope) {
-      if (found != symbol) add_candidates(&functions, found);
-    }
-  }
+  if (types != nullptr) symbol = argument_dependent_lookup(symbol, &locator, types);
+  if (symbol != nullptr) add_candidates(&functions, symbol);
   search->list = functions.list;
   free_arg_operand_list(functions.args);
 }
