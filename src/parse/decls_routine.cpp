@@ -228,6 +228,10 @@ static a_routine *make_routine_for(a_decl_decision *decision, a_symbol *symbol)
   }
   int depth = decision->lookup_depth >= 0 ? decision->lookup_depth : decl_scope_level;
   add_to_routines_list(routine, depth);
+  if (decision->locator->is_opname) {
+    set_routine_special_kind(routine, sfk_operator);
+    routine->special.operator_kind = decision->locator->header->opname_kind;
+  }
   return routine;
 }
 

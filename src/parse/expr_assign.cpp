@@ -8,6 +8,7 @@
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "parse/expr_internal.h"
+#include "parse/overload.h"
 
 static bool reject_in_constant_context(an_operand *left, an_operand *right, a_source_position *pos,
                                        an_operand *result)
@@ -70,6 +71,7 @@ void scan_assignment_operator(an_operand *left, a_rescan_control_block *, an_ope
   get_token();
   scan_expression(&right, nullptr, prec_assignment, 0);
   if (reject_in_constant_context(left, &right, &pos, result)) return;
+  if (C_dialect == 2 && do_overloaded_operator(tok_assign, &pos, left, &right, result)) return;
   process_simple_assignment(left, &right, &pos, tok_assign, result);
 }
 
@@ -131,6 +133,7 @@ void scan_compound_assignment_operator(an_operand *left, a_rescan_control_block 
   get_token();
   scan_expression(&right, nullptr, prec_assignment, 0);
   if (reject_in_constant_context(left, &right, &pos, result)) return;
+  if (C_dialect == 2 && do_overloaded_operator(token, &pos, left, &right, result)) return;
   do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
   do_operand_transformations(&right, 0);
   if (left->kind == ok_error || right.kind == ok_error || !check_modifiable_lvalue_operand(left) ||

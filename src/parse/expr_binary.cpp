@@ -12,6 +12,7 @@
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "parse/expr_internal.h"
+#include "parse/overload.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
 
@@ -63,14 +64,16 @@ a_type *boolean_result_type()
   return integer_type(ik_int);
 }
 
-// Steps over the operator and scans the right operand of a left-associative one.
-static void scan_right_operand(int precedence, a_token_kind *token, a_source_position *pos,
-                               an_operand *right)
+// Steps over the operator and scans the right operand of a left-associative one.  True when an
+// operator function does the rest.
+static bool scan_right_operand(int precedence, a_token_kind *token, a_source_position *pos,
+                               an_operand *left, an_operand *right, an_operand *result)
 {
   *token = curr_token;
   *pos = pos_curr_token;
   get_token();
   scan_expression(right, nullptr, precedence, 0);
+  return C_dialect == 2 && do_overloaded_operator(*token, pos, left, right, result);
 }
 
 static void transform_both(an_operand *left, an_operand *right)
@@ -127,7 +130,7 @@ void scan_multiplicative_operator(an_operand *left, a_rescan_control_block *, an
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  scan_right_operand(prec_multiplicative, &token, &pos, &right);
+  if (scan_right_operand(prec_multiplicative, &token, &pos, left, &right, result)) return;
   transform_both(left, &right);
   bool integral_only = token == tok_remainder;
   bool left_ok =
@@ -188,7 +191,7 @@ void scan_additive_operator(an_operand *left, a_rescan_control_block *, an_opera
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  scan_right_operand(prec_additive, &token, &pos, &right);
+  if (scan_right_operand(prec_additive, &token, &pos, left, &right, result)) return;
   transform_both(left, &right);
   bool left_pointer = left->kind != ok_error && is_pointer_type(left->type);
   bool right_pointer = right.kind != ok_error && is_pointer_type(right.type);
@@ -231,7 +234,7 @@ void scan_shift_operator(an_operand *left, a_rescan_control_block *, an_operand 
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  scan_right_operand(prec_shift, &token, &pos, &right);
+  if (scan_right_operand(prec_shift, &token, &pos, left, &right, result)) return;
   transform_both(left, &right);
   if (!check_both(check_integral_or_enum_operand, left, &right, result)) return;
   if (C_dialect == 1) { // K&R: the usual arithmetic conversions apply to the left operand too
@@ -253,7 +256,7 @@ void scan_bit_operator(an_operand *left, a_rescan_control_block *, an_operand *r
   int precedence = curr_token == tok_ampersand ? prec_bit_and
                    : curr_token == tok_excl_or ? prec_bit_xor
                                                : prec_bit_or;
-  scan_right_operand(precedence, &token, &pos, &right);
+  if (scan_right_operand(precedence, &token, &pos, left, &right, result)) return;
   transform_both(left, &right);
   if (!check_both(check_integral_or_enum_operand, left, &right, result)) return;
   do_arithmetic(token, left, &right, &pos, result);
@@ -264,7 +267,7 @@ void scan_min_max_operator(an_operand *left, a_rescan_control_block *, an_operan
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  scan_right_operand(prec_min_max, &token, &pos, &right);
+  if (scan_right_operand(prec_min_max, &token, &pos, left, &right, result)) return;
   transform_both(left, &right);
   bool pointers = is_pointer_type(left->type) && is_pointer_type(right.type);
   if (pointers) {
@@ -369,7 +372,7 @@ void scan_relational_operator(an_operand *left, a_rescan_control_block *, an_ope
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  scan_right_operand(prec_relational, &token, &pos, &right);
+  if (scan_right_operand(prec_relational, &token, &pos, left, &right, result)) return;
   transform_both(left, &right);
   bool complex = (left->kind != ok_error && is_nonreal_floating_type(left->type)) ||
                  (right.kind != ok_error && is_nonreal_floating_type(right.type));
@@ -387,7 +390,7 @@ void scan_equality_operator(an_operand *left, a_rescan_control_block *, an_opera
   a_token_kind token;
   a_source_position pos;
   an_operand right;
-  scan_right_operand(prec_equality, &token, &pos, &right);
+  if (scan_right_operand(prec_equality, &token, &pos, left, &right, result)) return;
   do_comparison(token, left, &right, &pos, result);
 }
 
@@ -414,12 +417,29 @@ static void scan_conditionally(an_operand *operand, int precedence, unsigned fla
   expr_stack->conditionally_evaluated = saved_conditional;
 }
 
+// C++: a class operand was converted to a built-in type once both operands were known.
+static void finish_logical_operator(a_token_kind token, an_operand *left, an_operand *right,
+                                    a_source_position *pos, an_operand *result)
+{
+  transform_both(left, right);
+  if (!check_both(check_scalar_operand, left, right, result)) return;
+  do_binary_operation(token == tok_and_and ? eok_land : eok_lor, left, right, boolean_result_type(),
+                      result, pos, token);
+}
+
 void scan_logical_operator(an_operand *left, a_rescan_control_block *, an_operand *result)
 {
   a_token_kind token = curr_token;
   a_source_position pos = pos_curr_token;
   bool is_and = token == tok_and_and;
   an_operand right;
+  if (C_dialect == 2 && is_class_struct_union_type(left->type)) {
+    get_token();
+    scan_expression(&right, nullptr, is_and ? prec_logical_and : prec_logical_or, 0);
+    if (do_overloaded_operator(token, &pos, left, &right, result)) return;
+    finish_logical_operator(token, left, &right, &pos, result);
+    return;
+  }
   do_operand_transformations(left, 0);
   bool left_ok = check_scalar_operand(left);
   flush_ref_entries_except(nullptr, nullptr);
@@ -427,6 +447,7 @@ void scan_logical_operator(an_operand *left, a_rescan_control_block *, an_operan
   bool dead = left_ok && left_decides(left, is_and);
   get_token();
   scan_conditionally(&right, is_and ? prec_logical_and : prec_logical_or, 0, dead);
+  if (C_dialect == 2 && do_overloaded_operator(token, &pos, left, &right, result)) return;
   bool saved_required = expr_stack->value_required;
   if (dead) expr_stack->value_required = false;
   do_operand_transformations(&right, 0);

@@ -406,8 +406,8 @@ static bool check_callable(an_operand *function, a_routine *routine, a_source_po
 }
 
 void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block,
-                        a_type *return_type, a_source_position *open_pos, a_source_position *end,
-                        an_operand *result)
+                 a_type *return_type, a_source_position *open_pos, a_source_position *end,
+                 an_operand *result)
 {
   a_source_position start = function->position;
   bool foldable = routine != nullptr && is_gnu_builtin_function(routine) &&
@@ -454,7 +454,8 @@ static void check_prototype_for_misra(an_operand *function)
 static bool is_call_by_name(an_operand *function)
 {
   if (in_constant_context() && expr_stack->value_required) return false;
-  if (function->kind == ok_indefinite_function || function->kind == ok_undefined_symbol) return true;
+  if (function->kind == ok_indefinite_function || function->kind == ok_undefined_symbol)
+    return true;
   a_routine *routine = routine_from_function_operand(function);
   return function->is_id_expression && function->symbol != nullptr && routine != nullptr &&
          is_routine_symbol(function->symbol) && !function->symbol->is_class_member &&

@@ -10,6 +10,7 @@
 #include "lex/lexical.h"
 #include "parse/decls.h"
 #include "parse/expr_internal.h"
+#include "parse/overload.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
@@ -37,6 +38,8 @@ void scan_subscript(an_operand *left, a_rescan_control_block *, an_operand *resu
     make_error_operand(result);
     return;
   }
+  if (C_dialect == 2 && do_overloaded_operator_by_name(onk_subscript, &pos, left, &index, result))
+    return;
   do_operand_transformations(left, 0);
   do_operand_transformations(&index, 0);
   a_source_position start = left->position;

@@ -11,6 +11,7 @@
 #include "il/types.h"
 #include "lex/lexical.h"
 #include "parse/expr_internal.h"
+#include "parse/overload.h"
 #include "parse/symbol_tbl.h"
 
 // -------------------------------------------------------------------------------------------------
@@ -45,6 +46,7 @@ void scan_prefix_operator(an_operand *result)
   an_operand operand;
   get_token();
   scan_expression(&operand, nullptr, prec_unary, 0);
+  if (C_dialect == 2 && do_overloaded_operator(token, &pos, &operand, nullptr, result)) return;
   do_operand_transformations(&operand, 0);
   if (!check_unary_operand(token, &operand)) {
     make_error_operand(result);
@@ -212,6 +214,16 @@ void scan_address_of_operator(an_operand *result)
     make_error_operand(result);
     return;
   }
+  if (C_dialect == 2) {
+    if (do_overloaded_operator(tok_ampersand, &pos, &operand, nullptr, result)) return;
+    if (operand.kind == ok_indefinite_function) {
+      *result = operand;
+      result->pending_address_of = true;
+      result->pending_address_of_id = operand.is_id_expression;
+      result->address_position = pos;
+      return;
+    }
+  }
   do_operand_transformations(&operand,
                              ot_keep_function_designators | ot_keep_arrays | ot_keep_lvalues);
   if (!check_address_operand(&operand)) {
@@ -237,6 +249,7 @@ void scan_indirection_operator(an_operand *result)
     make_error_operand(result);
     return;
   }
+  if (C_dialect == 2 && do_overloaded_operator(tok_star, &pos, &operand, nullptr, result)) return;
   do_operand_transformations(&operand, 0);
   if (operand.kind != ok_error && !is_pointer_type(operand.type)) {
     expr_pos_error(ec_bad_indirection_operand, operand.position);
@@ -316,18 +329,27 @@ static void finish_incr_decr(an_operand *operand, an_expr_operator_kind op, a_so
 
 void scan_prefix_incr_decr(an_operand *result)
 {
-  an_expr_operator_kind op = curr_token == tok_plus_plus ? eok_pre_incr : eok_pre_decr;
+  a_token_kind token = curr_token;
+  an_expr_operator_kind op = token == tok_plus_plus ? eok_pre_incr : eok_pre_decr;
   a_source_position pos = pos_curr_token;
   an_operand operand;
   get_token();
   scan_expression(&operand, nullptr, prec_unary, 0);
+  if (C_dialect == 2 && do_overloaded_operator(token, &pos, &operand, nullptr, result)) return;
   finish_incr_decr(&operand, op, &pos, true, operand.end_position, result);
 }
 
 void scan_postfix_incr_decr(an_operand *left, a_rescan_control_block *, an_operand *result)
 {
   an_expr_operator_kind op = curr_token == tok_plus_plus ? eok_post_incr : eok_post_decr;
+  a_token_kind token = curr_token;
   a_source_position pos = pos_curr_token, end = end_pos_curr_token;
   get_token();
+  if (C_dialect == 2) {
+    // The function is told from the prefix form by a second operand, which is 0.
+    an_operand zero;
+    make_integer_constant_operand(0, integer_type(ik_int), &zero);
+    if (do_overloaded_operator(token, &pos, left, &zero, result)) return;
+  }
   finish_incr_decr(left, op, &pos, false, end, result);
 }

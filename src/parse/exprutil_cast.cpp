@@ -254,10 +254,9 @@ static void general_conversion(an_operand *operand, a_type *type, bool is_argume
                                an_error_code code, a_source_position *pos)
 {
   if (is_any_reference_type(type)) {
-    prep_reference_initializer_operand(operand, type, nullptr, false,
-                                       expr_stack->favor_constant_result ? rif_lives_on | rif_static
-                                                                         : unsigned{rif_lives_on},
-                                       code, pos);
+    unsigned flags = expr_stack->in_return_or_throw ? rif_return : rif_lives_on;
+    if (expr_stack->favor_constant_result) flags |= rif_static;
+    prep_reference_initializer_operand(operand, type, nullptr, false, flags, code, pos);
     return;
   }
   if (C_dialect == 2 && convert_class_or_function(operand, type, pos)) return;

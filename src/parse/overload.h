@@ -152,6 +152,14 @@ struct an_operator_request {
 bool check_for_operator_overloading(const an_operator_request *request, an_operand *left,
                                     an_operand *right, an_operand *result);
 
+// The operator of a token on operands that were scanned; `right` is null for a prefix operator.
+// True: *result is set.  False: the ordinary code goes on, with operands that may have been converted.
+bool do_overloaded_operator(unsigned token, a_source_position *pos, an_operand *left,
+                            an_operand *right, an_operand *result);
+// The same by name, for [], () and postfix ++.
+bool do_overloaded_operator_by_name(unsigned opname_kind, a_source_position *pos, an_operand *left,
+                                    an_operand *right, an_operand *result);
+
 // User-defined conversions.  The tests are silent; `candidates`, where asked for, receives the tying
 // candidates of an ambiguity, which the caller lists and frees.
 enum : unsigned {

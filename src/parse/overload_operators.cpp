@@ -9,6 +9,7 @@
 #include "il/il_entities.h"
 #include "il/types.h"
 #include "lex/source_position.h"
+#include "lex/tokens.h"
 #include "parse/expr_class.h"
 #include "parse/lookup.h"
 #include "parse/overload.h"
@@ -436,4 +437,50 @@ bool check_for_operator_overloading(const an_operator_request *request, an_opera
   }
   free_candidate_function_list(selection.candidates);
   return handled;
+}
+
+// -------------------------------------------------------------------------------------------------
+// From tokens
+
+static an_opname_kind opname_of_token(unsigned token)
+{
+  static const unsigned short tokens[num_opname_kinds] = {
+#define OPNAME(kind, text, token) token,
+#include "parse/opnames.def"
+  };
+  for (unsigned kind = onk_plus; kind < num_opname_kinds; ++kind)
+    if (tokens[kind] == token) return (an_opname_kind)kind;
+  return onk_none;
+}
+
+bool do_overloaded_operator_by_name(unsigned opname_kind, a_source_position *pos, an_operand *left,
+                                    an_operand *right, an_operand *result)
+{
+  if (!is_overloadable_operand(left) && !is_overloadable_operand(right)) return false;
+  an_operator_request request = {};
+  request.opname_kind = opname_kind;
+  request.is_unary = right == nullptr;
+  // Assignment, call and subscript are members only.
+  request.no_builtin = opname_kind == onk_assign || opname_kind == onk_call ||
+                       opname_kind == onk_subscript || opname_kind == onk_arrow;
+  request.consider_builtin = opname_kind != onk_assign && opname_kind != onk_comma &&
+                             opname_kind != onk_call && opname_kind != onk_arrow;
+  request.quiet = opname_kind == onk_comma || opname_kind == onk_ampersand ||
+                  opname_kind == onk_assign || opname_kind == onk_arrow ||
+                  !is_class_struct_union_type(left->type);
+  if (right != nullptr && is_class_struct_union_type(right->type) && opname_kind != onk_comma &&
+      opname_kind != onk_assign)
+    request.quiet = false;
+  request.position = *pos;
+  if (!check_for_operator_overloading(&request, left, right, result)) return false;
+  result->position = left->position;
+  return true;
+}
+
+bool do_overloaded_operator(unsigned token, a_source_position *pos, an_operand *left,
+                            an_operand *right, an_operand *result)
+{
+  if (!is_overloadable_operand(left) && !is_overloadable_operand(right)) return false;
+  an_opname_kind kind = opname_of_token(token);
+  return kind != onk_none && do_overloaded_operator_by_name(kind, pos, left, right, result);
 }

@@ -5,18 +5,18 @@ cplusplus_forms.cpp (from line number 1, sequence numbers 1-32)
 */
 int __ZOKCPFE__4_4;
 void *memcpy(); void *memset();
-#pragma CODE_SECTION(f, ".code_1")
-#pragma FUNC_IS_PURE(f)
-#pragma FUNC_CANNOT_INLINE(f)
-#pragma FUNC_EXT_CALLED(f)
-int f(int) __attribute__((__section__(".code_1")));
-#pragma INTERRUPT(handler, fiq)
-void handler(void);
-#pragma FUNC_INTERRUPT_THRESHOLD(g, -1)
-#pragma FUNCTION_OPTIONS(g, "-o")
-int g(void);
+#pragma CODE_SECTION(_Z1fi, ".code_1")
+#pragma FUNC_IS_PURE(_Z1fi)
+#pragma FUNC_CANNOT_INLINE(_Z1fi)
+#pragma FUNC_EXT_CALLED(_Z1fi)
+int _Z1fi(int) __attribute__((__section__(".code_1")));
+#pragma INTERRUPT(_Z7handlerv, fiq)
+void _Z7handlerv(void);
+#pragma FUNC_INTERRUPT_THRESHOLD(_Z1gv, -1)
+#pragma FUNCTION_OPTIONS(_Z1gv, "-o")
+int _Z1gv(void);
 
-int call(void);
+int _Z4callv(void);
 #pragma DATA_SECTION(x, ".data_1")
 extern int x __attribute__((__section__(".data_1")));
 #pragma DATA_ALIGN(y, 16)
@@ -33,16 +33,16 @@ int weak __attribute__((__weak__));
 #pragma NEAR(near_word)
 int near_word;
 int x __attribute__((__section__(".data_1"))) = 3;
- __attribute__((__section__(".code_1"))) int f(int __12_11_n)
+ __attribute__((__section__(".code_1"))) int _Z1fi(int __12_11_n)
 {
 
   { auto int __15_12_i; __15_12_i = 0;
 #pragma MUST_ITERATE(1, 2)
-  for (; (__15_12_i < __12_11_n); __15_12_i++) __12_11_n--;}
+    for (; (__15_12_i < __12_11_n); __15_12_i++) __12_11_n--; }
   return __12_11_n;
 }
 
 
 
-void handler(void) { }
-int call(void) { return g(); }
+void _Z7handlerv(void) { }
+int _Z4callv(void) { return _Z1gv(); }
