@@ -106,12 +106,18 @@ static void reject_temporary(const a_reference_init *init)
 // -------------------------------------------------------------------------------------------------
 // Binding
 
-static bool names_automatic_object(an_expr_node *node)
+// The whole object that an lvalue is or is part of.
+static an_expr_node *object_of_lvalue(an_expr_node *node)
 {
   while (node->kind == enk_operation &&
          (op_of(node) == eok_dot_field || op_of(node) == eok_derived_to_base ||
           op_of(node) == eok_lvalue_cast))
     node = first_operand_of(node);
+  return node;
+}
+
+static bool names_automatic_object(an_expr_node *node)
+{
   if (node->kind != enk_variable) return false;
   const a_variable *variable = variable_of(node);
   return variable->source_corresp.is_local && variable->storage_class != sc_static &&
@@ -121,7 +127,7 @@ static bool names_automatic_object(an_expr_node *node)
 static void warn_of_dangling_reference(const a_reference_init *init)
 {
   if (!(init->flags & rif_return) || init->operand->kind != ok_expression) return;
-  an_expr_node *node = init->operand->value.expr;
+  an_expr_node *node = object_of_lvalue(init->operand->value.expr);
   if (node->kind == enk_temp_init)
     expr_pos_warning(ec_return_ref_init_requires_temp, init->position);
   else if (names_automatic_object(node))
