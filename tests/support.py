@@ -70,10 +70,10 @@ def npm_package(name):
     return os.path.join(folder, 'package')
 
 
-def torture_folder():
-    """The gcc.c-torture folder of Debian's compiler sources, or None."""
+def gcc_testsuite(name):
+    """A folder of the test suites in Debian's compiler sources (gcc.c-torture, gcc.dg), or None."""
     folder = os.path.join(CACHE, 'torture')
-    found = glob.glob(folder + '/*/gcc/testsuite/gcc.c-torture')
+    found = glob.glob(folder + '/*/gcc/testsuite/' + name)
     if found:
         return found[0]
     os.makedirs(CACHE, exist_ok=True)
@@ -88,9 +88,9 @@ def torture_folder():
     subprocess.run(['dpkg-deb', '-x', packages[0], unpacked], check=True)
     tar = glob.glob(unpacked + '/usr/src/gcc-12/gcc-*.tar.xz')[0]
     os.makedirs(folder, exist_ok=True)
-    subprocess.run(['tar', '-xJf', tar, '-C', folder, '--wildcards', '*/gcc/testsuite/gcc.c-torture/*'], check=True)
+    subprocess.run(['tar', '-xJf', tar, '-C', folder, '--wildcards', '*/gcc/testsuite/%s/*' % name], check=True)
     shutil.rmtree(unpacked)
-    return glob.glob(folder + '/*/gcc/testsuite/gcc.c-torture')[0]
+    return glob.glob(folder + '/*/gcc/testsuite/' + name)[0]
 
 
 def in_parallel(function, items):

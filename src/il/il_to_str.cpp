@@ -268,7 +268,7 @@ static void form_base_type(a_type *type, an_il_to_str_output_control_block *bloc
   case tk_float: put(float_kind_name(as_float(type).float_kind), block); return;
   case tk_imaginary:
     put(float_kind_name(as_float(type).float_kind), block);
-    put(" _Imaginary", block);
+    if (!block->generated_code) put(" _Imaginary", block); // there it is lowered to the real type
     return;
   case tk_complex:
     put(float_kind_name(as_float(type).float_kind), block);

@@ -682,6 +682,10 @@ void form_constant(const a_constant *constant, bool in_context,
     return;
   case ck_float: form_float_constant(constant, in_context, block); return;
   case ck_imaginary:
+    if (block->generated_code) {
+      form_float_constant(constant, in_context, block);
+      return;
+    }
     put("(", block);
     form_imaginary_value(&float_of(constant), float_kind_of_type(constant->type), block);
     put(")", block);

@@ -18,6 +18,12 @@ static bool in_gnu_mode()
   return gcc_mode || gpp_mode;
 }
 
+// The keyword exists outside the GNU modes only.
+static bool has_imaginary_types()
+{
+  return c99_complex_enabled && !in_gnu_mode();
+}
+
 bool c99_il_lowering_needed()
 {
   if (suppress_il_lowering || total_errors != 0) return false;
@@ -182,6 +188,10 @@ static void lower_c99_operation(an_expr_node *expr)
   case eok_lor: lower_logical_operator(expr); return;
   default: break;
   }
+  if (has_imaginary_types() && rewrite_imaginary_assignment(expr)) {
+    lower_c99_expr(expr);
+    return;
+  }
   unsigned mask = expr_boolean_controlling_expr_mask(expr);
   unsigned bit = 1;
   an_expr_node *next;
@@ -192,6 +202,8 @@ static void lower_c99_operation(an_expr_node *expr)
     bit <<= 1;
   }
   bool is_subscript = op_of(expr) == eok_subscript;
+  if (has_imaginary_types()) lower_imaginary_operator(expr);
+  if (expr->kind != enk_operation) return;
   lower_c99_operator(expr);
   if (is_subscript && in_gnu_mode()) convert_struct_rvalue_to_comma_expr_if_needed(expr);
 }

@@ -25,6 +25,13 @@ void create_dimension_variable(a_statement *statement);
 void create_element_count_variable_for_vla(a_statement *statement);
 void lower_runtime_sizeof(an_expr_node *expr);
 
+// Imaginary types (lower_imaginary.cpp).
+// The operands are lowered.
+void lower_imaginary_operator(an_expr_node *expr);
+// An assignment `x op= y` to an imaginary x becomes x = x op y where that is more than an operation
+// on the parts; true if so.  The operands aren't lowered yet.
+bool rewrite_imaginary_assignment(an_expr_node *expr);
+
 // Statement expressions and their sequence points (lower_gnu.cpp).
 extern bool full_expr_has_statement_expression;
 void lower_sequence_point_expr(an_expr_node *expr);

@@ -248,7 +248,7 @@ static bool is_shift_assignment(an_expr_operator_kind op)
   return op == eok_shift_left_assign || op == eok_shift_right_assign;
 }
 
-// x op= y on a bool is x = (bool)(x op y).
+// x op= y on a bool is x = (bool)(x op y); with other types that the operation leaves, alike.
 void rewrite_compound_assignment(an_expr_node *expr)
 {
   an_expr_operator_kind op = op_of(expr);
@@ -267,9 +267,17 @@ void rewrite_compound_assignment(an_expr_node *expr)
     operand = add_cast_if_necessary(operand, operation_type);
   }
   value = add_cast_if_necessary(value, operation_type);
-  an_expr_node *result = make_binary_node(plain_operator_of(op), operation_type, value, operand);
-  an_expr_node *conversion = make_operator_node(eok_cast_to_bool, type, result);
-  lower_bool_cast(conversion);
+  an_expr_operator_kind plain_op = plain_operator_of(op);
+  a_type *result_type = operation_type;
+  if (is_imaginary_type(operation_type) && (plain_op == eok_multiply || plain_op == eok_divide)) {
+    result_type = float_type(float_kind_of_type(operation_type));
+  }
+  an_expr_node *result = make_binary_node(plain_op, result_type, value, operand);
+  an_expr_node *conversion = make_operator_node(eok_cast, type, result);
+  if (is_bool_type(type)) {
+    operation_of(conversion).op = eok_cast_to_bool;
+    lower_bool_cast(conversion);
+  }
   put_behind_setup(expr, setup, make_binary_node(eok_assign, type, object, conversion));
 }
 

@@ -117,8 +117,8 @@ static void convert_right_of_compound(a_token_kind token, an_operand *left, an_o
   an_operand left_value = *left;
   left_value.ref_entries = left_value.last_ref_entry = nullptr;
   a_type *type = determine_arithmetic_conversions(&left_value, right);
-  if (is_floating_type(type) && is_nonreal_floating_type(right->type) &&
-      !is_nonreal_floating_type(left->type)) {
+  bool is_product = token == tok_times_assign || token == tok_divide_assign;
+  if (is_product && is_imaginary_type(left->type) && !is_nonreal_floating_type(right->type)) {
     type = float_type(float_kind_of_type(type));
   }
   if (!is_error_type(type)) cast_operand(type, right, false);

@@ -107,6 +107,14 @@ static void report_incompatible(an_operand *left, an_operand *right, a_source_po
   expr_pos_ty2_diagnostic(es_error, ec_incompatible_operands, *pos, left->type, right->type);
 }
 
+// The operand stays real or imaginary.
+static void change_float_kind(a_float_kind kind, an_operand *operand)
+{
+  do_operand_transformations(operand, 0);
+  a_type *type = is_imaginary_type(operand->type) ? imaginary_type(kind) : float_type(kind);
+  cast_operand(type, operand, false);
+}
+
 // Both arithmetic: converts to the common type and does the operation.
 static void do_arithmetic(a_token_kind token, an_operand *left, an_operand *right,
                           a_source_position *pos, an_operand *result)
@@ -116,7 +124,14 @@ static void do_arithmetic(a_token_kind token, an_operand *left, an_operand *righ
   a_type *result_type = type;
   if (is_imaginary_type(left->type) || is_imaginary_type(right->type)) {
     result_type = determine_imaginary_operation_type(op, left->type, right->type, type);
-    if (is_complex_type(result_type)) type = result_type;
+    if (!is_complex_type(result_type)) {
+      // A product of the parts: no operand becomes complex.
+      change_float_kind(float_kind_of_type(type), left);
+      change_float_kind(float_kind_of_type(type), right);
+      do_binary_operation(op, left, right, result_type, result, pos, token);
+      return;
+    }
+    type = result_type;
   }
   change_binary_operand_types(type, left, right);
   do_binary_operation(op, left, right, result_type, result, pos, token);

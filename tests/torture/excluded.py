@@ -79,3 +79,6 @@ EXCLUDED_BY_COMMENT = [
     (r'dg-options[^\n]*-std=(gnu|c)(11|17|2x|18)', 'later standard'),
     (r'dg-options[^\n]*-f(gimple|openmp|openacc)', 'extension of the compiler chosen by an option'),
 ]
+
+# Run-time cases of gcc.dg: (pattern of the path, reason).
+EXCLUDED_DG = []

@@ -112,7 +112,7 @@ def main():
     if not support.have_cross_tools():
         print('SKIPPED: no cross compiler')
         support.finish('torture', 0, 0, 1)
-    folder = support.torture_folder()
+    folder = support.gcc_testsuite('gcc.c-torture')
     if folder is None:
         support.finish('torture', 0, 0, 1)
     selected, excluded = select(folder)
