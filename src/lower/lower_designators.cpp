@@ -82,11 +82,38 @@ static void insert_behind(a_positional_list *list, a_constant *element, a_consta
   if (list->tail == element) list->tail = new_element;
 }
 
+static void unshare_expressions(a_constant *constant)
+{
+  check_recursion();
+  if (constant->kind == ck_init_repeat) {
+    unshare_expressions(init_repeat_of(constant).repeated);
+  } else if (constant->kind == ck_aggregate) {
+    for (a_constant *element = aggregate_of(constant).first_element; element != nullptr;
+         element = element->next) {
+      unshare_expressions(element);
+    }
+  } else if (constant->kind == ck_dynamic_init &&
+             dynamic_init_of(constant)->kind == dik_expression) {
+    a_dynamic_init *init = alloc_dynamic_init(dik_expression);
+    expr_of(init) = copy_expr_tree(expr_of(dynamic_init_of(constant)), true);
+    dynamic_init_of(constant) = init;
+  }
+}
+
+// The value for one more place, with expressions of its own.
+static a_constant *copy_element(const a_constant *element)
+{
+  a_constant *copy = copy_unshared_constant(element);
+  if (has_dynamic_part(copy)) unshare_expressions(copy);
+  return copy;
+}
+
 // A repeat of `count`, or the value itself for one.
 static a_constant *make_repeat(const a_constant *repeat, uint64_t count)
 {
-  if (count == 1) return copy_unshared_constant(init_repeat_of(repeat).repeated);
+  if (count == 1) return copy_element(init_repeat_of(repeat).repeated);
   a_constant *copy = alloc_unshared_constant(repeat);
+  init_repeat_of(copy).repeated = copy_element(init_repeat_of(repeat).repeated);
   init_repeat_of(copy).count = count;
   return copy;
 }
@@ -98,14 +125,14 @@ static a_constant *split_at(a_positional_list *list, uint64_t position)
   if (element->kind != ck_init_repeat) return element;
   uint64_t before = position - list->cursor_position;
   uint64_t behind = init_repeat_of(element).count - before - 1;
-  a_constant *single = copy_unshared_constant(init_repeat_of(element).repeated);
+  a_constant *single = copy_element(init_repeat_of(element).repeated);
   if (behind > 0) insert_behind(list, element, make_repeat(element, behind));
   if (before == 0) {
     replace_link(list, list->before_cursor, element, single);
   } else {
     insert_behind(list, element, single);
     if (before == 1) {
-      a_constant *first = copy_unshared_constant(init_repeat_of(element).repeated);
+      a_constant *first = copy_element(init_repeat_of(element).repeated);
       replace_link(list, list->before_cursor, element, first);
       element = first;
     } else {
@@ -198,6 +225,41 @@ static void reduce_to_designated_place(a_constant *constant)
   }
 }
 
+// The place that a range designates, to which all elements but the last are reduced.
+static a_constant *designated_place(a_constant *constant)
+{
+  while (is_elided_aggregate(constant) && contains_designators(constant)) {
+    a_constant *first = aggregate_of(constant).first_element;
+    if (first != nullptr && first->kind == ck_designator) first = first->next;
+    if (first == nullptr) break;
+    constant = first;
+  }
+  return constant;
+}
+
+// `first` is a copy of `rest`: expressions are evaluated there, and the others read their values.
+static void share_values(a_constant *first, a_constant *rest)
+{
+  check_recursion();
+  if (first->kind == ck_init_repeat) {
+    share_values(init_repeat_of(first).repeated, init_repeat_of(rest).repeated);
+  } else if (first->kind == ck_aggregate) {
+    a_constant *other = aggregate_of(rest).first_element;
+    for (a_constant *element = aggregate_of(first).first_element; element != nullptr;
+         element = element->next, other = other->next) {
+      share_values(element, other);
+    }
+  } else if (first->kind == ck_dynamic_init && dynamic_init_of(first)->kind == dik_expression) {
+    an_expr_node *&evaluated = expr_of(dynamic_init_of(first));
+    a_type *type = rvalue_type(evaluated->type);
+    a_variable *variable = make_lowered_temporary(type);
+    an_expr_operator_kind op = assignment_operator_for_type(type);
+    an_expr_node *save = make_binary_node(op, type, var_lvalue_expr(variable), evaluated);
+    evaluated = make_comma_node(save, lowered_temporary_value(variable, type));
+    expr_of(dynamic_init_of(rest)) = lowered_temporary_value(variable, type);
+  }
+}
+
 static void place_element(a_positional_list *list, uint64_t position, a_constant *element,
                           a_type *type)
 {
@@ -213,6 +275,30 @@ static void place_element(a_positional_list *list, uint64_t position, a_constant
   replace_link(list, previous, old_element, result);
 }
 
+static void place_repeat(a_positional_list *list, uint64_t position, a_constant *repeat,
+                         a_type *type);
+
+// A range whose value isn't constant: later designators may take it apart, but its expressions are
+// evaluated once, for its first element.
+static void place_dynamic_range(a_positional_list *list, uint64_t position, a_constant *range,
+                                a_type *type)
+{
+  a_constant *value = init_repeat_of(range).repeated;
+  a_constant *first = copy_element(value);
+  if (is_elided_aggregate(value) && contains_designators(value)) {
+    reduce_to_designated_place(first);
+  }
+  share_values(designated_place(first), designated_place(value));
+  place_element(list, position, first, type);
+  uint64_t rest = init_repeat_of(range).count - 1;
+  if (rest == 1) {
+    place_element(list, position + 1, value, type);
+  } else {
+    init_repeat_of(range).count = rest;
+    place_repeat(list, position + 1, range, type);
+  }
+}
+
 // A run of equal elements from the position on.  Over older elements, and with parts that differ in
 // the last one, they are placed one by one.
 static void place_repeat(a_positional_list *list, uint64_t position, a_constant *repeat,
@@ -226,7 +312,7 @@ static void place_repeat(a_positional_list *list, uint64_t position, a_constant 
   uint64_t i = 0;
   while (i < count && (position + i < list->length || last_differs)) {
     bool is_last = i + 1 == count;
-    a_constant *single = is_last ? value : copy_unshared_constant(value);
+    a_constant *single = is_last ? value : copy_element(value);
     if (last_differs && !is_last) reduce_to_designated_place(single);
     place_element(list, position + i, single, type);
     i++;
@@ -271,7 +357,12 @@ static void flatten_array(a_constant *aggregate, a_type *element_type, a_constan
       position = designator_of(element).index;
     } else if (element->kind == ck_init_repeat) {
       uint64_t count = init_repeat_of(element).count;
-      place_repeat(&list, position, element, element_type);
+      bool is_range = init_repeat_of(element).from_range_designator;
+      if (is_range && count > 1 && has_dynamic_part(init_repeat_of(element).repeated)) {
+        place_dynamic_range(&list, position, element, element_type);
+      } else {
+        place_repeat(&list, position, element, element_type);
+      }
       position += count;
     } else {
       place_element(&list, position, element, element_type);

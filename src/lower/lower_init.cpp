@@ -73,14 +73,20 @@ an_expr_node *make_lvalue_of_init_entity_node(const an_init_pos_descr *descr)
 
 // --- Assignment of initial values ----------------------------------------------------------------
 
-// A const object, or one inside a const object, is written through a pointer without const.
+// A const object, or one inside a const object, is written through a pointer without const.  A
+// bit-field has no address: what holds it does.
 static an_expr_node *without_const(an_expr_node *object)
 {
   if (!is_const_qualified(object->type)) return object;
-  bool is_bit_field =
-      (is_operation(object, eok_dot_field) || is_operation(object, eok_arrow_field)) &&
-      field_of(second_operand_of(object))->is_bit_field;
-  if (is_bit_field) return object;
+  if (is_operation(object, eok_dot_field) && field_of(second_operand_of(object))->is_bit_field) {
+    an_expr_node *field = second_operand_of(object);
+    an_expr_node *holder = first_operand_of(object);
+    holder->next = nullptr;
+    holder = without_const(holder);
+    holder->next = field;
+    first_operand_of(object) = holder;
+    return object;
+  }
   a_type *type = make_unqualified_type(object->type);
   an_expr_node *address = add_address_of_to_node(object);
   return add_indirection_to_node(add_cast(address, make_pointer_type(type)));
@@ -201,8 +207,7 @@ static void zero_object(const an_init_pos_descr *descr, an_insert_location *loca
 
 // --- Aggregates ----------------------------------------------------------------------------------
 
-// Whether some part needs code.
-static bool has_dynamic_part(const a_constant *constant)
+bool has_dynamic_part(const a_constant *constant)
 {
   switch (constant->kind) {
   case ck_dynamic_init: return true;

@@ -38,6 +38,8 @@ enum a_lower_init_flag : unsigned {
   lif_exception_state = 2
 };
 
+// Whether some part of the initial value needs code.
+bool has_dynamic_part(const a_constant *constant);
 void set_var_init_pos_descr(a_variable *variable, an_init_pos_descr *descr);
 // The object as an lvalue.
 an_expr_node *make_lvalue_of_init_entity_node(const an_init_pos_descr *descr);

@@ -349,7 +349,7 @@ static bool scan_designated_element(an_init_pos_state *level)
   finish_designator(is_extended, &goes_on);
   a_constant value;
   if (goes_on) {
-    if (is_extended) pos_error(ec_no_ordinary_and_extended_designators, pos_curr_token);
+    if (is_extended && !level->is_array) pos_error(ec_no_ordinary_and_extended_designators, pos_curr_token);
     if (!is_aggregate(type_of_next_element(level))) {
       pos_error(ec_invalid_designator_kind, pos_curr_token);
       flush_tokens_without_warning();
