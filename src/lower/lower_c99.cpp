@@ -621,6 +621,9 @@ static void lower_c99_scope(a_scope *scope)
     for (a_routine *routine = scope->routines; routine != nullptr; routine = routine->next) {
       rewrite_ucns_in_name(&routine->source_corresp);
     }
+    for (a_label *label = scope->labels; label != nullptr; label = label->next) {
+      rewrite_ucns_in_name(&label->source_corresp);
+    }
   }
   for (a_scope *sub = scope->subscopes; sub != nullptr; sub = sub->next)
     lower_c99_scope(sub);

@@ -5,7 +5,7 @@
 
 #include "consts/folding.h"
 #include "driver/flags.h"
-#include "errors/misra_hooks.h"
+#include "driver/host_envir.h"
 #include "driver/target.h"
 #include "errors/misra_hooks.h"
 #include "il/il.h"
@@ -113,12 +113,39 @@ static const char *name_of_function_at_hand()
   return routine == nullptr ? "" : routine->source_corresp.name;
 }
 
+// A universal character in the name is the character that a string literal makes of it.  Returns the
+// length, at most that of the name.
+static size_t copy_name_as_text(const char *name, char *text)
+{
+  size_t length = 0;
+  while (*name != '\0') {
+    if (*name != '\\') {
+      text[length++] = *name++;
+      continue;
+    }
+    char *loc = (char *)name;
+    unsigned long code_point = scan_universal_character(&loc, true, false, false);
+    name = loc;
+    if (gcc_mode || gpp_mode) {
+      length += unicode_to_utf8(code_point, text + length);
+    } else {
+      text[length++] = (char)code_point;
+    }
+  }
+  text[length++] = '\0';
+  return length;
+}
+
 static void make_function_name_constant(a_constant *constant)
 {
   const char *name = name_of_function_at_hand();
   size_t length = strlen(name) + 1;
   char *text = alloc_text_of_string_literal(length);
-  memcpy(text, name, length);
+  if (il_header.canonical_ids_used) {
+    length = copy_name_as_text(name, text);
+  } else {
+    memcpy(text, name, length);
+  }
   clear_constant(constant, ck_string);
   string_of(constant).length = length;
   string_of(constant).text = text;
