@@ -1,6 +1,8 @@
 """Random programs: the translated program must print what the direct build prints.
 
     csmith.py --from 1 --to 30
+
+The seed also chooses which of the generator's options a program is made with.
 """
 import os
 import shutil
@@ -12,13 +14,26 @@ sys.path.insert(0, os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 import support
 
 CSMITH_INCLUDE = '/usr/include/csmith'
-OPTIONS = ['--no-packed-struct', '--concise']
+OPTIONS = ['--concise']
+VARIATIONS = [
+    ['--no-packed-struct'],
+    ['--packed-struct', '--no-unions', '--max-struct-fields', '20'],
+    ['--no-packed-struct', '--float', '--builtins'],
+    ['--no-packed-struct', '--max-block-depth', '7', '--max-expr-complexity', '20', '--inline-function'],
+    ['--packed-struct', '--max-union-fields', '8', '--no-safe-math', '--no-divs', '--no-muls'],
+    ['--no-packed-struct', '--max-array-dim', '4', '--max-pointer-depth', '4', '--no-volatiles', '--paranoid'],
+    ['--no-packed-struct', '--max-struct-fields', '30', '--max-funcs', '4', '--volatile-pointers', '--no-argc'],
+]
+
+
+def options_of(seed):
+    return OPTIONS + VARIATIONS[seed % len(VARIATIONS)]
 
 
 def check(rvparse, seed):
     with tempfile.TemporaryDirectory() as work:
         source = os.path.join(work, 'random.c')
-        done = support.run(['csmith', '--seed', str(seed), '-o', source] + OPTIONS, cwd=work)
+        done = support.run(['csmith', '--seed', str(seed), '-o', source] + options_of(seed), cwd=work)
         if done.returncode != 0:
             return 'csmith failed'
         direct, made = os.path.join(work, 'direct'), os.path.join(work, 'made')
