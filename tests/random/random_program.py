@@ -477,6 +477,50 @@ class Program:
             lines.append('{ %s OUT(calls); }' % (form % self.integer(1)))
         self.call_of(self.function(lines))
 
+    def constant(self, depth):
+        """A constant expression: what the front end folds and the direct build folds, too."""
+        if depth <= 0:
+            return self.pick([self.literal, self.literal, lambda: self.pick(['E1', 'E2', 'E3', "'a'", "'\\xff'"]),
+                              lambda: 'sizeof(%s)' % self.pick(INTEGERS + ['struct big', 'int[7]', '"text"'])])()
+        one, two = self.constant(depth - 1), self.constant(depth - 1)
+        return self.pick([
+            '(%s %s %s)' % (one, self.pick(['+', '-', '*', '&', '|', '^', '<', '>=', '==', '!=', '&&', '||']), two),
+            '(%s %s %d)' % (one, self.pick(['<<', '>>']), self.number(0, 15)),
+            '(%s %s %d)' % (one, self.pick('/%'), self.number(1, 99)), '(%s%s)' % (self.pick('-~!+'), one),
+            '((%s)%s)' % (self.pick(INTEGERS), one), '((%s)%s)' % (self.pick(INTEGERS), one),
+            '(%s ? %s : %s)' % (self.constant(0), one, two), '((int)(%s))' % self.real_constant(2),
+            '(%s < %s)' % (self.real_constant(depth - 1), self.real_constant(depth - 1))])
+
+    def real_constant(self, depth):
+        if depth <= 0:
+            return self.pick(['1.5', '0.1f', '3e2', '0.25f', '7', '(-2)', '0x1p-3', '12345.678', '1e-3f', "'a'"])
+        one, two = self.real_constant(depth - 1), self.real_constant(depth - 1)
+        return self.pick(['(%s %s %s)' % (one, self.pick('+-*'), two), '(%s / %s)' % (one, self.pick(['3', '7.0', '0.5f'])),
+                          '(-%s)' % one, '((%s)%s)' % (self.pick(FLOATS), one), '(%s ? %s : %s)' % (one, two, one)])
+
+    def constants(self):
+        lines, self.vars = [], []
+        kinds = [t for t in INTEGERS if t != 'enum e']
+        for _ in range(5):
+            name, kind = self.name('c'), self.pick(kinds)
+            lines.append('static %s %s[] = {%s};' % (kind, name, ', '.join(self.constant(self.number(1, 4)) for _ in range(4))))
+            lines.append('for (int i = 0; i < 4; i++) OUT(%s[i]);' % name)
+        name = self.name('c')
+        lines.append('static double %s[] = {%s}; static float %sf = %s;' % (
+            name, ', '.join(self.real_constant(3) for _ in range(4)), name, self.real_constant(3)))
+        lines.append('for (int i = 0; i < 4; i++) OUTF(%s[i]); OUTF(%sf);' % (name, name))
+        lines.append('static double _Complex %sz = %s + %s * 1.0i; outz(%sz);' % (
+            name, self.real_constant(2), self.real_constant(1), name))
+        lines.append('enum { %sa = (int)(%s), %sb, %sc = %sa ^ 5 }; OUT(%sa); OUT(%sb); OUT(%sc);' % (
+            name, self.constant(3), *[name] * 6))
+        lines.append('char %sd[(%s & 31) + 1]; OUT(sizeof %sd);' % (name, self.constant(3), name))
+        lines.append('struct { int b : (%s & 15) + 1; } %se = {-1}; OUT(+%se.b);' % (self.constant(2), name, name))
+        lines.append('static char *%sp = gu.c + (%s & 3), *%sq = &gbig.name[%d] - 1; OUT(%sp - gu.c); OUT(%sq - gbig.name);' % (
+            name, self.constant(2), name, self.number(1, 5), name, name))
+        for _ in range(4):
+            lines.append('OUT(%s);' % self.constant(4))
+        self.call_of(self.function(lines))
+
     # --- The program
 
     def call_of(self, name, arguments=''):
@@ -485,7 +529,8 @@ class Program:
     def text(self):
         self.calls = []
         kinds = [self.expressions, self.expressions, self.assignments, self.designators, self.variable_arrays,
-                 self.complex_values, self.jumps, self.structures, self.variadic, self.old_style, self.effects]
+                 self.complex_values, self.jumps, self.structures, self.variadic, self.old_style, self.effects,
+                 self.constants]
         for kind in kinds + self.random.sample(kinds, 4):
             kind()
         return HEAD + '\n'.join(self.functions) + '\nint main(void)\n{\n%s\n  return 0;\n}\n' % '\n'.join(self.calls)
