@@ -32,5 +32,10 @@ void start_call_argument_processing(a_type *routine_type, a_routine *routine,
 void process_call_argument(struct an_operand *argument, an_arg_check_block *block);
 // The same for an argument that was converted to its parameter already.
 void process_converted_argument(struct an_operand *argument, an_arg_check_block *block);
+// C++: arguments of a function that was ranked; each follows its summary.
+struct an_arg_operand;
+struct an_arg_match_summary;
+void process_ranked_arguments(an_arg_operand *args, an_arg_match_summary *summary,
+                              an_arg_check_block *block);
 // Messages that need all arguments: too few, format, sentinel.
 void finish_call_argument_processing(an_arg_check_block *block, a_source_position *close_pos);

@@ -11,8 +11,7 @@
 #include "parse/overload.h"
 #include "parse/symbol_tbl.h"
 
-// The arguments up to the `)`, unconverted; their references stay pending.
-static an_arg_operand *scan_argument_operands()
+an_arg_operand *scan_argument_operands()
 {
   an_arg_operand *list = nullptr, **tail = &list;
   ++expr_stack->paren_depth;
@@ -39,7 +38,7 @@ static void process_plain_arguments(an_arg_operand *args, an_arg_check_block *bl
 }
 
 // Arguments of a function that was ranked: each follows its summary.
-static void process_ranked_arguments(an_arg_operand *args, an_arg_match_summary *summary,
+void process_ranked_arguments(an_arg_operand *args, an_arg_match_summary *summary,
                                      an_arg_check_block *block)
 {
   for (; args != nullptr; args = args->next) {

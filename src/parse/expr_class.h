@@ -6,6 +6,10 @@
 // The operand becomes a temporary of class `type` that `constructor` makes from it; conversions of
 // the one argument and default arguments are done.
 void make_constructor_call_operand(a_routine *constructor, a_type *type, an_operand *operand);
+// *result becomes a temporary of class `type` made from the arguments, whose operands are used up.
+struct an_arg_operand;
+void construct_temporary(a_type *type, an_arg_operand *args, a_source_position position,
+                         an_operand *result);
 // The operand, an object, becomes the result of its conversion function.
 void call_conversion_function(a_routine *function, an_operand *operand);
 struct an_operator_request;

@@ -71,6 +71,19 @@ a_type *return_type_of_call(a_type *routine_type, a_source_position *pos);
 void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *block,
                  a_type *return_type, a_source_position *open_pos, a_source_position *end,
                  an_operand *result);
+// The cast that (type)operand asks for.
+void cast_to_type(a_type *type, an_operand *operand, a_source_position pos);
+// C++: the part of it that C doesn't know (references, classes, overload sets); true when done.
+bool cast_cplusplus_operand(a_type *type, an_operand *operand, a_source_position pos);
+// static_cast and its kin; the keyword is the current token.
+void scan_keyword_cast(an_operand *result);
+// T(x), T(); the current token is "(".
+void scan_functional_cast(a_type *type, a_source_position pos, an_operand *result);
+// The type of a simple type specifier that stands before "(", or null; the token stays.
+a_type *type_of_functional_cast_keyword();
+struct an_arg_operand;
+// The arguments up to the `)`, unconverted; their references stay pending.
+an_arg_operand *scan_argument_operands();
 // C++: a call whose function is chosen by its arguments; the current token is "(".
 void scan_call_by_name(an_operand *function, an_operand *result);
 // The format string of a printf or scanf call against its arguments.

@@ -191,8 +191,9 @@ static void warn_about_pointer_truncation(a_type *type, an_operand *operand)
     expr_pos_warning(ec_integer_truncated, operand->position);
 }
 
-static void cast_to_type(a_type *type, an_operand *operand, a_source_position pos)
+void cast_to_type(a_type *type, an_operand *operand, a_source_position pos)
 {
+  if (C_dialect == 2 && cast_cplusplus_operand(type, operand, pos)) return;
   if (is_void_type(type)) {
     if (is_lvalue_operand(operand) && !is_array_type(operand->type))
       change_some_ref_kinds(operand->ref_entries, rk_plain, rk_read);

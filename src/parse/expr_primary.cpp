@@ -15,6 +15,7 @@
 #include "lex/literals.h"
 #include "lex/token_cache.h"
 #include "parse/expr_internal.h"
+#include "lex/token_cache.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
@@ -369,6 +370,11 @@ void scan_identifier_expression(an_operand *result, unsigned)
     symbol = normal_id_lookup(&locator, lo_none);
   }
   if (check_misra_c_2004) check_name_for_misra(&locator, symbol);
+  if (C_dialect == 2 && symbol != nullptr && is_type_symbol(symbol) && next_token() == tok_lparen) {
+    get_token();
+    scan_functional_cast(type_of_symbol(symbol), pos, result);
+    return;
+  }
   if (symbol == nullptr) {
     make_operand_of_unknown_name(&locator, result);
   } else {
@@ -412,6 +418,23 @@ static void scan_label_address(an_operand *result)
   if (gcc_mode || gpp_mode)
     expr_pos_st_diagnostic(es_error, ec_not_supported, pos_curr_token, "GCC && operator");
   report_missing_expression(result);
+}
+
+// C++: int(x).
+static bool scan_functional_cast_of_keyword(an_operand *result)
+{
+  a_type *type = type_of_functional_cast_keyword();
+  if (type == nullptr) return false;
+  a_source_position pos = pos_curr_token;
+  get_token();
+  if (curr_token == tok_lparen) {
+    scan_functional_cast(type, pos, result);
+  } else {
+    expr_pos_error(ec_type_identifier_not_allowed, pos);
+    make_error_operand(result);
+    result->position = result->end_position = pos;
+  }
+  return true;
 }
 
 void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned flags)
@@ -460,6 +483,10 @@ void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned
   case tok_segment_begin:
   case tok_segment_end:
   case tok_segment_size: scan_target_operator(result); return;
+  case tok_static_cast:
+  case tok_const_cast:
+  case tok_dynamic_cast:
+  case tok_reinterpret_cast: scan_keyword_cast(result); return;
   case tok_null: scan_gnu_null(result); return;
   case tok_and_and: scan_label_address(result); return;
   case tok_colon_colon:
@@ -467,6 +494,9 @@ void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned
       expr_pos_error(ec_bad_pp_operator, pos_curr_token);
     report_missing_expression(result);
     return;
-  default: report_missing_expression(result); return;
+  default:
+    if (C_dialect == 2 && scan_functional_cast_of_keyword(result)) return;
+    report_missing_expression(result);
+    return;
   }
 }

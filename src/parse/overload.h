@@ -107,6 +107,7 @@ struct an_overload_request {
   an_operand *object;            // selected object or the object called; null if none
   an_arg_operand *args;
   bool is_undeclared;            // only the arguments' classes and namespaces can bring a function
+  bool is_constructor_call;      // ranked even when there is but one, since conversions are noted
   bool adl_allowed;
   bool no_explicit_constructors; // copy-initialization
   an_error_code error_code;      // nothing fits

@@ -289,6 +289,7 @@ void select_overloaded_function(const an_overload_request *request, an_overload_
     return;
   }
   if (!by_arguments && !request->has_explicit_args && request->object == nullptr &&
+      !request->is_constructor_call &&
       request->symbol != nullptr && is_single_function(request->symbol)) {
     result->symbol = function_behind(request->symbol);
     result->was_single_function = true;
