@@ -152,24 +152,19 @@ static void fold_bitwise(a_folding *folding)
   folding->result->unsigned_op_result = true;
 }
 
-bool check_shift_count(const a_constant *count, a_type *type, a_type *promoted_type,
-                       an_error_code *code)
+bool check_shift_count(const a_constant *count, a_type *type, an_error_code *code)
 {
   *code = ec_no_error;
   if (count->kind != ck_integer) return true;
-  unsigned bits, promoted_bits;
+  unsigned bits;
   bool ignored;
   get_integer_attributes(type, &bits, &ignored);
-  get_integer_attributes(promoted_type, &promoted_bits, &ignored);
   bool is_negative = int_constant_is_signed(count) && cmplit_integer_constant(count, 0) < 0;
   if (is_negative)
     *code = ec_negative_shift_count;
   else if (cmpulit_integer_constant(count, bits) >= 0)
     *code = ec_shift_count_too_large;
-  else if (check_misra_c_2004 && cmpulit_integer_constant(count, promoted_bits) >= 0)
-    *code = ec_misra_c_2004_12_8;
-  return *code == ec_no_error || *code == ec_misra_c_2004_12_8 ||
-         (*code == ec_shift_count_too_large && (gcc_mode || gpp_mode));
+  return *code == ec_no_error || (*code == ec_shift_count_too_large && (gcc_mode || gpp_mode));
 }
 
 static void shift_value(a_folding *folding, an_integer_value *value, int count, unsigned bits)
@@ -193,10 +188,8 @@ static void fold_shift(a_folding *folding)
 {
   an_error_code code;
   bool has_value =
-      check_shift_count(folding->right, folding->left->type, folding->left->type, &code);
-  if (code == ec_misra_c_2004_12_8)
-    record_fault(folding, code, misra_required_severity);
-  else if (code != ec_no_error)
+      check_shift_count(folding->right, folding->left->type, &code);
+  if (code != ec_no_error)
     record_fault(folding, code, has_value ? es_warning : es_error);
   if (!has_value) return;
   unsigned bits;

@@ -76,8 +76,7 @@ bool variable_has_constant_address(const a_variable *variable);
 void get_integer_attributes(a_type *type, unsigned *bits, bool *is_signed);
 // Tests a constant count; *code is ec_no_error when it is in range.  True when the shift has a
 // value: a too large count is given one in GNU modes.
-bool check_shift_count(const a_constant *count, a_type *type, a_type *promoted_type,
-                       an_error_code *code);
+bool check_shift_count(const a_constant *count, a_type *type, an_error_code *code);
 void conv_integer_to_integer(const a_constant *source, a_constant *result, bool report,
                              an_error_code *code, an_error_severity *severity);
 // `code` null: no test of the range.  *code other than ec_no_error stays.

@@ -19,6 +19,28 @@ enum an_ansi_c_identifier_kind : unsigned char {
   ansi_c_macro = ansi_c_function_macro | ansi_c_object,
 };
 
+// What becomes of the value of a full expression.
+enum a_misra_expr_use : unsigned char {
+  meu_value,
+  meu_condition, // it controls a statement
+  meu_statement, // it is dropped
+  meu_return,
+};
+
+// How an operand comes to be converted.
+enum a_misra_conversion_use : unsigned char {
+  mcu_assignment, // or initialization
+  mcu_compound,   // right side of a compound assignment
+  mcu_argument,
+  mcu_return,
+};
+
+// Counters of a for statement whose body is being read.
+struct a_misra_loop_counters {
+  int count;
+  a_variable *variables[8];
+};
+
 struct a_misra_hooks {
 #define HOOK(result, name, parameters) result(*name) parameters;
 #include "errors/misra_hooks.def"

@@ -160,6 +160,7 @@ bool expr_is_instantiation_dependent(an_expr_node *expr);
 bool expr_might_throw(an_expr_node *expr);
 bool has_statement_expression(an_expr_node *expr);
 bool node_has_side_effects(an_expr_node *expr);
+bool node_reads_volatile(const an_expr_node *expr); // the node itself, not its operands
 bool dynamic_init_has_side_effects(a_dynamic_init *init);
 bool expr_list_has_side_effects(an_expr_node *list);
 bool is_invariant_expr(an_expr_node *expr);

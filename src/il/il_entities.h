@@ -170,6 +170,8 @@ struct a_variable {
   bool promoted_from_function : 1;
   bool declared_register : 1;
   bool is_external_in_block : 1;       // declared extern in a block
+  bool is_loop_counter : 1;            // of a for statement whose body is being read; the checker's
+  unsigned boolean_use : 2;            // what its uses make of it; a_boolean_use of the checker
   union {
     a_constant *constant;              // initk_static
     a_dynamic_init *dynamic_init;      // initk_dynamic

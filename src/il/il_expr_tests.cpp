@@ -206,7 +206,7 @@ static bool object_is_volatile(const an_expr_node *expr)
 }
 
 // A read of a volatile object is a side effect.
-static bool node_reads_volatile(const an_expr_node *expr)
+bool node_reads_volatile(const an_expr_node *expr)
 {
   if (expr->type == nullptr || expr->is_lvalue) return false;
   bool is_object = expr->kind == enk_variable || expr->kind == enk_operation;

@@ -9,6 +9,7 @@
 #include "consts/folding.h"
 #include "driver/flags.h"
 #include "driver/target.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -259,6 +260,27 @@ static void init_unset_operand(an_operand *operand)
   operand->end_position = pos_curr_token;
 }
 
+// The end of a full expression: its node, lifetimes bound, relaxed calls replaced.
+static an_expr_node *finish_full_expression(an_operand *operand, a_type *expected_type,
+                                            a_misra_expr_use use = meu_value)
+{
+  an_expr_node *node = wrap_up_full_expression(make_node_from_operand(operand));
+  if (check_misra_c_2004) misra_hooks.misra_check_expr(node, expected_type, use);
+  if (relaxed_fp) replace_math_funcs(node, expected_type);
+  return node;
+}
+
+// The end of a constant expression.  Under the checker the constant has kept the expression that it
+// was folded from, here for the last time.
+static void finish_constant_expression(an_operand *operand, a_type *expected_type,
+                                       a_constant *constant)
+{
+  extract_constant_from_operand(operand, constant);
+  if (!check_misra_c_2004 || constant->expr == nullptr) return;
+  misra_hooks.misra_check_expr(constant->expr, expected_type, meu_value);
+  if (!constants_keep_their_expression(false)) constant->expr = nullptr;
+}
+
 // -------------------------------------------------------------------------------------------------
 // Constant expressions
 
@@ -281,7 +303,7 @@ void scan_integral_constant_expression(a_constant *constant)
     expr_pos_error(ec_expr_not_integral_constant, operand.position);
     conv_to_error_operand(&operand);
   }
-  extract_constant_from_operand(&operand, constant);
+  finish_constant_expression(&operand, nullptr, constant);
   // An address that was cast to an integer has no value before the program is linked.
   if (constant->kind != ck_integer && constant->kind != ck_error &&
       constant->kind != ck_template_param) {
@@ -323,20 +345,13 @@ void scan_constant_initializer_expression(a_type *type, an_init_pos_state *state
       conv_to_error_operand(&operand);
     }
   }
-  extract_constant_from_operand(&operand, constant);
+  finish_constant_expression(&operand, type, constant);
   close_entry(&scan, &operand);
 }
 
 // -------------------------------------------------------------------------------------------------
 // Initializers and typed expressions
 
-// The end of a full expression: its node, lifetimes bound, relaxed calls replaced.
-static an_expr_node *finish_full_expression(an_operand *operand, a_type *expected_type)
-{
-  an_expr_node *node = wrap_up_full_expression(make_node_from_operand(operand));
-  if (relaxed_fp) replace_math_funcs(node, expected_type);
-  return node;
-}
 
 static void scan_initializer(a_type *type, bool is_static, bool no_lifetime, bool in_prescan,
                              an_expr_node **out_expr, a_constant *constant)
@@ -354,7 +369,7 @@ static void scan_initializer(a_type *type, bool is_static, bool no_lifetime, boo
     *out_expr = finish_full_expression(&operand, type);
     set_error_constant(constant);
   } else {
-    extract_constant_from_operand(&operand, constant);
+    finish_constant_expression(&operand, type, constant);
   }
   close_entry(&scan, &operand);
 }
@@ -431,7 +446,7 @@ void scan_initializer_element(a_type *type, bool is_static, bool is_whole_object
     *out_expr = finish_full_expression(&operand, type);
     set_error_constant(constant);
   } else {
-    extract_constant_from_operand(&operand, constant);
+    finish_constant_expression(&operand, type, constant);
   }
   close_entry(&scan, &operand);
 }
@@ -487,7 +502,7 @@ an_expr_node *scan_return_expression(a_type *return_type, an_error_code code,
   } else {
     prep_initializer_operand(&operand, return_type, 1, code, &operand.position);
   }
-  an_expr_node *node = finish_full_expression(&operand, return_type);
+  an_expr_node *node = finish_full_expression(&operand, return_type, meu_return);
   close_entry(&scan, &operand);
   return node;
 }
@@ -505,7 +520,7 @@ an_expr_node *scan_nonconstant_dimension_expression(bool *is_constant, a_constan
   *is_constant = operand.kind != ok_expression;
   set_error_constant(constant);
   if (*is_constant) {
-    extract_constant_from_operand(&operand, constant);
+    finish_constant_expression(&operand, nullptr, constant);
     if (constant->kind != ck_integer) set_error_constant(constant);
   } else {
     promote_operand(&operand);
@@ -538,7 +553,7 @@ an_expr_node *scan_boolean_controlling_expression()
   open_entry(&scan, ek_normal, true, false);
   scan_expression(&operand, nullptr, prec_lowest, se_statement_level | se_report_assignment);
   check_boolean_controlling_expr(&operand);
-  an_expr_node *node = finish_full_expression(&operand, nullptr);
+  an_expr_node *node = finish_full_expression(&operand, nullptr, meu_condition);
   close_entry(&scan, &operand);
   return node;
 }
@@ -577,14 +592,14 @@ an_expr_node *scan_void_expression(bool force_own_lifetime, bool extension_seen,
     do_operand_transformations(&operand, 0);
     node = finish_full_expression(&operand, nullptr);
   } else {
-    check_for_no_effect(&operand);
+    check_for_no_effect(&operand, true);
     check_for_unused_result(&operand);
     if (is_array_type(operand.type) || operand.state == os_function_designator) {
       do_operand_transformations(&operand, 0);
     } else {
       discard_operand(&operand);
     }
-    node = finish_full_expression(&operand, nullptr);
+    node = finish_full_expression(&operand, nullptr, meu_statement);
     set_expr_result_not_used(node);
   }
   close_entry(&scan, &operand);

@@ -3,6 +3,7 @@
 // See:     C99 6.5.16.
 #include "driver/flags.h"
 #include "driver/target.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -108,12 +109,14 @@ static void convert_right_of_compound(a_token_kind token, an_operand *left, an_o
     return;
   }
   if (is_shift_assignment(token)) {
+    if (check_misra_c_2004) misra_hooks.misra_check_shift_count(left, right);
     an_operand left_value = *left;
     left_value.type = type_after_integral_promotion(rvalue_type(left->type));
     promote_operand(right);
     check_count_of_unfolded_shift(&left_value, right);
     return;
   }
+  if (check_misra_c_2004) misra_hooks.misra_check_conversion(right, left->type, mcu_compound);
   an_operand left_value = *left;
   left_value.ref_entries = left_value.last_ref_entry = nullptr;
   a_type *type = determine_arithmetic_conversions(&left_value, right);

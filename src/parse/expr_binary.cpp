@@ -7,6 +7,7 @@
 #include "consts/folding.h"
 #include "driver/flags.h"
 #include "driver/target.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -119,6 +120,7 @@ static void change_float_kind(a_float_kind kind, an_operand *operand)
 static void do_arithmetic(a_token_kind token, an_operand *left, an_operand *right,
                           a_source_position *pos, an_operand *result)
 {
+  if (check_misra_c_2004) misra_hooks.misra_check_binary_operands(left, right);
   a_type *type = determine_arithmetic_conversions(left, right);
   an_expr_operator_kind op = which_binary_operator(token, type);
   a_type *result_type = type;
@@ -240,7 +242,7 @@ void check_count_of_unfolded_shift(an_operand *left, an_operand *right)
   if (right->kind != ok_constant || left->kind == ok_constant || !expr_stack->value_required)
     return;
   an_error_code code = ec_no_error;
-  check_shift_count(&right->value.constant, left->type, left->type, &code);
+  check_shift_count(&right->value.constant, left->type, &code);
   if (code != ec_no_error) expr_pos_warning(code, right->position);
 }
 
@@ -256,6 +258,7 @@ void scan_shift_operator(an_operand *left, a_rescan_control_block *, an_operand 
     a_type *type = determine_arithmetic_conversions(left, &right);
     cast_operand(type, left, false);
   }
+  if (check_misra_c_2004) misra_hooks.misra_check_shift_count(left, &right);
   promote_operand(left);
   promote_operand(&right);
   check_count_of_unfolded_shift(left, &right);
@@ -376,6 +379,7 @@ static void do_comparison(a_token_kind token, an_operand *left, an_operand *righ
   if (!check_both(check_arithmetic_or_enum_operand, left, right, result)) return;
   check_unsigned_comparison(token, left, right, pos);
   check_mixed_comparison(left, right, pos);
+  if (check_misra_c_2004) misra_hooks.misra_check_binary_operands(left, right);
   a_type *type = determine_arithmetic_conversions(left, right);
   change_binary_operand_types(type, left, right);
   do_binary_operation(which_binary_operator(token, type), left, right, boolean_result_type(),
@@ -530,6 +534,7 @@ static a_type *convert_arms(an_operand *second, an_operand *third, bool *is_void
     return void_type();
   }
   if (both_are(is_arithmetic_or_enum_type, second, third)) {
+    if (check_misra_c_2004) misra_hooks.misra_check_binary_operands(second, third);
     a_type *type = rvalue_type(second->type);
     bool same = identical_types(type, rvalue_type(third->type)) &&
                 (C_dialect == 2 || is_floating_type(type));
@@ -629,7 +634,7 @@ void scan_comma_operator(an_operand *left, a_rescan_control_block *, an_operand 
   a_source_position pos = pos_curr_token;
   bool dead_constants = c99_mode && !expr_stack->value_required;
   bool forbidden = in_constant_context() && !dead_constants;
-  check_for_no_effect(left);
+  check_for_no_effect(left, false);
   check_for_unused_result(left);
   discard_operand(left);
   if (is_array_type(left->type) || left->state == os_function_designator)

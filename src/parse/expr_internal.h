@@ -104,8 +104,9 @@ void check_count_of_unfolded_shift(an_operand *left, an_operand *right);
 
 // A fold to the constant 0 or 1 of type int, and to a size_t.
 void make_size_constant_operand(unsigned long long value, an_operand *operand);
-// The value of an expression is dropped: reports 176 where nothing happens in it.
-void check_for_no_effect(an_operand *operand);
+// The value of an expression is dropped: reports 176 where nothing happens in it, for a statement in place of that
+// 1413 where the rule is checked.
+void check_for_no_effect(an_operand *operand, bool is_statement);
 void check_for_unused_result(an_operand *operand);
 // Tokens are skipped as one operand of an expression would be; nothing is reported twice.
 void scan_operand_of_list(an_operand *result); // up to a comma

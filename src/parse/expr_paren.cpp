@@ -6,6 +6,7 @@
 #include "consts/folding.h"
 #include "driver/flags.h"
 #include "driver/target.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -220,8 +221,13 @@ void cast_to_type(a_type *type, an_operand *operand, a_source_position pos)
     return;
   }
   warn_about_pointer_truncation(type, operand);
+  if (check_misra_c_2004) {
+    misra_hooks.misra_set_diagnostic_pos(pos);
+    misra_hooks.check_cast_for_misra(operand, type);
+  }
   unsigned ruled_out = operand->ruled_out_expr_kinds;
   cast_operand(type, operand, true);
+  if (check_misra_c_2004) settle_conversion_for_misra(operand);
   if (operand->kind == ok_constant && is_integral_or_enum_type(type)) ruled_out = 0;
   operand->ruled_out_expr_kinds = (unsigned char)ruled_out;
   if (is_pointer_type(type) || is_floating_type(type))
@@ -310,6 +316,8 @@ static void scan_parenthesized_expression(a_source_position pos, unsigned flags,
   a_source_position end = end_pos_curr_token;
   required_token(tok_rparen, ec_exp_rparen);
   if (result->kind == ok_expression) result->value.expr->is_parenthesized = true;
+  if (result->kind == ok_constant && result->value.constant.expr != nullptr)
+    result->value.constant.expr->is_parenthesized = true;
   if (result->kind != ok_error) {
     result->position = pos;
     result->end_position = end;
@@ -391,7 +399,17 @@ static bool operation_has_effect(an_expr_node *node)
   }
 }
 
-void check_for_no_effect(an_operand *operand)
+static void report_no_effect(an_operand *operand, bool is_statement)
+{
+  if (is_statement && check_misra_c_2004 &&
+      misra_c_2004_generate_diagnostic(ec_misra_c_2004_14_2, misra_required_severity)) {
+    expr_pos_diagnostic(misra_required_severity, ec_misra_c_2004_14_2, operand->position);
+  } else {
+    expr_pos_warning(ec_expr_has_no_effect, operand->position);
+  }
+}
+
+void check_for_no_effect(an_operand *operand, bool is_statement)
 {
   if (operand->kind == ok_error || !expr_stack->code_is_generated || in_constant_context()) return;
   if (!expr_stack->value_required) return;
@@ -401,7 +419,7 @@ void check_for_no_effect(an_operand *operand)
   if (operand->kind == ok_constant && operand->value.constant.expr != nullptr) {
     effect = has_effect(operand->value.constant.expr);
   }
-  if (!effect) expr_pos_warning(ec_expr_has_no_effect, operand->position);
+  if (!effect) report_no_effect(operand, is_statement);
 }
 
 void check_for_unused_result(an_operand *operand)

@@ -279,7 +279,14 @@ static void make_operand_of_variable(a_symbol *symbol, an_operand *result)
     rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
-static void make_operand_of_routine(a_symbol *symbol, an_operand *result)
+// A name of a function stands for its address without saying so, unless it is called.
+static void check_routine_name_for_misra(unsigned flags)
+{
+  if ((flags & se_address_operand) == 0 && next_token() != tok_lparen)
+    expr_pos_diagnostic(misra_required_severity, ec_misra_c_2004_16_9, pos_curr_token);
+}
+
+static void make_operand_of_routine(a_symbol *symbol, unsigned flags, an_operand *result)
 {
   a_routine *routine = routine_of_symbol(symbol);
   bool foldable = is_gnu_builtin_function(routine) && is_foldable_gnu_builtin_function(routine);
@@ -288,6 +295,7 @@ static void make_operand_of_routine(a_symbol *symbol, an_operand *result)
     make_error_operand(result);
     return;
   }
+  if (check_misra_c_2004) check_routine_name_for_misra(flags);
   check_c99_inline_definition(symbol, routine->storage_class);
   a_ref_entry *ref = ref_entry(symbol, pos_curr_token);
   make_function_designator_operand(symbol, &pos_curr_token, &end_pos_curr_token, result, ref);
@@ -311,7 +319,7 @@ static void make_operand_of_parameter(a_symbol *symbol, an_operand *result)
   result->is_id_expression = true;
 }
 
-static void make_operand_of_symbol(a_symbol *symbol, an_operand *result)
+static void make_operand_of_symbol(a_symbol *symbol, unsigned flags, an_operand *result)
 {
   switch (symbol->kind) {
   case sk_constant:
@@ -321,7 +329,7 @@ static void make_operand_of_symbol(a_symbol *symbol, an_operand *result)
   case sk_variable:
   case sk_static_data_member: make_operand_of_variable(symbol, result); break;
   case sk_routine:
-  case sk_member_function: make_operand_of_routine(symbol, result); break;
+  case sk_member_function: make_operand_of_routine(symbol, flags, result); break;
   case sk_overloaded_function:
   case sk_function_template: make_indefinite_function_operand(symbol, result); break;
   case sk_parameter: make_operand_of_parameter(symbol, result); break;
@@ -357,7 +365,7 @@ static void check_name_for_misra(const a_symbol_locator *locator, const a_symbol
   misra_hooks.check_for_invalid_identifier(locator->header->identifier, &pos_curr_token, kinds);
 }
 
-void scan_identifier_expression(an_operand *result, unsigned)
+void scan_identifier_expression(an_operand *result, unsigned flags)
 {
   a_symbol_locator locator = locator_for_curr_id;
   a_source_position pos = pos_curr_token, end = end_pos_curr_token;
@@ -378,7 +386,7 @@ void scan_identifier_expression(an_operand *result, unsigned)
   if (symbol == nullptr) {
     make_operand_of_unknown_name(&locator, result);
   } else {
-    make_operand_of_symbol(symbol, result);
+    make_operand_of_symbol(symbol, flags, result);
   }
   if (result->kind != ok_error) {
     result->is_id_expression = true;

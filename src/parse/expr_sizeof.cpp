@@ -155,6 +155,13 @@ static bool size_of_incomplete_operand(an_unevaluated_operand *source, unsigned 
   return false;
 }
 
+static void check_sizeof_operand_for_misra(an_unevaluated_operand *source)
+{
+  if (source->is_type || source->operand.kind != ok_expression) return;
+  if (node_has_side_effects(source->operand.value.expr))
+    expr_pos_diagnostic(misra_required_severity, ec_misra_c_2004_12_3, source->position);
+}
+
 static void make_sizeof_operand(an_unevaluated_operand *source, an_operand *result)
 {
   a_type *type = source->type;
@@ -203,6 +210,7 @@ void scan_sizeof_operator(an_operand *result)
       source.is_type ? curr_construct_end_position : source.operand.end_position;
   source.operand.ref_entries = source.operand.last_ref_entry = nullptr;
   pop_expr_stack();
+  if (check_misra_c_2004) check_sizeof_operand_for_misra(&source);
   make_sizeof_operand(&source, result);
   finish_unevaluated_result(result, pos, end);
 }

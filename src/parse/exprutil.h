@@ -4,6 +4,7 @@
 // entry
 // of expr*.cpp sets to null and restores.
 #pragma once
+#include "driver/flags.h"
 #include "errors/error.h"
 #include "il/il_entities.h"
 #include "il/il_fwd.h"
@@ -221,10 +222,12 @@ inline bool in_constant_context()
 }
 
 // Whether a folded constant keeps the expression that it came from: only code of functions is looked
-// at again (messages, checkers, replay); initializers may have a million elements.
-inline bool constants_keep_their_expression()
+// at again (messages, replay); initializers may have a million elements.  `in_expression`: until the
+// full expression ends, for the rules that look at all of it.
+inline bool constants_keep_their_expression(bool in_expression = true)
 {
-  return expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result;
+  if (expr_stack->expression_kind == ek_normal && !expr_stack->favor_constant_result) return true;
+  return in_expression && check_misra_c_2004 && expr_stack->expression_kind != ek_preprocessing;
 }
 
 // Opens `entry` above expr_stack.  force_own_lifetime and no_lifetime matter in C++ only.
@@ -378,6 +381,8 @@ void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code co
                              a_source_position *pos);
 void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param,
                            an_error_code code);
+// Under the checker: what was pushed while a conversion was formed is reported, or dropped if it failed.
+void settle_conversion_for_misra(const an_operand *operand);
 // Silent test of the same; *warning receives the code of a warning to report or ec_no_error,
 // *severity its severity.
 bool implicit_conversion_possible(an_operand *operand, a_type *type, an_error_code *warning,

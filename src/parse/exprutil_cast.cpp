@@ -7,6 +7,7 @@
 #include "consts/folding.h"
 #include "driver/flags.h"
 #include "driver/target.h"
+#include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "il/types.h"
@@ -61,6 +62,10 @@ static void cast_constant_operand(a_type *type, an_operand *operand, a_source_po
   if (result.kind != ck_error && !is_implicit && constants_keep_their_expression()) {
     result.expr = cast_node(make_node_from_operand(operand), type, is_implicit);
   }
+  // The fold was asked for an explicit cast only to keep it quiet.
+  bool is_new_cast = result.expr != nullptr && result.expr != saved.value.constant.expr &&
+                     is_operation(result.expr, eok_cast);
+  if (is_new_cast) operation_of(result.expr).is_implicit_cast = is_implicit;
   make_constant_operand(&result, operand);
   operand->ruled_out_expr_kinds = saved.ruled_out_expr_kinds;
   restore_operand_details_incl_ref(operand, &saved);
@@ -250,23 +255,9 @@ static bool convert_class_or_function(an_operand *operand, a_type *type, a_sourc
   return true;
 }
 
-static void general_conversion(an_operand *operand, a_type *type, bool is_argument,
-                               an_error_code code, a_source_position *pos)
+static void convert_value(an_operand *operand, a_type *type, bool is_argument, an_error_code code,
+                          a_source_position *pos)
 {
-  if (is_any_reference_type(type)) {
-    unsigned flags = expr_stack->in_return_or_throw ? rif_return : rif_lives_on;
-    if (expr_stack->favor_constant_result) flags |= rif_static;
-    prep_reference_initializer_operand(operand, type, nullptr, false, flags, code, pos);
-    return;
-  }
-  if (C_dialect == 2 && convert_class_or_function(operand, type, pos)) return;
-  do_operand_transformations(operand, ot_leave_indefinite_functions);
-  normalize_error_operand(operand);
-  if (operand->kind == ok_error) return;
-  if (is_error_type(type)) {
-    conv_to_error_operand(operand);
-    return;
-  }
   an_error_code warning_code;
   an_error_severity severity;
   if (implicit_conversion_possible(operand, type, &warning_code, &severity)) {
@@ -288,25 +279,55 @@ static void general_conversion(an_operand *operand, a_type *type, bool is_argume
   report_impossible_conversion(operand, type, code, pos);
 }
 
+void settle_conversion_for_misra(const an_operand *operand)
+{
+  if (operand->kind == ok_error)
+    misra_hooks.misra_drop_diagnostics();
+  else
+    misra_hooks.misra_flush_diagnostics(operand->position);
+}
+
+static void general_conversion(an_operand *operand, a_type *type, a_misra_conversion_use use,
+                               an_error_code code, a_source_position *pos)
+{
+  if (is_any_reference_type(type)) {
+    unsigned flags = expr_stack->in_return_or_throw ? rif_return : rif_lives_on;
+    if (expr_stack->favor_constant_result) flags |= rif_static;
+    prep_reference_initializer_operand(operand, type, nullptr, false, flags, code, pos);
+    return;
+  }
+  if (C_dialect == 2 && convert_class_or_function(operand, type, pos)) return;
+  do_operand_transformations(operand, ot_leave_indefinite_functions);
+  normalize_error_operand(operand);
+  if (operand->kind == ok_error) return;
+  if (is_error_type(type)) {
+    conv_to_error_operand(operand);
+    return;
+  }
+  if (check_misra_c_2004) misra_hooks.misra_check_conversion(operand, type, use);
+  convert_value(operand, type, use == mcu_argument, code, pos);
+  if (check_misra_c_2004) settle_conversion_for_misra(operand);
+}
+
 void prep_initializer_operand(an_operand *operand, a_type *type, unsigned context,
                               an_error_code code, a_source_position *pos)
 {
   (void)context;
-  general_conversion(operand, type, false, code, pos);
+  a_misra_conversion_use use = expr_stack->in_return_or_throw ? mcu_return : mcu_assignment;
+  general_conversion(operand, type, use, code, pos);
   if (expr_stack->favor_constant_result) force_operand_to_constant_if_possible(operand);
 }
 
 void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code code,
                              a_source_position *pos)
 {
-  general_conversion(operand, type, false, code, pos);
+  general_conversion(operand, type, mcu_assignment, code, pos);
 }
 
 void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param,
                            an_error_code code)
 {
-  bool is_argument = true;
-  general_conversion(operand, param_type, is_argument, code, &operand->position);
+  general_conversion(operand, param_type, mcu_argument, code, &operand->position);
   if (param != nullptr && expr_stack->favor_constant_result)
     force_operand_to_constant_if_possible(operand);
 }

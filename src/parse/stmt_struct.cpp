@@ -231,7 +231,10 @@ void for_statement()
   open_loop(ssk_for, statement);
   get_token();
   for_header(statement);
+  a_misra_loop_counters counters;
+  if (check_misra_c_2004) misra_hooks.misra_open_for_body(statement, &counters);
   loop_body(&body_of(statement), statement->expr);
+  if (check_misra_c_2004) misra_hooks.misra_close_for_body(&counters);
   if (has_scope) {
     a_scope *scope = top_scope()->il_scope;
     for_supplement_of(statement)->scope = scope;
