@@ -60,8 +60,8 @@ class CaseFormat(lit.formats.FileBasedTest):
                 self.tags[int(row.group(1))] = row.group(2)
 
     def getTestsInDirectory(self, *place):
-        """The sources of a folder; files that a run by hand left there are none."""
-        return (test for test in super().getTestsInDirectory(*place) if not test.path_in_suite[-1].endswith('.int.c'))
+        """The sources of a folder; goldens and files that a run by hand left there are none."""
+        return (test for test in super().getTestsInDirectory(*place) if not test.path_in_suite[-1].endswith(('.int.c', '.gen.c')))
 
     def execute(self, test, lit_config):
         source = test.getSourcePath()
