@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 #include "backend/c_gen_be.h"
 #include "backend/c_gen_private.h"
-#include "driver/fe_init.h"
 #include "driver/host_envir.h"
 #include "driver/target.h"
 #include "errors/error.h"

@@ -16,7 +16,6 @@
 #include "lex/preproc.h"
 #include "lex/token_cache.h"
 #include "mem/mem_manage.h"
-#include "parse/decls.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"

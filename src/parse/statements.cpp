@@ -8,7 +8,6 @@
 #include <cstring>
 
 #include "driver/flags.h"
-#include "driver/later_modules.h"
 #include "errors/misra_hooks.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
