@@ -109,6 +109,12 @@ void write_entity_name(a_source_correspondence *corresp, an_il_entry_kind kind)
     put_str(corresp->internal_name);
     return;
   }
+  bool is_this = kind == iek_variable && corresp->name == nullptr &&
+                 reinterpret_cast<const a_variable *>(corresp)->is_this_parameter;
+  if (is_this) {
+    put_str("this");
+    return;
+  }
   if (is_nameless(corresp)) {
     snprintf(text, sizeof text, "__T%lu", ++next_nameless_number);
     set_output_name(corresp, text);

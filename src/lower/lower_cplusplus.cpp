@@ -50,7 +50,6 @@ static void lower_function_scope(a_scope *scope)
     this_param->next = scope->parameters;
     scope->parameters = this_param;
   }
-  add_this_to_type(routine_of_scope(scope)->type);
   if (scope->assoc_block == nullptr) return;
   an_expr_or_stmt_traversal_block block;
   init_traversal_block(&block);

@@ -51,6 +51,12 @@ static void end_of_member()
   }
 }
 
+// A member function with a body needs no `;` and may have one (C++ 9.2).
+static void end_of_member_with_body()
+{
+  if (curr_token == tok_semicolon) get_token();
+}
+
 static bool access_label(a_class_scan_state *scan)
 {
   unsigned access;
@@ -82,8 +88,11 @@ static void one_member(a_class_scan_state *scan)
   default: break;
   }
   unsigned sequence_number = curr_token_sequence_number;
-  scan_member_declaration(scan);
-  end_of_member();
+  if (scan_member_declaration(scan)) {
+    end_of_member_with_body();
+  } else {
+    end_of_member();
+  }
   bool stuck = curr_token_sequence_number == sequence_number;
   if (stuck && curr_token != tok_rbrace && curr_token != tok_end_of_source) get_token();
 }
@@ -230,6 +239,14 @@ static void skip_base_clause(a_type *class_type)
   (void)class_type;
 }
 
+a_class_symbol_supplement *class_symbol_supplement_of(a_type *class_type)
+{
+  a_symbol *symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
+  return symbol != nullptr && symbol_kind_is_class(symbol->kind)
+             ? class_supplement_of_symbol(symbol)
+             : nullptr;
+}
+
 static void begin_class(a_type *class_type)
 {
   a_class_type_part &part = as_class(class_type);
@@ -268,6 +285,7 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
   a_source_position open = pos_curr_token;
   begin_class(class_type);
   push_scope(sck_class, -1, class_type, nullptr);
+  if (C_dialect == 2) begin_class_being_defined();
   class_supplement_of(class_type)->class_scope = top_scope()->il_scope;
   top_scope()->current_access = scan.current_access;
   push_stop_token_stack();
@@ -292,6 +310,7 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
   wrap_up_class(&scan);
   pop_scope();
   end_class(class_type);
+  if (C_dialect == 2) end_class_being_defined(class_type);
   (void)pos_block;
   return true;
 }

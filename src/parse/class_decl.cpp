@@ -49,14 +49,15 @@ static void set_symbol_type(a_symbol *symbol, a_type *type)
   }
 }
 
-static a_type *new_tag(a_symbol_locator *locator, a_symbol_kind kind, a_type_kind type_kind)
+static a_type *new_tag(a_symbol_locator *locator, a_symbol_kind kind, a_type_kind type_kind,
+                       int depth)
 {
-  a_symbol *symbol = enter_local_symbol(kind, locator);
+  a_symbol *symbol = enter_symbol(kind, locator, depth, false);
   a_type *type = alloc_type(type_kind);
   if (type_kind != tk_integer) init_class_type(type);
   set_symbol_type(symbol, type);
-  if (type_kind != tk_integer && may_be_added_to_types_list(type, decl_scope_level)) {
-    add_to_types_list(type, decl_scope_level);
+  if (type_kind != tk_integer && may_be_added_to_types_list(type, depth)) {
+    add_to_types_list(type, depth);
   }
   if (scope_stack[decl_scope_level].kind == sck_function_prototype && C_dialect != 2) {
     pos_sy_warning(ec_decl_in_prototype_scope, locator->position, symbol);
@@ -83,20 +84,111 @@ static bool same_tag_kind(a_symbol *symbol, a_symbol_kind kind)
   return symbol->kind == kind;
 }
 
-a_type *find_or_enter_tag(a_symbol_locator *locator, unsigned char kind, a_type_kind type_kind,
-                          bool is_definition, bool is_alone, a_decl_parse_state *)
+// C++: an elaborated specifier that declares its name does so in the nearest block or namespace
+// (C++ 3.3.1p5).
+static int depth_for_elaborated_name(bool is_friend)
+{
+  if (is_friend) return depth_innermost_namespace_scope;
+  int depth = decl_scope_level;
+  while (depth > 0) {
+    a_scope_kind kind = scope_stack[depth].kind;
+    if (kind != sck_class && kind != sck_function_prototype && kind != sck_template_declaration) {
+      break;
+    }
+    depth = scope_stack[depth].saved_decl_scope_level;
+  }
+  return depth;
+}
+
+static a_symbol *look_up_qualified_tag(a_symbol_locator *locator, bool is_definition)
+{
+  a_symbol_locator copy = *locator;
+  clear_qualifier_from_locator(&copy);
+  copy.symbol = nullptr;
+  if (locator->qualifier_is_class) {
+    unsigned options = lo_tag;
+    if (is_definition) options |= lo_no_base_classes;
+    return class_qualified_id_lookup(&copy, locator->qualifier.class_type, options);
+  }
+  if (locator->qualifier.name_space != nullptr) {
+    return namespace_qualified_id_lookup(&copy, locator->qualifier.name_space, lo_tag);
+  }
+  return file_scope_id_lookup(il_header.primary_scope, &copy, lo_tag);
+}
+
+static void report_missing_tag(a_symbol_locator *locator)
+{
+  const char *name = locator->header->identifier;
+  a_symbol *parent = nullptr;
+  if (locator->qualifier_is_class) {
+    parent = skip_typerefs(locator->qualifier.class_type)->source_corresp.assoc_symbol;
+  } else if (locator->qualifier.name_space != nullptr) {
+    parent = skip_namespace_aliases(locator->qualifier.name_space)->source_corresp.assoc_symbol;
+  }
+  if (parent != nullptr) {
+    pos_stsy_error(ec_not_a_tag_member, locator->position, name, parent);
+  } else {
+    pos_st_error(ec_name_not_tag_in_file_scope, locator->position, name);
+  }
+}
+
+// A typedef that stands for a class (the injected name among them) leads to the class's own symbol.
+static a_symbol *tag_behind_typedef(a_symbol *symbol)
+{
+  if (symbol == nullptr || symbol->kind != sk_type) return symbol;
+  a_symbol *tag = skip_typerefs(type_of_symbol(symbol))->source_corresp.assoc_symbol;
+  return tag != nullptr && is_tag_symbol(tag) ? tag : symbol;
+}
+
+// What a tag's name stands for before it is declared here.
+struct a_tag_search {
+  a_symbol *symbol; // null: not declared yet
+  int depth;        // where it is to be declared then
+  bool failed;      // reported
+};
+
+static a_tag_search search_for_tag(a_symbol_locator *locator, bool is_definition, bool is_alone,
+                                   bool is_friend)
 {
   a_symbol_locator copy = *locator;
   copy.symbol = nullptr;
-  a_symbol *symbol = is_definition || is_alone ? curr_scope_id_lookup(&copy, lo_tag)
-                                               : normal_id_lookup(&copy, lo_tag);
-  if (symbol == nullptr) return new_tag(locator, (a_symbol_kind)kind, type_kind);
+  a_tag_search result = {nullptr, decl_scope_level, false};
+  if (C_dialect == 2 && has_written_qualifier(locator)) {
+    result.symbol = look_up_qualified_tag(locator, is_definition);
+    result.failed = result.symbol == nullptr;
+    if (result.failed) report_missing_tag(locator);
+  } else if (is_friend && !is_definition) {
+    result.symbol = normal_id_lookup(&copy, lo_tag | lo_friend_decl);
+    result.depth = depth_for_elaborated_name(true);
+  } else if (is_definition || is_alone) {
+    result.symbol = curr_scope_id_lookup(&copy, lo_tag);
+  } else {
+    result.symbol = normal_id_lookup(&copy, lo_tag);
+    if (C_dialect == 2) result.depth = depth_for_elaborated_name(false);
+  }
+  result.symbol = tag_behind_typedef(result.symbol);
+  return result;
+}
+
+a_type *find_or_enter_tag(a_symbol_locator *locator, unsigned char kind, a_type_kind type_kind,
+                          bool is_definition, bool is_alone, a_decl_parse_state *state)
+{
+  bool is_friend = (state->specifier_flags & sf_is_friend) && curr_token == tok_semicolon;
+  a_tag_search found = search_for_tag(locator, is_definition, is_alone, is_friend);
+  if (found.failed) return error_type();
+  a_symbol *symbol = found.symbol;
+  if (symbol == nullptr) {
+    a_type *type = new_tag(locator, (a_symbol_kind)kind, type_kind, found.depth);
+    locator->symbol->is_invisible = is_friend;
+    return type;
+  }
   locator->symbol = symbol;
   if (!is_tag_symbol(symbol) || !same_tag_kind(symbol, (a_symbol_kind)kind)) {
     pos_stsy_error(ec_tag_kind_incompatible_with_declaration, locator->position,
                    locator->header->identifier, symbol);
     return error_type();
   }
+  if (is_definition || is_alone) symbol->is_invisible = false;
   if (!is_definition) record_symbol_reference(rk_plain, symbol, &locator->position);
   return type_of_symbol(symbol);
 }
@@ -140,7 +232,7 @@ static a_type *named_class(a_symbol_locator *locator, a_type_kind kind, bool is_
                            a_decl_parse_state *state)
 {
   bool is_alone = curr_token == tok_semicolon && state->storage_class == sc_unspecified &&
-                  state->type_qualifiers == 0;
+                  state->type_qualifiers == 0 && !(state->specifier_flags & sf_is_friend);
   a_type *type =
       find_or_enter_tag(locator, tag_symbol_kind(kind), kind, is_definition, is_alone, state);
   if (is_error_type(type)) {
@@ -167,9 +259,8 @@ static an_attribute *head_attributes()
 static bool scan_tag_name(a_decl_parse_state *state)
 {
   state->tag_locator = cleared_locator;
-  if (C_dialect == 2 && curr_token == tok_colon_colon) {
-    bool error_found = false;
-    coalesce_and_lookup_generalized_identifier(0, lo_tag, &error_found);
+  if (C_dialect == 2 && (curr_token == tok_colon_colon || curr_token == tok_identifier)) {
+    f_is_generalized_identifier_start(gid_in_declaration, nullptr);
   }
   if (curr_token != tok_identifier) return false;
   state->tag_locator = locator_for_curr_id;
@@ -210,6 +301,7 @@ a_type *class_specifier(uint32_t, a_decl_parse_state *state, a_decl_pos_block *p
   if (attributes) attach_tag_attributes(attributes, type, state, is_definition);
   if (is_definition && scan_class_definition(type, state, pos_block)) {
     state->specifier_flags |= sf_defines_type;
+    if (C_dialect == 2) process_deferred_class_fixups_and_instantiations(type);
   }
   if (pos_block) pos_block->type_end = state->specifiers_range.end;
   return type;
@@ -233,12 +325,4 @@ void update_membership_of_class(a_type *class_type)
   if (C_dialect == 2 && entry->kind == sck_class && entry->assoc_type != class_type) {
     set_class_membership(&class_type->source_corresp, entry->assoc_type);
   }
-}
-
-void process_deferred_class_fixups_and_instantiations(a_type *)
-{
-}
-
-void class_decl_init()
-{
 }

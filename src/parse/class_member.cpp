@@ -93,11 +93,10 @@ static void check_field_specifiers(a_decl_parse_state *state, a_symbol_locator *
   }
 }
 
-static void finish_field(a_decl_parse_state *state, a_field *field, a_symbol *symbol)
+void record_member(a_decl_parse_state *state, a_symbol *symbol)
 {
   state->symbol = symbol;
   attach_decl_attributes(state, false);
-  (void)field;
   record_symbol_declaration(rdf_definition, symbol, &symbol->position, nullptr);
 }
 
@@ -111,7 +110,7 @@ static void ordinary_field(a_class_scan_state *scan, a_decl_parse_state *state,
   field->is_flexible_array = is_flexible;
   if (is_flexible) scan->has_flexible_array_member = true;
   a_symbol *symbol = symbol_for_field(scan, locator, field);
-  finish_field(state, field, symbol);
+  record_member(state, symbol);
   if (curr_token == tok_assign) {
     pos_error(ec_bad_data_member_initialization, pos_curr_token);
     get_token();
@@ -284,7 +283,7 @@ static void bit_field(a_class_scan_state *scan, a_decl_parse_state *state,
     }
     check_enum_bit_field(type, field->bit_size, field->bit_field_is_signed, width_position);
   }
-  finish_field(state, field, symbol);
+  record_member(state, symbol);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -352,96 +351,33 @@ static void anonymous_member(a_class_scan_state *scan, a_decl_parse_state *state
   if (as_class(skip_typerefs(state->type_specifier)).has_flexible_array) {
     scan->has_flexible_array_member = true;
   }
-  finish_field(state, field, symbol);
+  record_member(state, symbol);
 }
 
-static void member_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
+// C++: the scope of a class holds types as well.
+static bool declares_named_type(const a_decl_parse_state *state)
+{
+  if (C_dialect != 2 || !(state->specifier_flags & sf_is_type_declaration)) return false;
+  return skip_typerefs(state->type_specifier)->source_corresp.name != nullptr;
+}
+
+void member_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
 {
   if (state->bad_declaration || (state->specifier_flags & sf_is_in_error)) return;
   if (is_anonymous_member(state)) {
     anonymous_member(scan, state);
     return;
   }
-  if (state->enum_body_seen) return;
+  if (state->enum_body_seen || declares_named_type(state)) return;
   pos_diagnostic(strict_ansi_mode ? strict_ansi_error_severity : es_warning, ec_useless_decl,
                  state->start_position);
 }
 
-//---------------------------------------------------------------------------------------------
-// Member declarations.
-
-static void member_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
+void field_member(a_class_scan_state *scan, a_decl_parse_state *state, a_symbol_locator *locator)
 {
-  a_symbol_locator locator = cleared_locator;
-  locator.position = pos_curr_token;
   if (curr_token == tok_colon) {
-    state->declared_type = state->type_specifier;
-    bit_field(scan, state, &locator);
-    return;
-  }
-  declarator(dop_name_ok | dop_member, state, nullptr, &locator, nullptr, nullptr);
-  if (locator.is_qualified) {
-    locator.header = nullptr;
-    state->declared_type = error_type();
-  }
-  scan_gnu_asm_name(state);
-  if (curr_token == tok_attribute) {
-    *f_last_attribute_link(&state->declarator_attributes) = scan_attributes(al_after_declarator);
-  }
-  an_attribute *type_attributes = take_type_attributes(&state->declarator_attributes);
-  if (type_attributes) attach_type_attributes(&state->declared_type, type_attributes, state);
-  if (curr_token == tok_colon) {
-    bit_field(scan, state, &locator);
+    bit_field(scan, state, locator);
   } else {
-    ordinary_field(scan, state, &locator);
+    ordinary_field(scan, state, locator);
   }
-}
-
-static void next_member_declarator(a_decl_parse_state *state)
-{
-  run_end_of_parse_actions(state);
-  state->declarator_flags = 0;
-  state->declared_type = state->bottom_type = state->type_specifier;
-  state->declarator_attributes = nullptr;
-  state->asm_name = nullptr;
-  state->symbol = nullptr;
-}
-
-static bool nothing_was_declared(const a_decl_parse_state *state)
-{
-  if (!(state->specifier_flags & sf_no_specifiers)) return false;
-  return curr_token != tok_identifier && curr_token != tok_star && curr_token != tok_lparen &&
-         curr_token != tok_colon;
-}
-
-void scan_member_declaration(a_class_scan_state *scan)
-{
-  a_decl_parse_state state = null_decl_parse_state;
-  bool saved_report = report_gnu_extensions;
-  while (curr_token == tok_extension && (gcc_mode || gpp_mode)) {
-    report_gnu_extensions = false;
-    get_token();
-  }
-  state.start_position = pos_curr_token;
-  add_stop_token(tok_comma);
-  decl_specifiers(dso_type_ok | dso_class_def_ok | dso_check_missing_semicolon, &state, nullptr);
-  if (nothing_was_declared(&state)) {
-    remove_stop_token(tok_comma);
-    syntax_error(ec_exp_declaration);
-    report_gnu_extensions = saved_report;
-    return;
-  }
-  if (curr_token == tok_semicolon || curr_token == tok_rbrace) {
-    member_without_declarator(scan, &state);
-  } else if (!(state.specifier_flags & sf_missing_semicolon_suspected)) {
-    for (;;) {
-      member_declarator(scan, &state);
-      if (curr_token != tok_comma) break;
-      get_token();
-      next_member_declarator(&state);
-    }
-  }
-  remove_stop_token(tok_comma);
-  run_end_of_parse_actions(&state);
-  report_gnu_extensions = saved_report;
 }

@@ -2,5 +2,44 @@
 #pragma once
 #include "parse/class_decl.h"
 
-// class_member.cpp: one member declaration, up to its `;` (which stays current).
-void scan_member_declaration(a_class_scan_state *scan);
+// class_member.cpp: fields.
+// One member declarator of data, at the declarator's `:` or behind it; the locator has no header for an
+// unnamed bit-field.
+void field_member(a_class_scan_state *scan, a_decl_parse_state *state, a_symbol_locator *locator);
+// Specifiers alone, as in `union { int a; };`; reports what declares nothing.
+void member_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state);
+void record_member(a_decl_parse_state *state, a_symbol *symbol);
+
+// class_member_decl.cpp: one member declaration, up to its `;` (which stays current) or behind a body.
+// True when a function's body ended it.
+bool scan_member_declaration(a_class_scan_state *scan);
+
+// class_routine.cpp: declares a member function; state->symbol is its symbol, null after an error that
+// left none.  `is_implicit`: the compiler declares it.
+void decl_member_function(a_class_scan_state *scan, a_decl_parse_state *state,
+                          a_symbol_locator *locator, a_func_info_block *func_info,
+                          bool is_implicit);
+// Appends `symbol` to a list of symbols.
+void add_to_symbol_list(a_symbol_list_entry **list, a_symbol *symbol);
+
+// class_static.cpp: a static data member.
+void static_member(a_class_scan_state *scan, a_decl_parse_state *state, a_symbol_locator *locator);
+
+// class_deferred.cpp
+a_routine_fixup *alloc_routine_fixup(a_type *class_type);
+void free_routine_fixup(a_routine_fixup *fixup);
+// Stores the body at hand for later; the current token is then the one behind it.
+void cache_body(a_routine_fixup *fixup, bool may_have_initializers);
+void add_routine_fixup(a_routine_fixup *fixup);
+// Around the body of a class: the first behind the push of its scope, the second behind the pop.
+void begin_class_being_defined();
+void end_class_being_defined(a_type *class_type);
+
+// class_virtual.cpp: whether the function is virtual, what it overrides.
+void settle_virtual(a_class_scan_state *scan, a_decl_parse_state *state, a_symbol *symbol);
+
+// class_friend.cpp
+// A friend function; state->symbol gets its symbol, null where there is none.
+void decl_friend_function(a_class_scan_state *scan, a_decl_parse_state *state,
+                          a_symbol_locator *locator, a_func_info_block *func_info);
+void decl_friend_class(a_type *type, a_type *class_type, const a_source_position *position);

@@ -731,6 +731,7 @@ void decl_specifiers(uint32_t options, a_decl_parse_state *state, a_decl_pos_blo
   if (pos_block) pos_block->specifier_last = state->specifiers_range.end;
   if (options & dso_qualifiers_only) return;
   if (scan.auto_is_undecided) decide_auto(&scan);
+  if (C_dialect == 2) special_member_specifier(&scan);
   report_deferred_error(&scan);
   if (check_misra_c_2004) check_basic_type(&scan);
   set_result_flags(&scan);

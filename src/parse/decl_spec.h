@@ -228,6 +228,8 @@ struct a_func_info_block {
   bool is_implicit : 1;                       // declared by a call
   bool is_friend : 1;
   bool type_was_missing : 1;                  // implicit int
+  bool is_pure : 1;                           // `= 0`
+  a_source_position pure_position;
 };
 
 void clear_func_info(a_func_info_block *block);

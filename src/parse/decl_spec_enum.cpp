@@ -35,8 +35,8 @@ struct an_enum_scan {
   bool first_has_value : 1;
   unsigned with_value, total;
   a_source_position value_position; // of the first enumerator with `=` behind the first one
-  an_integer_value low, high; // range of all values; high is unsigned if not any_negative
-  bool high_is_unsigned : 1;  // high has the sign bit set and is positive
+  an_integer_value low, high;       // range of all values; high is unsigned if not any_negative
+  bool high_is_unsigned : 1;        // high has the sign bit set and is positive
 };
 
 //---------------------------------------------------------------------------------------------

@@ -79,4 +79,6 @@ void consume_memory_of_or_data16_20();
 // decl_spec_type.cpp: names of types, and the type that the words name.
 // At an identifier or `::`: takes it as a type and returns true, or false when the list ends here.
 bool type_name_specifier(a_specifier_scan *scan);
+// Behind the specifiers: a destructor or conversion function follows, which has no type specifier.
+void special_member_specifier(a_specifier_scan *scan);
 void build_specifier_type(a_specifier_scan *scan);

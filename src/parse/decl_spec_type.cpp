@@ -90,6 +90,45 @@ static bool non_type_identifier(a_specifier_scan *scan)
   return true;
 }
 
+// Only what may stand in front of a constructor, destructor or conversion function came so far.
+static bool special_member_may_follow(const a_specifier_scan *scan)
+{
+  return C_dialect == 2 && !any_type_specifier(scan) &&
+         !(scan->options & (dso_parameter | dso_qualifiers_only | dso_secondary));
+}
+
+// `A::A`, `A::~A`, `A::operator T`: the list of specifiers ends, and no type is missing.
+static bool qualified_special_member(a_specifier_scan *scan)
+{
+  const a_symbol_locator *locator = &locator_for_curr_id;
+  if (!special_member_may_follow(scan) || !locator->qualifier_is_class) return false;
+  a_type *class_type = skip_typerefs(locator->qualifier.class_type);
+  a_symbol *class_symbol = class_type->source_corresp.assoc_symbol;
+  bool is_constructor =
+      locator->header != nullptr && class_symbol != nullptr &&
+      (locator->header->is_constructor_name || locator->header == class_symbol->header) &&
+      next_token() == tok_lparen;
+  if (is_constructor) {
+    scan->state->specifier_flags |= sf_is_constructor_name;
+  } else if (locator->is_destructor_name || locator->is_conversion_name) {
+    scan->state->specifier_flags |= sf_is_destructor_or_conversion;
+  } else {
+    return false;
+  }
+  scan->kind = spk_unknown;
+  return true;
+}
+
+void special_member_specifier(a_specifier_scan *scan)
+{
+  if (!special_member_may_follow(scan)) return;
+  if (curr_token == tok_operator) f_is_generalized_identifier_start(gid_in_declaration, nullptr);
+  bool is_conversion = curr_token == tok_identifier && locator_for_curr_id.is_conversion_name;
+  if (curr_token != tok_compl && !is_conversion) return;
+  scan->state->specifier_flags |= sf_is_destructor_or_conversion;
+  scan->kind = spk_unknown;
+}
+
 bool type_name_specifier(a_specifier_scan *scan)
 {
   if (scan->kind != spk_none || scan->complex_word != complex_none) return false;
@@ -103,7 +142,12 @@ bool type_name_specifier(a_specifier_scan *scan)
   }
   if (any_type_word(scan) && !words_may_modify_typedef(scan)) return false;
   a_symbol *symbol = curr_type_symbol();
+  if (C_dialect == 2 && qualified_special_member(scan)) return false;
   if (symbol == nullptr) return non_type_identifier(scan);
+  if (C_dialect == 2) {
+    bool failed = false;
+    f_check_ambiguity_and_verify_access(&locator_for_curr_id, false, nullptr, &failed);
+  }
   a_type *type = type_of_symbol(symbol);
   if (any_type_word(scan) && !words_fit_typedef(scan, type)) return false;
   if (!type_specifier_allowed(scan)) {
@@ -136,7 +180,8 @@ void typename_specifier(a_type **type, a_symbol **symbol, bool, a_decl_pos_block
   if (curr_token == tok_identifier) get_token();
 }
 
-// A class's own name followed by `(` declares its constructor.
+// A class's own name followed by `(` declares its constructor, unless a declarator in parentheses
+// follows.
 bool is_constructor_decl(a_type *class_type, a_decl_parse_state *)
 {
   if (curr_token != tok_identifier || class_type == nullptr) return false;
@@ -144,7 +189,9 @@ bool is_constructor_decl(a_type *class_type, a_decl_parse_state *)
   if (symbol == nullptr) symbol = normal_id_lookup(&locator_for_curr_id, lo_type_only);
   if (symbol == nullptr || !is_type_symbol(symbol)) return false;
   if (!identical_types(type_of_symbol(symbol), class_type)) return false;
-  return next_token() == tok_lparen;
+  a_token_kind second = tok_error;
+  if (next_two_tokens(tok_lparen, &second) != tok_lparen) return false;
+  return second != tok_star && second != tok_ampersand;
 }
 
 //---------------------------------------------------------------------------------------------

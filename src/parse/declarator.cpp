@@ -355,13 +355,11 @@ static void open_scope_of_name(a_declarator_scan *scan)
 
 static void qualified_name(a_declarator_scan *scan)
 {
-  if (!(scan->options & dop_reactivate_scopes)) {
-    pos_error(ec_qualified_name_not_allowed, scan->locator->position);
-    scan->locator->header = nullptr;
-    return;
-  }
   if (qualifier_names_current_scope(scan->locator)) {
     drop_redundant_qualifier(scan);
+  } else if (!(scan->options & dop_reactivate_scopes)) {
+    pos_error(ec_qualified_name_not_allowed, scan->locator->position);
+    scan->locator->header = nullptr;
   } else {
     open_scope_of_name(scan);
   }

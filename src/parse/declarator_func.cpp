@@ -11,6 +11,7 @@
 #include "lex/token_cache.h"
 #include "mem/mem_manage.h"
 #include "parse/attribute.h"
+#include "parse/class_decl.h"
 #include "parse/declarator.h"
 #include "parse/decls.h"
 #include "parse/expr.h"
@@ -25,7 +26,7 @@ struct a_prototype_scan {
   a_routine_type_supplement *supplement;
   a_param_type *last_param;
   unsigned count;
-  bool default_seen : 1;
+  bool no_default_args : 1; // of a typedef
 };
 
 // Where add_vla_fixup_entry puts its records: the prototype at hand.
@@ -217,9 +218,19 @@ static void parameter_initializer(a_prototype_scan *scan, a_param_type *param)
     scan_and_discard_initializer_expression();
     return;
   }
-  scan->default_seen = true;
+  if (scan->func_info == nullptr || scan->no_default_args) {
+    pos_error(ec_default_arg_expr_not_allowed, position);
+    scan_and_discard_initializer_expression();
+    return;
+  }
   param->has_default_arg = true;
-  param->default_arg_expr = scan_default_arg_expr(param->type);
+  bool waits_for_class =
+      curr_routine_fixup != nullptr && scan->func_info == &curr_routine_fixup->func_info;
+  if (waits_for_class) {
+    prescan_default_function_arg_expr(param, &curr_routine_fixup->default_arg_fixups);
+  } else {
+    param->default_arg_expr = scan_default_arg_expr(param->type);
+  }
 }
 
 static void note_parameter(a_prototype_scan *scan, a_decl_parse_state *state, a_param_type *param,
@@ -269,11 +280,7 @@ static bool one_parameter(a_prototype_scan *scan)
   a_symbol *symbol = enter_parameter_symbol(&locator, param);
   if (symbol) record_symbol_declaration(rdf_declaration, symbol, &locator.position, nullptr);
   note_parameter(scan, &state, param, &locator, symbol);
-  if (curr_token == tok_assign) {
-    parameter_initializer(scan, param);
-  } else if (C_dialect == 2 && scan->default_seen) {
-    pos_error(ec_default_arg_not_at_end, locator.position);
-  }
+  if (curr_token == tok_assign) parameter_initializer(scan, param);
   run_end_of_parse_actions(&state);
   return true;
 }
@@ -316,10 +323,11 @@ static void close_prototype_scope(a_prototype_scan *scan)
   pop_scope();
 }
 
-static void prototype(a_func_info_block *func_info, a_type *routine_type)
+static void prototype(uint32_t options, a_func_info_block *func_info, a_type *routine_type)
 {
   a_prototype_scan scan = {};
   scan.func_info = func_info;
+  scan.no_default_args = (options & dop_typedef) != 0;
   scan.routine_type = routine_type;
   scan.supplement = routine_supplement_of(routine_type);
   scan.supplement->is_prototyped = true;
@@ -395,7 +403,7 @@ void function_declarator(uint32_t options, a_decl_parse_state *state, a_func_inf
     identifier_list(options, func_info);
     supplement->is_old_style_definition = func_info != nullptr;
   } else {
-    prototype(func_info, routine_type);
+    prototype(options, func_info, routine_type);
   }
   remove_stop_token(tok_rparen);
   required_token(tok_rparen, ec_exp_rparen);

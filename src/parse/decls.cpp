@@ -413,7 +413,8 @@ static void declaration_in_context(a_declaration_context *context, a_source_rang
     attributes = scan_attributes(al_decl_start);
   }
   if (special_form(context, attributes))
-    process_curr_construct_pragmas(nullptr, nullptr); // nothing was declared that they could bind to
+    process_curr_construct_pragmas(nullptr,
+                                   nullptr); // nothing was declared that they could bind to
   else
     plain_declaration(context, attributes, specifiers_range);
   report_gnu_extensions = saved_report;

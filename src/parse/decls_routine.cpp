@@ -15,6 +15,7 @@
 #include "lex/sections.h"
 #include "lex/token_cache.h"
 #include "parse/attribute.h"
+#include "parse/class_decl.h"
 #include "parse/decls_private.h"
 #include "parse/expr.h"
 #include "parse/func_def.h"
@@ -136,24 +137,34 @@ static void merge_default_arguments(a_type *from, a_type *to)
   if (added) check_for_gap_in_default_arguments(to);
 }
 
-// C++: both types are the same; the definition's names its parameters as the body does.
-static void take_newer_type(a_routine *routine, a_type *new_type, bool is_definition)
+static void take_parameter_names(a_type *from, a_type *to)
+{
+  a_param_type *from_param = param_types_of(from);
+  a_param_type *to_param = param_types_of(to);
+  for (; from_param && to_param; from_param = from_param->next, to_param = to_param->next) {
+    to_param->name = from_param->name;
+    to_param->qualifiers = from_param->qualifiers;
+    to_param->declared_register = from_param->declared_register;
+    to_param->declared_entities = from_param->declared_entities;
+  }
+}
+
+// C++: both types are the same.  The first stays, since calls refer to it, and learns what a definition
+// says of its parameters.
+static void reconcile_cplusplus_types(a_routine *routine, a_type *new_type, bool is_definition)
 {
   a_type *old_type = skip_typerefs(routine->type);
   new_type = skip_typerefs(new_type);
   if (old_type == new_type || old_type->kind != tk_routine || new_type->kind != tk_routine) return;
-  if (!is_definition) {
-    merge_default_arguments(new_type, old_type);
+  if (old_type != routine->type) {
+    // The first came from a typedef and isn't the function's own.
+    merge_default_arguments(old_type, new_type);
+    routine_supplement_of(new_type)->this_class = routine_supplement_of(old_type)->this_class;
+    routine->type = new_type;
     return;
   }
-  merge_default_arguments(old_type, new_type);
-  a_routine_type_supplement *old_supplement = routine_supplement_of(old_type);
-  a_routine_type_supplement *supplement = routine_supplement_of(new_type);
-  supplement->this_class = old_supplement->this_class;
-  if (supplement->exception_specification == nullptr) {
-    supplement->exception_specification = old_supplement->exception_specification;
-  }
-  routine->type = new_type;
+  merge_default_arguments(new_type, old_type);
+  if (is_definition) take_parameter_names(new_type, old_type);
 }
 
 bool reconcile_routine_types(a_routine *routine, a_type *new_type, bool is_definition,
@@ -166,7 +177,7 @@ bool reconcile_routine_types(a_routine *routine, a_type *new_type, bool is_defin
   }
   check_parameter_names(old_type, new_type);
   if (C_dialect == 2) {
-    take_newer_type(routine, new_type, is_definition);
+    reconcile_cplusplus_types(routine, new_type, is_definition);
   } else {
     routine->type = composite_type(new_type, old_type);
   }
@@ -670,6 +681,9 @@ void decl_routine(a_symbol_locator *locator, a_decl_parse_state *state,
   misra_checks(&decision);
   a_symbol *symbol = symbol_for_routine(&decision);
   a_routine *routine = routine_of_symbol(symbol);
+  if (C_dialect == 2 && !symbol->declared && is_function_type(decision.type)) {
+    check_for_gap_in_default_arguments(decision.type);
+  }
   state->symbol = symbol;
   locator->symbol = symbol;
   bool was_defined = routine->is_defined;
@@ -829,7 +843,10 @@ bool routine_declaration(a_symbol_locator *locator, a_decl_parse_state *state,
   if (C_dialect != 2 && state->type_qualifiers && is_function_type(state->type_specifier)) {
     pos_warning(ec_useless_type_qualifiers, state->qualified_position);
   }
-  if (locator->qualifier_is_class) check_storage_class_of_member(state);
+  if (locator->qualifier_is_class) {
+    set_return_type_of_special_member(state, locator);
+    check_storage_class_of_member(state);
+  }
   check_function_storage_class(state);
   bool is_inline = (state->specifier_flags & sf_is_inline) != 0;
   if (names_main(locator, state)) {

@@ -27,7 +27,8 @@ a_symbol *curr_type_symbol()
   } else {
     if (curr_token != tok_identifier && curr_token != tok_colon_colon) return nullptr;
     bool error_found = false;
-    symbol = coalesce_and_lookup_generalized_identifier(gid_no_diagnostics, lo_none, &error_found);
+    symbol = coalesce_and_lookup_generalized_identifier(
+        gid_no_diagnostics | gid_destructor_name_allowed, lo_none, &error_found);
   }
   return symbol && is_type_symbol(symbol) ? symbol : nullptr;
 }

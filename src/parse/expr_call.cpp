@@ -352,6 +352,26 @@ static void scan_argument_list(an_arg_check_block *block)
   --expr_stack->paren_depth;
 }
 
+// The object of a member function is its first argument.
+static void add_object_argument(a_type *routine_type, an_operand *selector,
+                                an_arg_check_block *block)
+{
+  a_type *type = f_implicit_this_param_type_of(routine_type);
+  if (type == nullptr || selector->kind == ok_error) return;
+  a_type *object = type_pointed_to(selector->type);
+  if (get_type_qualifiers(object) & ~get_type_qualifiers(type_pointed_to(type))) {
+    a_symbol *symbol =
+        block->routine != nullptr ? block->routine->source_corresp.assoc_symbol : nullptr;
+    if (symbol != nullptr) {
+      expr_pos_sy_diagnostic(es_error, ec_unqual_function_with_qual_object, selector->position,
+                             symbol);
+    }
+    return;
+  }
+  cast_operand(type, selector, false);
+  append_argument_node(make_node_from_operand(selector), block);
+}
+
 static an_expr_node *make_call_node(an_operand *function, an_expr_node *arguments,
                                     a_type *return_type)
 {
@@ -485,6 +505,9 @@ void scan_function_call(an_operand *function, a_rescan_control_block *, an_opera
                         rk_read); // a called function's address isn't taken
   a_ref_entry *refs = function->ref_entries;
   function->ref_entries = function->last_ref_entry = nullptr;
+  bool is_bound = function->is_bound_function;
+  an_operand selector;
+  if (is_bound) take_bound_selector(&selector);
   bool ok = check_callable(function, routine, &start);
   get_token();
   if (!ok) {
@@ -498,6 +521,7 @@ void scan_function_call(an_operand *function, a_rescan_control_block *, an_opera
   a_type *routine_type = called_routine_type(function);
   an_arg_check_block block;
   start_call_argument_processing(routine_type, routine, &block);
+  if (is_bound) add_object_argument(routine_type, &selector, &block);
   scan_argument_list(&block);
   a_source_position end = end_pos_curr_token, close = pos_curr_token;
   required_token(tok_rparen, ec_exp_rparen);

@@ -89,6 +89,15 @@ void scan_call_by_name(an_operand *function, an_operand *result);
 // The format string of a printf or scanf call against its arguments.
 void check_format_arguments(const an_arg_check_block *block);
 
+// Members (expr_member.cpp).
+void scan_this(an_operand *result);
+// The current identifier names a non-static member: of `this`, or an error.
+bool make_operand_of_member(a_symbol *symbol, an_operand *result);
+// object.f or object->f: a static member function as it stands, any other bound to the object.
+void select_function(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
+                     an_operand *result);
+// The object pointer of the bound function that is called next.
+void take_bound_selector(an_operand *selector);
 // Selection of the (possibly anonymous) member of an object; see make_field_operand.
 void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
                    an_operand *result);

@@ -328,9 +328,20 @@ static void make_operand_of_symbol(a_symbol *symbol, unsigned flags, an_operand 
     break;
   case sk_variable:
   case sk_static_data_member: make_operand_of_variable(symbol, result); break;
-  case sk_routine:
-  case sk_member_function: make_operand_of_routine(symbol, flags, result); break;
+  case sk_routine: make_operand_of_routine(symbol, flags, result); break;
+  case sk_field: make_operand_of_member(symbol, result); break;
+  case sk_member_function:
+    if (routine_of_symbol(symbol)->is_static_member)
+      make_operand_of_routine(symbol, flags, result);
+    else
+      make_operand_of_member(symbol, result);
+    break;
   case sk_overloaded_function:
+    if (symbol->is_class_member)
+      make_operand_of_member(symbol, result);
+    else
+      make_indefinite_function_operand(symbol, result);
+    break;
   case sk_function_template: make_indefinite_function_operand(symbol, result); break;
   case sk_parameter: make_operand_of_parameter(symbol, result); break;
   case sk_undefined: make_error_operand(result); break;
@@ -497,7 +508,13 @@ void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned
   case tok_reinterpret_cast: scan_keyword_cast(result); return;
   case tok_null: scan_gnu_null(result); return;
   case tok_and_and: scan_label_address(result); return;
+  case tok_this: scan_this(result); return;
+  case tok_operator: scan_identifier_expression(result, flags); return;
   case tok_colon_colon:
+    if (C_dialect == 2 && expr_stack->expression_kind != ek_preprocessing) {
+      scan_identifier_expression(result, flags);
+      return;
+    }
     if (expr_stack->expression_kind == ek_preprocessing)
       expr_pos_error(ec_bad_pp_operator, pos_curr_token);
     report_missing_expression(result);

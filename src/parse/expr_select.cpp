@@ -8,6 +8,7 @@
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "lex/lexical.h"
+#include "lex/token_cache.h"
 #include "parse/decls.h"
 #include "parse/expr_internal.h"
 #include "parse/overload.h"
@@ -188,6 +189,26 @@ static bool check_complete_class(a_type *class_type, an_operand *object, bool is
   return false;
 }
 
+// A member function, a static member or an enumerator, selected through an object.
+static void select_other_member(a_symbol *symbol, an_operand *object, bool is_arrow,
+                                a_symbol_locator *locator, a_source_position *pos,
+                                an_operand *result)
+{
+  a_source_position end = end_pos_curr_token;
+  switch (symbol->kind) {
+  case sk_member_function:
+  case sk_overloaded_function: select_function(symbol, object, is_arrow, pos, result); return;
+  case sk_static_data_member:
+    make_lvalue_variable_operand(variable_of_symbol(symbol), pos, &end, result,
+                                 ref_entry(symbol, *pos));
+    return;
+  case sk_constant: make_sym_constant_operand(symbol, pos, result); return;
+  default: break;
+  }
+  report_unknown_member(class_of_object(object, is_arrow), locator, *pos);
+  make_error_operand(result);
+}
+
 static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *locator,
                            a_source_position *pos, an_operand *result)
 {
@@ -207,10 +228,18 @@ static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *
     return;
   }
   a_symbol *symbol = class_qualified_id_lookup(locator, skip_typerefs(class_type), lo_none);
+  if (symbol != nullptr && symbol->kind != sk_field && C_dialect == 2) {
+    select_other_member(symbol, object, is_arrow, locator, pos, result);
+    return;
+  }
   if (symbol == nullptr || symbol->kind != sk_field) {
     report_unknown_member(class_type, locator, *pos);
     make_error_operand(result);
     return;
+  }
+  if (C_dialect == 2) {
+    bool failed = false;
+    f_check_ambiguity_and_verify_access(locator, false, class_type, &failed);
   }
   record_symbol_reference(rk_plain, symbol, pos, expr_stack->code_is_generated);
   select_member(symbol, object, is_arrow, pos, result);
@@ -227,6 +256,7 @@ void scan_field_selection(an_operand *left, a_rescan_control_block *, an_operand
   else
     do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
   get_token();
+  if (C_dialect == 2) f_is_generalized_identifier_start(0, nullptr);
   if (curr_token != tok_identifier) {
     syntax_error(ec_exp_identifier);
     change_operand_refs_to_error(left);

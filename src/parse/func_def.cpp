@@ -15,7 +15,9 @@
 #include "lex/pragma.h"
 #include "lex/source_input.h"
 #include "parse/attribute.h"
+#include "parse/decl_inits.h"
 #include "parse/decls.h"
+#include "parse/exprutil.h"
 #include "parse/scope_stk.h"
 #include "parse/statements_parts.h"
 #include "parse/symbol_ref.h"
@@ -329,9 +331,36 @@ static void finish_body(bool is_at_file_level)
   next_token_is_top_level_decl_start = false;
 }
 
+// C++: the object of a non-static member function.
+static void make_this_parameter(a_routine *routine)
+{
+  a_type *type = f_implicit_this_param_type_of(routine->type);
+  if (C_dialect != 2 || type == nullptr) return;
+  a_variable *variable = alloc_variable(sc_auto);
+  variable->type = f_make_qualified_type(type, tq_const);
+  variable->is_parameter = variable->is_this_parameter = true;
+  variable->is_definition = variable->is_compiler_generated = true;
+  variable->source_corresp.is_local = true;
+  variable->source_corresp.decl_position = routine->source_corresp.decl_position;
+  a_scope *scope = top_scope()->il_scope;
+  set_parent_scope(&variable->source_corresp, iek_variable, scope);
+  scope->this_param = variable;
+}
+
+// `: a(1), b(2)` in front of a constructor's body, and what the source doesn't write of it; the end of a
+// destructor.
+static void special_member_prologue(a_routine *routine)
+{
+  if (routine->special_kind == sfk_constructor) {
+    ctor_initializer(routine, curr_token == tok_colon);
+  } else if (routine->special_kind == sfk_destructor) {
+    dtor_initializer(routine);
+  }
+}
+
 void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsigned flags)
 {
-  bool is_at_file_level = depth_scope_stack == 0;
+  bool is_at_file_level = decl_scope_level == 0 && !(flags & fbf_deferred);
   check_function_return_type(return_type_of(routine->type), &routine->source_corresp.decl_position,
                              false, routine);
   a_struct_stmt_stack_state stack_state;
@@ -340,6 +369,9 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
   routine->fenv_access_state = (unsigned char)curr_fenv_access_state;
   routine->cx_limited_range_state = (unsigned char)curr_cx_limited_range_state;
   if (flags & fbf_discard) top_scope()->eliminate_body = true;
+  // A class may stand in an expression; its functions don't belong to that.
+  expr_stack = nullptr;
+  make_this_parameter(routine);
   new_struct_stmt_stack(&stack_state);
   bool saved_type_was_missing = curr_function_type_was_missing;
   curr_function_type_was_missing = func_info->type_was_missing;
@@ -348,6 +380,7 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
   a_func_info_block *saved_func_info = func_info_of_body;
   func_info_of_body = func_info;
   push_stop_token_stack();
+  if (C_dialect == 2) special_member_prologue(routine);
   compound_statement(true, 0, false, false);
   if (!il_hooks.is_empty() && !(flags & fbf_discard)) {
     il_hooks.body_completed(routine, top_scope()->il_scope->assoc_block);
@@ -383,13 +416,22 @@ static void check_type_from_declarator(a_symbol_locator *locator, a_decl_parse_s
 }
 
 // A routine that takes the body of an erroneous definition.
-static a_routine *make_dummy_routine(a_decl_parse_state *state)
+static a_routine *make_dummy_routine(a_type *type)
 {
   a_routine *routine = alloc_routine();
-  routine->type = skip_typerefs(state->declared_type);
+  routine->type = type;
   routine->storage_class = sc_static;
   routine->source_corresp.name_linkage = nlk_none;
   return routine;
+}
+
+a_routine *make_routine_for_discarded_body(a_type *class_type, a_func_info_block *func_info)
+{
+  a_type *type = make_routine_type(error_type());
+  for (a_param_id *id = func_info->param_ids; id != nullptr; id = id->next)
+    add_param_type(type, alloc_param_type(id->type != nullptr ? id->type : error_type()));
+  routine_supplement_of(type)->this_class = class_type;
+  return make_dummy_routine(type);
 }
 
 static a_routine *routine_to_define(a_decl_parse_state *state, unsigned *flags)
@@ -400,7 +442,7 @@ static a_routine *routine_to_define(a_decl_parse_state *state, unsigned *flags)
     if (!routine->is_defined && is_function_type(routine->type)) return routine;
   }
   *flags |= fbf_discard;
-  return make_dummy_routine(state);
+  return make_dummy_routine(skip_typerefs(state->declared_type));
 }
 
 // MISRA 8.5: no definition in a header; 16.1: no variable number of arguments.
@@ -429,7 +471,9 @@ void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_sta
   unsigned flags = 0;
   a_routine *routine = routine_to_define(decl_state, &flags);
   routine->has_old_style_definition = is_old_style && func_info->is_old_style;
-  if (curr_token != tok_lbrace) {
+  bool prologue_follows =
+      C_dialect == 2 && curr_token == tok_colon && routine->special_kind == sfk_constructor;
+  if (curr_token != tok_lbrace && !prologue_follows) {
     syntax_error(ec_exp_lbrace);
     if (curr_token != tok_lbrace) return;
   }

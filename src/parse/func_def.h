@@ -9,8 +9,11 @@
 void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_state,
                          a_func_info_block *func_info, a_decl_pos_block *pos_block);
 enum a_function_body_flag : unsigned {
-  fbf_discard = 0x1   // the definition was wrong: the body is read and dropped
+  fbf_discard = 0x1,  // the definition was wrong: the body is read and dropped
+  fbf_deferred = 0x2  // from the tokens that a class kept: they end in the end-of-source token
 };
+// A routine that takes such a body; `class_type` (may be null) is the class of its `this`.
+a_routine *make_routine_for_discarded_body(a_type *class_type, a_func_info_block *func_info);
 // Reads the body (the current token is its `{`) of a declared routine; func_info names its parameters.
 void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsigned flags);
 // Reports a type that no function may return (98, 870, 916, 411); `routine` may be null.

@@ -37,6 +37,10 @@ void set_source_corresp(a_source_correspondence *corresp, a_symbol *symbol)
   int depth = scope_depth_of_symbol(symbol, &is_local);
   set_source_corresp_with_scope_depth(corresp, symbol, depth);
   corresp->is_local = is_local || symbol->kind == sk_label;
+  if (C_dialect != 2 || depth < 0 || scope_stack[depth].kind != sck_class) return;
+  // A member of the class that is being read, under the access label in force.
+  set_class_membership(corresp, scope_stack[depth].assoc_type);
+  corresp->access = scope_stack[depth].current_access;
 }
 
 // --- Positions -----------------------------------------------------------------------------------

@@ -276,11 +276,13 @@ static a_symbol *special_member(a_symbol_locator *locator, a_type *class_type,
   if (C_dialect != 2) return nullptr;
   a_symbol *class_symbol = class_type->source_corresp.assoc_symbol;
   if (locator->is_destructor_name) return supplement->destructor;
-  if (locator->header == class_symbol->header && supplement->constructors != nullptr) {
-    locator->header = supplement->constructors->header;
-    return supplement->constructors;
-  }
-  return nullptr;
+  if (locator->header != class_symbol->header) return nullptr;
+  a_symbol_locator constructor = *locator;
+  change_class_locator_into_constructor_locator(&constructor, class_symbol);
+  a_symbol *symbol =
+      constructor.symbol != nullptr ? constructor.symbol : supplement->trivial_default_constructor;
+  if (symbol != nullptr) locator->header = constructor.header;
+  return symbol;
 }
 
 a_symbol *class_qualified_id_lookup(a_symbol_locator *locator, a_type *class_type, unsigned options)

@@ -109,6 +109,7 @@ struct a_scope_stack_entry {
   a_symbol **lambda_hash;
   a_lambda *assoc_lambda;
   int classes_being_defined;      // function entries and entry 0
+  int depth_of_class_holder;      // classes: the entry that counts them
   void *deferred_classes;
 };
 

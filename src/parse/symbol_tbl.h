@@ -388,6 +388,11 @@ struct an_enum_symbol_supplement {
   a_symbol *last_enumerator;
 };
 
+struct a_symbol_list_entry {
+  a_symbol_list_entry *next;
+  a_symbol *symbol;
+};
+
 struct a_class_symbol_supplement {
   a_symbol *first_member;         // stored at the class's wrap-up
   a_symbol *constructors;         // one constructor or an overload set
@@ -395,7 +400,7 @@ struct a_class_symbol_supplement {
   a_symbol_header *constructor_header;  // of both; null until the first is declared or looked up
   a_symbol *destructor;
   a_symbol *assignment_operator;  // one routine or an overload set
-  a_symbol *conversion_functions;
+  a_symbol_list_entry *conversion_functions;
   a_type *prev_on_types_list;     // predecessor of the type on the scope's list
   int class_scope_number;         // -1 until pushed
   a_source_position position_of_definition;
