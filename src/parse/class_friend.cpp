@@ -1,6 +1,7 @@
 // class_friend.cpp - friends: functions and classes to which a class gives its rights.
 // Entry:   decl_friend_function, decl_friend_class.
 // See:     C++ 11.4.
+#include "driver/flags.h"
 #include "errors/error.h"
 #include "il/il.h"
 #include "il/il_alloc.h"
@@ -62,4 +63,26 @@ void decl_friend_class(a_type *type, a_type *class_type, const a_source_position
     return;
   }
   *link = alloc_list_entry_for_class(type);
+}
+
+// A friend class is named behind a class keyword (C++ 11.4p2); old compilers did without.
+void friend_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
+{
+  a_type *type = skip_typerefs(state->type_specifier);
+  a_source_position position = state->start_position;
+  if (is_error_type(type) || (state->specifier_flags & sf_is_in_error)) return;
+  if (state->specifier_flags & sf_is_typename_declaration) {
+    pos_error(ec_no_typename_in_friend_class_decl, position);
+    return;
+  }
+  if ((state->specifier_flags & sf_defines_type) || !is_class_struct_union_type(type)) {
+    pos_error(ec_bad_friend_decl, position);
+    return;
+  }
+  bool has_keyword = state->tag_locator.header != nullptr;
+  if (!has_keyword && !cpp11_mode) {
+    an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
+    pos_st_diagnostic(severity, ec_nonstd_friend_decl, position, "class");
+  }
+  decl_friend_class(type, scan->class_type, &position);
 }

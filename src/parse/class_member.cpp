@@ -364,6 +364,10 @@ static bool declares_named_type(const a_decl_parse_state *state)
 void member_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state)
 {
   if (state->bad_declaration || (state->specifier_flags & sf_is_in_error)) return;
+  if (state->specifier_flags & sf_is_friend) {
+    friend_without_declarator(scan, state);
+    return;
+  }
   if (is_anonymous_member(state)) {
     anonymous_member(scan, state);
     return;

@@ -43,3 +43,5 @@ void settle_virtual(a_class_scan_state *scan, a_decl_parse_state *state, a_symbo
 void decl_friend_function(a_class_scan_state *scan, a_decl_parse_state *state,
                           a_symbol_locator *locator, a_func_info_block *func_info);
 void decl_friend_class(a_type *type, a_type *class_type, const a_source_position *position);
+// `friend class X;` and what isn't one.
+void friend_without_declarator(a_class_scan_state *scan, a_decl_parse_state *state);

@@ -46,6 +46,8 @@ static void one_initializer(a_type *class_type)
   a_source_position position = pos_curr_token;
   if (curr_token != tok_identifier) {
     pos_error(ec_missing_base_class_or_member_name, position);
+    while (curr_token != tok_comma && curr_token != tok_lbrace && curr_token != tok_end_of_source)
+      get_token();
     return;
   }
   a_symbol_locator locator = locator_for_curr_id;

@@ -531,7 +531,7 @@ static void direct_declarator(a_declarator_scan *scan)
   bool name_allowed = scan->options & dop_name_ok;
   if (name_allowed && name_start() && coalesced_name()) {
     take_name(scan);
-  } else if (curr_token == tok_lparen) {
+  } else if (curr_token == tok_lparen && !(scan->options & dop_no_array_or_function)) {
     get_token();
     if (abstract_parameter_list(scan)) {
       scan->abstract = true;

@@ -28,6 +28,9 @@ struct an_arg_check_block {
 
 void start_call_argument_processing(a_type *routine_type, a_routine *routine,
                                     an_arg_check_block *block);
+// The object pointer of a member function (nothing for a static one) is the first argument.
+void add_object_argument(a_type *routine_type, struct an_operand *selector,
+                         an_arg_check_block *block);
 // Converts one argument and appends its node.
 void process_call_argument(struct an_operand *argument, an_arg_check_block *block);
 // The same for an argument that was converted to its parameter already.

@@ -353,8 +353,7 @@ static void scan_argument_list(an_arg_check_block *block)
 }
 
 // The object of a member function is its first argument.
-static void add_object_argument(a_type *routine_type, an_operand *selector,
-                                an_arg_check_block *block)
+void add_object_argument(a_type *routine_type, an_operand *selector, an_arg_check_block *block)
 {
   a_type *type = f_implicit_this_param_type_of(routine_type);
   if (type == nullptr || selector->kind == ok_error) return;

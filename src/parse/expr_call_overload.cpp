@@ -41,6 +41,7 @@ static void process_plain_arguments(an_arg_operand *args, an_arg_check_block *bl
 void process_ranked_arguments(an_arg_operand *args, an_arg_match_summary *summary,
                                      an_arg_check_block *block)
 {
+  if (summary != nullptr && summary->is_this_param) summary = summary->next;
   for (; args != nullptr; args = args->next) {
     if (summary == nullptr || block->next_param == nullptr) {
       process_call_argument(&args->operand, block);
@@ -63,10 +64,16 @@ static void report_undeclared(an_operand *function)
 }
 
 // Chooses; null with the arguments marked as unused when there is none.
-static a_symbol *choose_function(an_operand *function, an_arg_operand *args,
+static a_symbol *choose_function(an_operand *function, an_operand *selector, an_arg_operand *args,
                                  an_overload_result *result)
 {
   an_overload_request request = {};
+  an_operand object;
+  if (selector != nullptr) {
+    object = *selector;
+    object.type = type_pointed_to(selector->type);
+    request.object = &object;
+  }
   request.symbol = function->symbol;
   request.is_undeclared = function->kind == ok_undefined_symbol;
   request.has_explicit_args = function->template_args != nullptr;
@@ -92,12 +99,15 @@ void scan_call_by_name(an_operand *function, an_operand *result)
 {
   a_source_position open_pos = pos_curr_token, start = function->position;
   a_source_position name_end = function->end_position;
+  an_operand selector;
+  bool is_bound = function->is_bound_function;
+  if (is_bound) take_bound_selector(&selector);
   get_token();
   an_arg_operand *args = scan_argument_operands();
   a_source_position end = end_pos_curr_token, close = pos_curr_token;
   required_token(tok_rparen, ec_exp_rparen);
   an_overload_result chosen;
-  a_symbol *symbol = choose_function(function, args, &chosen);
+  a_symbol *symbol = choose_function(function, is_bound ? &selector : nullptr, args, &chosen);
   if (symbol == nullptr) {
     give_up(args, result);
   } else {
@@ -109,6 +119,7 @@ void scan_call_by_name(an_operand *function, an_operand *result)
     a_type *routine_type = skip_typerefs(routine->type);
     an_arg_check_block block;
     start_call_argument_processing(routine_type, routine, &block);
+    if (is_bound) add_object_argument(routine_type, &selector, &block);
     if (chosen.was_single_function)
       process_plain_arguments(args, &block);
     else

@@ -132,11 +132,10 @@ static void add_conversions_of_class(const a_conversion_wish *wish, a_type *clas
                                      a_candidate_function **list)
 {
   a_class_symbol_supplement *supplement = supplement_of_class(class_type);
-  if (supplement == nullptr || supplement->conversion_functions == nullptr) return;
-  a_symbol *symbol = supplement->conversion_functions;
-  if (symbol->kind == sk_overloaded_function) symbol = overloads_of_symbol(symbol);
-  for (; symbol != nullptr; symbol = symbol->next_same_name)
-    add_conversion_candidate(wish, symbol, list);
+  if (supplement == nullptr) return;
+  a_symbol_list_entry *entry = supplement->conversion_functions;
+  for (; entry != nullptr; entry = entry->next)
+    add_conversion_candidate(wish, entry->symbol, list);
 }
 
 // A conversion function of the derived class hides the one to the same type in a base.

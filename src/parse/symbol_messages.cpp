@@ -150,12 +150,32 @@ static void put_qualified_name(a_symbol *symbol, a_symbol_control_block *control
   const char *name = symbol->header->identifier;
   if (symbol->header->is_unnamed || name == nullptr || *name == '\0') name = "<unnamed>";
   put_str_to_insert(control->text, name);
+  if (!symbol->header->is_conversion_name) return;
+  put_str_to_insert(control->text, " ");
+  form_type(symbol->header->conversion_type, &control->block);
+}
+
+// Constructors, destructors and conversion functions are declared without a type in front.
+static bool is_declared_without_type(const a_symbol *symbol)
+{
+  if (symbol->kind != sk_member_function) return false;
+  const a_routine *routine = symbol->variant.routine.routine;
+  return routine->special_kind == sfk_constructor || routine->special_kind == sfk_destructor ||
+         routine->special_kind == sfk_conversion;
 }
 
 static bool is_overloaded(const a_symbol *symbol)
 {
-  const a_symbol *active = symbol->header->active_symbols;
-  return is_function_symbol(symbol) && active != nullptr && active->kind == sk_overloaded_function;
+  if (!is_function_symbol(symbol)) return false;
+  const a_symbol *chains[] = {symbol->header->active_symbols, symbol->header->inactive_symbols};
+  for (const a_symbol *other : chains) {
+    for (; other != nullptr; other = other->next_same_name) {
+      if (other->kind == sk_overloaded_function && other->scope_number == symbol->scope_number) {
+        return true;
+      }
+    }
+  }
+  return false;
 }
 
 static void form_symbol(a_symbol *symbol, a_symbol_insert_flags flags, a_diag_text *text)
@@ -164,6 +184,11 @@ static void form_symbol(a_symbol *symbol, a_symbol_insert_flags flags, a_diag_te
   a_symbol_control_block control;
   open_control_block(&control, text);
   a_type *type = type_of_entity(symbol);
+  if (flags.full && type != nullptr && is_declared_without_type(symbol)) {
+    put_qualified_name(symbol, &control);
+    form_function_declarator(skip_typerefs(type), &control.block);
+    return;
+  }
   if (flags.full && type != nullptr) {
     form_type_first_part(type, false, false, 0, 0, &control.block);
     // "int *" and "int (*" carry the name at once, "int" needs a blank.
