@@ -35,6 +35,7 @@
 #include "lex/token_cache.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_il.h"
+#include "lower/lower_name.h"
 #include "mem/mem_manage.h"
 #include "parse/attribute.h"
 #include "parse/class_decl.h"
@@ -117,7 +118,7 @@ void fe_one_time_init()
   lower_region_hook = lower_il_memory_region;
   lower_c99_one_time_init();
   call_if_present(lower_omp_one_time_init);
-  call_if_present(name_lower_one_time_init);
+  name_lower_one_time_init();
   call_if_present(extasm_one_time_init);
   if (check_misra_c_2004) misra_one_time_init();
 }
@@ -155,7 +156,7 @@ static void init_modules()
   FP_OPERATION_CONSTRAINTS_FACTORY();
   il_lower_init();
   lower_c99_init();
-  call_if_present(name_lower_init);
+  name_lower_init();
   attribute_init();
 }
 

@@ -21,6 +21,7 @@
 #include "lex/preproc.h"
 #include "lex/source_input.h"
 #include "lower/lower_il.h"
+#include "lower/lower_name.h"
 #include "mem/mem_manage.h"
 #include "parse/class_decl.h"
 #include "parse/decls.h"
@@ -167,7 +168,7 @@ static void finish_primary_il()
     mark_needed_entities();
     mark_kept_entities();
   }
-  if (il_lowering_needed()) call_if_present(do_final_name_mangling);
+  if (il_lowering_needed()) do_final_name_mangling();
   eliminate_what_is_not_needed();
   if (il_lowering_needed() && perform_type_list_ordering) {
     fix_type_list_ordering_problems(file_scope_of_unit());

@@ -53,14 +53,9 @@ LATER void check_class_linkage();
 LATER void ulp_early_init();
 LATER void check_scope_for_ulp_violations(a_scope *scope);
 
-// Lowering of OpenMP, names, and the assembly extensions.
+// Lowering of OpenMP, and the assembly extensions.
 LATER void lower_omp_one_time_init();
 LATER void lower_omp_trans_unit_init();
-LATER void name_lower_one_time_init();
-LATER void do_final_name_mangling();
-LATER void clear_parent_information();
-LATER void name_lower_init();
-LATER void do_final_name_mangling();
 LATER void clear_parent_information();
 LATER void extasm_one_time_init();
 

@@ -533,6 +533,10 @@ void clear_class_type_definition_fields(a_type *class_type)
   supplement->vptr_offset = 0;
   supplement->vptr_owner_base = nullptr;
   supplement->vcall_offsets = nullptr;
+  supplement->next_negative_vtable_index = -3;
+  supplement->negative_index_after_vbases = -3;
+  supplement->vtbl_variable = nullptr;
+  supplement->subobject_type = nullptr;
 }
 
 // --- Expressions and statements ------------------------------------------------------------------

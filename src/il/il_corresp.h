@@ -28,7 +28,7 @@ struct a_source_correspondence {
   a_name_reference *name_reference;
   // First byte of corresp_flags.
   bool is_lambda_entity : 1;
-  bool name_is_mangled : 1;
+  bool name_is_mangled : 1;    // internal_name is a mangled name
   bool referenced : 1;
   bool needed : 1;
   unsigned name_linkage : 2;   // a_name_linkage_kind
@@ -51,6 +51,12 @@ struct a_source_correspondence {
   bool is_deprecated : 1;
   bool is_instance : 1;
   bool marked_in_instantiation : 1;
+  // Fourth byte.
+  bool name_was_truncated : 1;     // the mangled name was cut and ends in a checksum
+  bool name_needs_final_check : 1; // it waits for do_final_name_mangling
+  bool name_is_generated : 1;      // made up for an unnamed class, enum or namespace
+  bool name_is_externalized : 1;   // it carries the module id
+  bool lowered : 1;                // lowering has rewritten the entry
   int scope_depth;             // -1: unknown
   a_per_instantiation_needed_flags_entry *per_instantiation_needed_flags;
   an_attribute *attributes;

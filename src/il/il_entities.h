@@ -332,6 +332,7 @@ struct a_routine {
   bool body_was_lowered : 1;
   uint32_t decl_modifiers;
   uint16_t virtual_function_number;
+  uint32_t mangled_name_length;        // place of the constructor or destructor digit in the name
   unsigned char fp_contract_state;     // an_stdc_pragma_state at the body; 0: no body
   unsigned char fenv_access_state;
   unsigned char cx_limited_range_state;

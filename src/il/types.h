@@ -96,6 +96,11 @@ struct a_class_type_supplement {
   a_scope *class_scope;
   a_template *assoc_template;
   a_vcall_offset_entry *vcall_offsets;
+  // Of lowering.  Indexes count from the entry that the virtual function pointer shows at.
+  int64_t next_negative_vtable_index;  // -3 at allocation
+  int64_t negative_index_after_vbases;
+  a_variable *vtbl_variable;           // the class's own virtual function table
+  a_type *subobject_type;              // non-null once the class is prelowered; may be the class
   a_template_arg *template_args;
   a_template_arg *partial_spec_template_args;
   void *routine_fixups;        // head of the a_routine_fixup list while deferred work waits

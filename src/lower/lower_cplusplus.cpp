@@ -8,6 +8,7 @@
 #include "il/il_walk.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_il.h"
+#include "lower/lower_name.h"
 
 // --- Expressions ---------------------------------------------------------------------------------
 
@@ -126,6 +127,7 @@ void lower_cplusplus_il_memory_region(int region)
   if (region == file_scope_region_number) {
     flatten_scope(il_header.primary_scope);
   } else if (region_scope_table[region] != nullptr) {
+    mangle_local_types(region_scope_table[region]);
     lower_function_scope(region_scope_table[region]);
     flatten_local_classes(region_scope_table[region]);
   }

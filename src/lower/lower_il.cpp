@@ -129,6 +129,11 @@ a_variable *make_lowered_variable(const char *name, bool name_is_allocated, a_ty
   return variable;
 }
 
+unsigned vtbl_entry_size()
+{
+  return (unsigned)size_of_type(integer_type(ik_int));
+}
+
 // --- Initialization ------------------------------------------------------------------------------
 
 void il_lower_init()

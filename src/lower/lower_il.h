@@ -162,8 +162,8 @@ bool is_or_was_ptr_to_member_function_type(a_type *type);
 
 // --- Names ---------------------------------------------------------------------------------------
 
-// Gives the C++ entities of the unit in force their external names.
-void do_all_name_mangling(bool secondary_only);
+// Of a virtual function table, in the target's units.
+unsigned vtbl_entry_size();
 
 // With canonical_ids_used: each backslash of the names becomes an underscore.
 void rewrite_ucns_in_name(a_source_correspondence *corresp);
