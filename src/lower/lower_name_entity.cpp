@@ -51,13 +51,21 @@ static bool has_parent(a_parent parent)
   return parent.type != nullptr || parent.name_space != nullptr;
 }
 
-// The routine whose local entity holds this one at some depth, or null.
-static a_routine *routine_around(an_il_entry_kind kind, a_source_correspondence *corresp)
+// The outermost entity around this one (or itself) that may be local to a routine.
+static a_source_correspondence *outermost_entity(an_il_entry_kind *kind,
+                                                 a_source_correspondence *corresp)
 {
   for (a_type *type = parent_type_of(corresp); type != nullptr; type = parent_type_of(corresp)) {
     corresp = &type->source_corresp;
-    kind = iek_type;
+    *kind = iek_type;
   }
+  return corresp;
+}
+
+// The routine whose local entity holds this one at some depth, or null.
+static a_routine *routine_around(an_il_entry_kind kind, a_source_correspondence *corresp)
+{
+  corresp = outermost_entity(&kind, corresp);
   if (kind != iek_type && kind != iek_variable && kind != iek_constant) return nullptr;
   if (parent_namespace_of(corresp) != nullptr) return nullptr;
   return corresp->enclosing_routine;
@@ -299,9 +307,9 @@ static void put_local_name(a_mangling_control_block *mcb, an_il_entry_kind kind,
   put_encoding(mcb, routine);
   put(mcb, "E");
   put_scoped_name(mcb, kind, entity, false);
-  a_source_correspondence *corresp = head_of(entity);
-  if (corresp->name == nullptr || has_parent(parent_of(corresp))) return;
-  uint64_t ordinal = ordinal_in_routine(kind, entity);
+  a_source_correspondence *root = outermost_entity(&kind, head_of(entity));
+  if (root->name == nullptr) return;
+  uint64_t ordinal = ordinal_in_routine(kind, root);
   if (ordinal > 1) put(mcb, "_");
   put_ordinal(mcb, ordinal);
 }

@@ -194,12 +194,20 @@ static void namespace_alias(a_symbol_locator *locator)
   required_token(tok_semicolon, ec_exp_semicolon);
 }
 
+// A namespace that the compiler declares itself (std) has no scope before the source opens it.
+static bool is_first_definition(a_namespace *name_space)
+{
+  if (name_space->is_alias || name_space->variant.scope != nullptr) return false;
+  add_to_namespaces_list(name_space, decl_scope_level);
+  return true;
+}
+
 static a_symbol *find_or_enter_namespace(a_symbol_locator *locator, bool *is_extension)
 {
   a_symbol *prior = nullptr;
   if (locator->header) prior = curr_scope_id_lookup(locator, lo_none);
   if (prior && prior->kind == sk_namespace) {
-    *is_extension = true;
+    *is_extension = !is_first_definition(namespace_of_symbol(prior));
     return prior;
   }
   a_source_position position = locator->position;
@@ -211,7 +219,7 @@ static a_symbol *find_or_enter_namespace(a_symbol_locator *locator, bool *is_ext
     set_source_corresp(&name_space->source_corresp, symbol);
     add_to_namespaces_list(name_space, decl_scope_level);
   } else {
-    *is_extension = true;
+    *is_extension = !is_first_definition(namespace_of_symbol(symbol));
   }
   return symbol;
 }
