@@ -5,7 +5,6 @@
 #include "consts/const_ints.h"
 #include "il/il.h"
 #include "il/types.h"
-#include "mem/stack_limit.h"
 
 static const char *const text_of_logical =
     "The operands of logical operators (&&, || and !) should be effectively Boolean";
@@ -38,8 +37,14 @@ static a_boolean_use classify_object(an_expr_node *expr)
   return bu_unknown;
 }
 
-static a_boolean_use classify_operation(an_expr_node *expr)
+// Below so many operators nothing is known: each level of a long expression asks for all below.
+static constexpr int deepest_level = 64;
+
+static a_boolean_use classify_at_level(an_expr_node *expr, int level);
+
+static a_boolean_use classify_operation(an_expr_node *expr, int level)
 {
+  if (level > deepest_level) return bu_unknown;
   an_expr_operator_kind op = op_of(expr);
   if (is_bool_type(expr->type) || is_comparison_operator(op)) return bu_boolean;
   switch (op) {
@@ -49,20 +54,20 @@ static a_boolean_use classify_operation(an_expr_node *expr)
   case eok_cast_to_bool: return bu_boolean;
   case eok_cast:
     if (!is_integral_or_enum_type(expr->type)) return bu_not_boolean;
-    return classify_as_boolean(first_operand_of(expr));
-  case eok_assign: return classify_as_boolean(second_operand_of(expr));
-  case eok_comma: return classify_as_boolean(second_operand_of(expr));
+    return classify_at_level(first_operand_of(expr), level + 1);
+  case eok_assign: return classify_at_level(second_operand_of(expr), level + 1);
+  case eok_comma: return classify_at_level(second_operand_of(expr), level + 1);
   case eok_question: {
-    a_boolean_use second = classify_as_boolean(second_operand_of(expr));
-    a_boolean_use third = classify_as_boolean(third_operand_of(expr));
+    a_boolean_use second = classify_at_level(second_operand_of(expr), level + 1);
+    a_boolean_use third = classify_at_level(third_operand_of(expr), level + 1);
     if (second == bu_not_boolean || third == bu_not_boolean) return bu_not_boolean;
     return second == bu_boolean && third == bu_boolean ? bu_boolean : bu_unknown;
   }
   case eok_bit_and: // of two conditions: the operator is wrong, the value still is a truth value
   case eok_bit_or:
   case eok_bit_xor: {
-    bool both = classify_as_boolean(first_operand_of(expr)) == bu_boolean &&
-                classify_as_boolean(second_operand_of(expr)) == bu_boolean;
+    bool both = classify_at_level(first_operand_of(expr), level + 1) == bu_boolean &&
+                classify_at_level(second_operand_of(expr), level + 1) == bu_boolean;
     return both ? bu_unknown : bu_not_boolean;
   }
   case eok_call:
@@ -75,18 +80,22 @@ static a_boolean_use classify_operation(an_expr_node *expr)
   }
 }
 
-a_boolean_use classify_as_boolean(an_expr_node *expr)
+static a_boolean_use classify_at_level(an_expr_node *expr, int level)
 {
-  check_recursion();
   expr = written_expr(expr);
   switch (expr->kind) {
-  case enk_operation: return classify_operation(expr);
+  case enk_operation: return classify_operation(expr, level);
   case enk_constant: return classify_constant(constant_of(expr));
   case enk_variable: return classify_object(expr);
   case enk_error:
   case enk_statement_expr: return bu_unknown;
   default: return bu_not_boolean;
   }
+}
+
+a_boolean_use classify_as_boolean(an_expr_node *expr)
+{
+  return classify_at_level(expr, 0);
 }
 
 bool is_expr_effectively_boolean(an_expr_node *expr, bool known_only)

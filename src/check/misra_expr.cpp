@@ -204,7 +204,7 @@ struct a_walk_context {
   a_type *outer_type; // that the value is converted to directly
 };
 
-static void walk_expr(an_expr_node *expr, const a_walk_context &context, a_misra_walk *walk);
+static void misra_walk_expr(an_expr_node *expr, const a_walk_context &context, a_misra_walk *walk);
 
 static void check_unary_operator(an_expr_node *expr, const a_walk_context &context,
                                  a_misra_walk *walk)
@@ -321,10 +321,10 @@ static a_walk_context context_of_operand(an_expr_node *expr, an_expr_node *opera
 static void walk_operands(an_expr_node *expr, const a_walk_context &context, a_misra_walk *walk)
 {
   for (an_expr_node *operand = first_operand_of(expr); operand != nullptr; operand = operand->next)
-    walk_expr(operand, context_of_operand(expr, operand, context), walk);
+    misra_walk_expr(operand, context_of_operand(expr, operand, context), walk);
 }
 
-static void walk_expr(an_expr_node *expr, const a_walk_context &context, a_misra_walk *walk)
+static void misra_walk_expr(an_expr_node *expr, const a_walk_context &context, a_misra_walk *walk)
 {
   check_recursion();
   switch (expr->kind) {
@@ -333,12 +333,12 @@ static void walk_expr(an_expr_node *expr, const a_walk_context &context, a_misra
     walk_operands(expr, context, walk);
     break;
   case enk_constant:
-    if (constant_of(expr)->expr != nullptr) walk_expr(constant_of(expr)->expr, context, walk);
+    if (constant_of(expr)->expr != nullptr) misra_walk_expr(constant_of(expr)->expr, context, walk);
     break;
   case enk_builtin_operation:
     for (an_expr_node *operand = builtin_operation_of(expr).first_argument; operand != nullptr;
          operand = operand->next) {
-      walk_expr(operand, {false, false, nullptr}, walk);
+      misra_walk_expr(operand, {false, false, nullptr}, walk);
     }
     break;
   default: break;
@@ -358,6 +358,6 @@ void misra_check_expr(an_expr_node *expr, a_type *type, a_misra_expr_use use)
   if (use == meu_return && is_expr_ptr_to_nonstatic(expr, &object)) {
     report_rule(&walk, wr_17_6, expr);
   }
-  walk_expr(expr, context, &walk);
+  misra_walk_expr(expr, context, &walk);
   check_order_of_evaluation(expr, &walk);
 }

@@ -11,10 +11,11 @@
 
 struct an_access {
   an_expr_node *lvalue;
-  a_variable *variable; // whose name leads to the object
-  int pointer_depth;    // 0: the variable itself, 1: what it points to, ...
+  a_variable *variable;        // whose name leads to the object
+  unsigned pointer_depth_mask; // bit 0: the variable itself, bit 1: what it points to, ...
   bool is_write;
-  bool is_volatile; // reading it is a side effect as well
+  bool is_volatile;   // reading it is a side effect as well
+  size_t last_effect; // one more than the place of the last side effect up to this one; 0: none
 };
 
 static an_access *accesses;
@@ -36,8 +37,10 @@ static an_expr_node *pointer_without_offset(an_expr_node *pointer)
   }
 }
 
-static a_variable *variable_behind(an_expr_node *expr, int *pointer_depth)
+// The variable whose name leads to an object, and by the bit in the mask how many pointers lie in between.
+static a_variable *variable_behind(an_expr_node *expr, unsigned *pointer_depth_mask)
 {
+  *pointer_depth_mask = 1;
   for (;;) {
     if (expr->kind == enk_variable) return variable_of(expr);
     if (expr->kind != enk_operation) return nullptr;
@@ -53,7 +56,7 @@ static a_variable *variable_behind(an_expr_node *expr, int *pointer_depth)
       if (is_operation(expr, eok_array_to_pointer) || is_operation(expr, eok_address_of)) {
         expr = first_operand_of(expr);
       } else {
-        ++*pointer_depth;
+        *pointer_depth_mask <<= 1;
       }
       break;
     default:
@@ -73,7 +76,9 @@ static bool is_selection(const an_expr_node *expr)
 // Members of a union share their place.
 static bool select_same_place(an_expr_node *a, an_expr_node *b)
 {
-  if (field_of(second_operand_of(a)) == field_of(second_operand_of(b))) return true;
+  an_expr_node *field_of_a = second_operand_of(a), *field_of_b = second_operand_of(b);
+  if (field_of_a->kind != enk_field || field_of_b->kind != enk_field) return false;
+  if (field_of(field_of_a) == field_of(field_of_b)) return true;
   a_type *object = first_operand_of(a)->type;
   if (is_pointer_type(object)) object = type_pointed_to(object);
   return is_union_type(object);
@@ -154,8 +159,8 @@ static bool objects_overlap(an_expr_node *a, an_expr_node *b)
 
 static void add_access(an_expr_node *lvalue, bool is_write, bool is_volatile)
 {
-  int pointer_depth = 0;
-  a_variable *variable = variable_behind(lvalue, &pointer_depth);
+  unsigned pointer_depth_mask;
+  a_variable *variable = variable_behind(lvalue, &pointer_depth_mask);
   if (variable == nullptr) return;
   if (num_accesses == room_for_accesses) {
     size_t room = room_for_accesses * 2 + 64;
@@ -163,33 +168,41 @@ static void add_access(an_expr_node *lvalue, bool is_write, bool is_volatile)
                                            room * sizeof *accesses);
     room_for_accesses = room;
   }
-  accesses[num_accesses++] = {lvalue, variable, pointer_depth, is_write, is_volatile};
+  size_t last_effect = num_accesses == 0 ? 0 : accesses[num_accesses - 1].last_effect;
+  if (is_write || is_volatile) last_effect = num_accesses + 1;
+  accesses[num_accesses++] = {lvalue,   variable,    pointer_depth_mask,
+                              is_write, is_volatile, last_effect};
 }
 
 static bool clash(const an_access *a, const an_access *b)
 {
   bool has_effect = a->is_write || b->is_write || (a->is_volatile && b->is_volatile);
-  return has_effect && a->variable == b->variable && a->pointer_depth == b->pointer_depth &&
-         objects_overlap(a->lvalue, b->lvalue);
+  return has_effect && a->variable == b->variable &&
+         a->pointer_depth_mask == b->pointer_depth_mask && objects_overlap(a->lvalue, b->lvalue);
 }
 
-static bool range_has_effects(size_t start, size_t end)
+// One more than the place of the last side effect in front of `end`, or 0 if there is none from `start` on.
+static size_t effect_before(size_t start, size_t end)
 {
-  for (size_t i = start; i < end; ++i) {
-    if (accesses[i].is_write || accesses[i].is_volatile) return true;
+  if (end == start) return 0;
+  size_t effect = accesses[end - 1].last_effect;
+  return effect > start ? effect : 0;
+}
+
+// A side effect of one range meets an access of the other.
+static bool effects_clash(size_t start, size_t end, size_t other_start, size_t other_end)
+{
+  for (size_t i = effect_before(start, end); i != 0; i = effect_before(start, i - 1)) {
+    for (size_t j = other_start; j < other_end; ++j) {
+      if (clash(&accesses[i - 1], &accesses[j])) return true;
+    }
   }
   return false;
 }
 
 static bool ranges_clash(size_t start, size_t middle, size_t end)
 {
-  if (!range_has_effects(start, end)) return false;
-  for (size_t i = start; i < middle; ++i) {
-    for (size_t j = middle; j < end; ++j) {
-      if (clash(&accesses[i], &accesses[j])) return true;
-    }
-  }
-  return false;
+  return effects_clash(middle, end, start, middle) || effects_clash(start, middle, middle, end);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -210,7 +223,9 @@ static void collect_unsequenced(an_expr_node *expr, an_expr_node *list, size_t s
   for (; list != nullptr; list = list->next) {
     size_t middle = num_accesses;
     collect_value(list, walk);
-    if (ranges_clash(start, middle, num_accesses)) report_rule(walk, wr_12_2, expr);
+    if (!walk->is_reported[wr_12_2] && ranges_clash(start, middle, num_accesses)) {
+      report_rule(walk, wr_12_2, expr);
+    }
   }
 }
 
@@ -251,10 +266,9 @@ static void collect_assignment(an_expr_node *expr, a_misra_walk *walk)
   size_t end = num_accesses;
   note_write(expr, walk);
   if (num_accesses == end) return;
-  for (size_t i = start; i < end; ++i) {
-    if (accesses[i].is_write && clash(&accesses[i], &accesses[end])) {
-      report_rule(walk, wr_12_2, expr);
-    }
+  for (size_t i = effect_before(start, end); i != 0; i = effect_before(start, i - 1)) {
+    const an_access *effect = &accesses[i - 1];
+    if (effect->is_write && clash(effect, &accesses[end])) report_rule(walk, wr_12_2, expr);
   }
 }
 

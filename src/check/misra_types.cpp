@@ -8,7 +8,6 @@
 #include "il/il.h"
 #include "il/il_walk.h"
 #include "il/types.h"
-#include "mem/stack_limit.h"
 #include "parse/exprutil.h"
 
 //---------------------------------------------------------------------------------------------
@@ -239,8 +238,14 @@ static a_fundamental_type fundamental_type_of_field(an_expr_node *selection)
   return {narrowest_type(bits, field->bit_field_is_signed), bits, false};
 }
 
-static a_fundamental_type fundamental_type_of_operation(an_expr_node *expr)
+// Below so many operators an operation counts as what it was promoted to: each level of a long sum asks for all below.
+static constexpr int deepest_level = 64;
+
+static a_fundamental_type fundamental_type_at_level(an_expr_node *expr, int level);
+
+static a_fundamental_type fundamental_type_of_operation(an_expr_node *expr, int level)
 {
+  if (level > deepest_level) return of_whole_type(expr->type);
   an_expr_operator_kind op = op_of(expr);
   switch (op) {
   case eok_cast:
@@ -254,13 +259,13 @@ static a_fundamental_type fundamental_type_of_operation(an_expr_node *expr)
   case eok_complement:
   case eok_shift_left:
   case eok_shift_right: {
-    a_fundamental_type type = fundamental_type_of_expr(first_operand_of(expr));
+    a_fundamental_type type = fundamental_type_at_level(first_operand_of(expr), level + 1);
     return of_whole_type(type.type);
   }
-  case eok_comma: return fundamental_type_of_expr(second_operand_of(expr));
+  case eok_comma: return fundamental_type_at_level(second_operand_of(expr), level + 1);
   case eok_question:
-    return balanced_type(fundamental_type_of_expr(second_operand_of(expr)),
-                         fundamental_type_of_expr(third_operand_of(expr)));
+    return balanced_type(fundamental_type_at_level(second_operand_of(expr), level + 1),
+                         fundamental_type_at_level(third_operand_of(expr), level + 1));
   case eok_not:
   case eok_land:
   case eok_lor: return {expr->type, 1, true};
@@ -274,25 +279,29 @@ static a_fundamental_type fundamental_type_of_operation(an_expr_node *expr)
   case eok_bit_xor:
   case eok_min:
   case eok_max:
-    return balanced_type(fundamental_type_of_expr(first_operand_of(expr)),
-                         fundamental_type_of_expr(second_operand_of(expr)));
+    return balanced_type(fundamental_type_at_level(first_operand_of(expr), level + 1),
+                         fundamental_type_at_level(second_operand_of(expr), level + 1));
   default:
     if (is_comparison_operator(op)) return {expr->type, 1, true};
     if (!is_assignment_operator(op) && !is_incr_decr_operator(op)) return of_whole_type(expr->type);
     break;
   }
-  return fundamental_type_of_expr(first_operand_of(expr));
+  return fundamental_type_at_level(first_operand_of(expr), level + 1);
 }
 
-a_fundamental_type fundamental_type_of_expr(an_expr_node *expr)
+static a_fundamental_type fundamental_type_at_level(an_expr_node *expr, int level)
 {
-  check_recursion();
   switch (expr->kind) {
-  case enk_operation: return fundamental_type_of_operation(expr);
+  case enk_operation: return fundamental_type_of_operation(expr, level);
   case enk_constant: return fundamental_type_of_constant(constant_of(expr));
   case enk_routine: return of_whole_type(return_type_of(routine_of(expr)->type));
   default: return of_whole_type(expr->type);
   }
+}
+
+a_fundamental_type fundamental_type_of_expr(an_expr_node *expr)
+{
+  return fundamental_type_at_level(expr, 0);
 }
 
 a_fundamental_type fundamental_type_of_operand(an_operand *operand)

@@ -352,7 +352,6 @@ void scan_constant_initializer_expression(a_type *type, an_init_pos_state *state
 // -------------------------------------------------------------------------------------------------
 // Initializers and typed expressions
 
-
 static void scan_initializer(a_type *type, bool is_static, bool no_lifetime, bool in_prescan,
                              an_expr_node **out_expr, a_constant *constant)
 {
@@ -551,7 +550,7 @@ an_expr_node *scan_boolean_controlling_expression()
   a_scan_entry scan;
   an_operand operand;
   open_entry(&scan, ek_normal, true, false);
-  scan_expression(&operand, nullptr, prec_lowest, se_statement_level | se_report_assignment);
+  scan_expression(&operand, nullptr, prec_lowest, 0);
   check_boolean_controlling_expr(&operand);
   an_expr_node *node = finish_full_expression(&operand, nullptr, meu_condition);
   close_entry(&scan, &operand);
@@ -585,8 +584,7 @@ an_expr_node *scan_void_expression(bool force_own_lifetime, bool extension_seen,
   an_operand operand;
   init_unset_operand(&operand);
   open_entry(&scan, ek_normal, force_own_lifetime, false);
-  scan_expression(&operand, nullptr, prec_lowest,
-                  se_statement_level | (extension_seen ? se_extension_seen : 0u));
+  scan_expression(&operand, nullptr, prec_lowest, extension_seen ? se_extension_seen : 0u);
   an_expr_node *node;
   if (is_value_of_statement_expression(in_statement_expression)) {
     do_operand_transformations(&operand, 0);

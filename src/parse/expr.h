@@ -19,9 +19,7 @@ enum : unsigned {
   se_in_parens = 32,
   se_extension_seen = 64,
   se_cfront_parens = 128,
-  se_address_operand = 0x200,
-  se_statement_level = 0x400,
-  se_report_assignment = 0x800
+  se_address_operand = 0x200
 };
 
 // Precedence levels; higher binds tighter.

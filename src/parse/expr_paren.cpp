@@ -310,7 +310,8 @@ static void scan_parenthesized_expression(a_source_position pos, unsigned flags,
   ++expr_stack->paren_depth;
   add_stop_token(tok_rparen);
   scan_expression(result, nullptr, prec_lowest,
-                  (flags & 0xa06) | se_allow_bound_function | se_in_parens);
+                  (flags & (se_float_cast_operand | se_address_operand)) | se_allow_bound_function |
+                      se_in_parens);
   remove_stop_token(tok_rparen);
   --expr_stack->paren_depth;
   a_source_position end = end_pos_curr_token;
