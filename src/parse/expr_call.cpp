@@ -15,6 +15,8 @@
 #include "parse/decls.h"
 #include "parse/expr_args.h"
 #include "parse/expr_internal.h"
+#include "parse/lookup.h"
+#include "parse/overload.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
 #include "parse/symbol_tbl.h"
@@ -327,7 +329,11 @@ static void declare_function_of_call(an_operand *function)
 static a_type *called_routine_type(an_operand *function)
 {
   a_type *type = function->type;
-  if (is_pointer_type(type)) type = type_pointed_to(type);
+  if (is_pointer_type(type)) {
+    type = type_pointed_to(type);
+  } else if (is_ptr_to_member_type(type)) {
+    type = pm_member_type(type);
+  }
   return skip_typerefs(type);
 }
 
@@ -367,16 +373,33 @@ void add_object_argument(a_type *routine_type, an_operand *selector, an_arg_chec
     }
     return;
   }
+  if (!step_object_to_class(selector, true, type_pointed_to(type))) return;
   cast_operand(type, selector, false);
   append_argument_node(make_node_from_operand(selector), block);
+}
+
+// A virtual function that isn't named with its class is found through the object.
+static an_expr_operator_kind operator_of_call(const an_operand *function)
+{
+  if (is_ptr_to_member_type(function->type)) return eok_ptr_to_member_call;
+  bool is_virtual = function->is_bound_function && function->names_virtual_function;
+  return is_virtual && !function->suppress_virtual ? eok_virtual_call : eok_call;
 }
 
 static an_expr_node *make_call_node(an_operand *function, an_expr_node *arguments,
                                     a_type *return_type)
 {
+  an_expr_operator_kind op = operator_of_call(function);
   an_expr_node *target = make_node_from_operand(function);
   target->next = arguments;
-  return make_operator_node(eok_call, return_type, target);
+  return make_operator_node(op, return_type, target);
+}
+
+static void check_for_call_of_pure_virtual(const an_operand *function, const a_routine *routine)
+{
+  if (routine == nullptr || !routine->is_pure_virtual || routine->is_defined) return;
+  if (operator_of_call(function) == eok_call)
+    expr_pos_warning(ec_call_of_pure_virtual, function->position);
 }
 
 // A class result of incomplete type can't be returned; void can.
@@ -431,6 +454,7 @@ void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *b
   a_source_position start = function->position;
   bool foldable = routine != nullptr && is_gnu_builtin_function(routine) &&
                   is_foldable_gnu_builtin_function(routine);
+  check_for_call_of_pure_virtual(function, routine);
   an_expr_node *node = make_call_node(function, block->result_list, return_type);
   node->operator_position = *open_pos;
   node->expr_range.start = start;
@@ -481,9 +505,27 @@ static bool is_call_by_name(an_operand *function)
          !is_gnu_builtin_function(routine);
 }
 
+// C++: an object of a class is called through its operator(), or converts to what can be called.
+static void resolve_call_of_object(an_operand *function)
+{
+  if (function->kind == ok_error || !is_class_struct_union_type(function->type)) return;
+  an_operand object = *function;
+  a_symbol *symbol = opname_member_function_symbol(onk_call, skip_typerefs(object.type));
+  if (symbol == nullptr) {
+    try_to_convert_class_operand_to_builtin_type(function, cvm_function_pointer,
+                                                 ec_bad_call_of_class_object);
+    return;
+  }
+  a_source_position pos = object.position;
+  make_indefinite_function_operand(symbol, function);
+  select_function(symbol, &object, false, &pos, function);
+  function->end_position = object.end_position;
+}
+
 void scan_function_call(an_operand *function, a_rescan_control_block *, an_operand *result)
 {
   a_source_position open_pos = pos_curr_token, start = function->position;
+  if (C_dialect == 2) resolve_call_of_object(function);
   if (check_misra_c_2004) check_prototype_for_misra(function);
   if (C_dialect == 2 && is_call_by_name(function)) {
     scan_call_by_name(function, result);

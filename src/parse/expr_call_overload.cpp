@@ -8,6 +8,7 @@
 #include "lex/lexical.h"
 #include "parse/expr_args.h"
 #include "parse/expr_internal.h"
+#include "parse/lookup.h"
 #include "parse/overload.h"
 #include "parse/symbol_tbl.h"
 
@@ -39,7 +40,7 @@ static void process_plain_arguments(an_arg_operand *args, an_arg_check_block *bl
 
 // Arguments of a function that was ranked: each follows its summary.
 void process_ranked_arguments(an_arg_operand *args, an_arg_match_summary *summary,
-                                     an_arg_check_block *block)
+                              an_arg_check_block *block)
 {
   if (summary != nullptr && summary->is_this_param) summary = summary->next;
   for (; args != nullptr; args = args->next) {
@@ -61,6 +62,17 @@ static void report_undeclared(an_operand *function)
   locator.header = function->symbol->header;
   locator.position = function->position;
   enter_undefined_symbol(&locator);
+}
+
+// What is known of a member only when it was chosen from its set.
+static void check_chosen_member(an_operand *function, a_symbol *symbol, bool has_object)
+{
+  if (!symbol->is_class_member) return;
+  if (!have_access_to_symbol(symbol)) {
+    expr_pos_sy_diagnostic(es_error, ec_no_access_to_name, function->position, symbol);
+  } else if (!has_object && !routine_of_symbol(symbol)->is_static_member) {
+    expr_pos_error(ec_member_ref_requires_object, function->position);
+  }
 }
 
 // Chooses; null with the arguments marked as unused when there is none.
@@ -85,6 +97,7 @@ static a_symbol *choose_function(an_operand *function, an_operand *selector, an_
   request.position = function->position;
   select_overloaded_function(&request, result);
   if (result->symbol == nullptr && result->not_found) report_undeclared(function);
+  if (result->symbol != nullptr) check_chosen_member(function, result->symbol, selector != nullptr);
   return result->symbol;
 }
 
@@ -111,8 +124,11 @@ void scan_call_by_name(an_operand *function, an_operand *result)
   if (symbol == nullptr) {
     give_up(args, result);
   } else {
+    bool suppress_virtual = function->suppress_virtual;
     change_ref_kinds(function->ref_entries, rk_error);
     make_function_designator_operand(symbol, &start, &name_end, function, ref_entry(symbol, start));
+    function->is_bound_function = is_bound;
+    function->suppress_virtual = suppress_virtual;
     change_some_ref_kinds(function->ref_entries, rk_plain, rk_read);
     function->ref_entries = function->last_ref_entry = nullptr;
     a_routine *routine = routine_of_symbol(symbol);

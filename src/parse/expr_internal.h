@@ -12,6 +12,7 @@
 OPERATOR_HANDLER(scan_subscript);
 OPERATOR_HANDLER(scan_function_call);
 OPERATOR_HANDLER(scan_field_selection);
+OPERATOR_HANDLER(scan_ptr_to_member_selection);
 OPERATOR_HANDLER(scan_postfix_incr_decr);
 OPERATOR_HANDLER(scan_multiplicative_operator);
 OPERATOR_HANDLER(scan_additive_operator);
@@ -91,13 +92,20 @@ void check_format_arguments(const an_arg_check_block *block);
 
 // Members (expr_member.cpp).
 void scan_this(an_operand *result);
-// The current identifier names a non-static member: of `this`, or an error.
-bool make_operand_of_member(a_symbol *symbol, an_operand *result);
+// The current identifier names a field or a member function: of `this`, or a pointer to member.
+void make_operand_of_member(a_symbol *symbol, const a_symbol_locator *locator, unsigned flags,
+                            an_operand *result);
 // object.f or object->f: a static member function as it stands, any other bound to the object.
 void select_function(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
                      an_operand *result);
 // The object pointer of the bound function that is called next.
 void take_bound_selector(an_operand *selector);
+// The object, or pointer to one (is_arrow), becomes one of class_type, its class or a base class of
+// that; false, reported, when the base class is ambiguous.
+bool step_object_to_class(an_operand *object, bool is_arrow, a_type *class_type);
+// An ok_sym_for_member operand becomes the constant; 140, 560.
+void make_ptr_to_member_constant_operand(an_operand *operand);
+void scan_class_field_selection(an_operand *left, an_operand *result);
 // Selection of the (possibly anonymous) member of an object; see make_field_operand.
 void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
                    an_operand *result);

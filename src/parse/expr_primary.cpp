@@ -319,7 +319,8 @@ static void make_operand_of_parameter(a_symbol *symbol, an_operand *result)
   result->is_id_expression = true;
 }
 
-static void make_operand_of_symbol(a_symbol *symbol, unsigned flags, an_operand *result)
+static void make_operand_of_symbol(a_symbol *symbol, const a_symbol_locator *locator,
+                                   unsigned flags, an_operand *result)
 {
   switch (symbol->kind) {
   case sk_constant:
@@ -329,16 +330,16 @@ static void make_operand_of_symbol(a_symbol *symbol, unsigned flags, an_operand 
   case sk_variable:
   case sk_static_data_member: make_operand_of_variable(symbol, result); break;
   case sk_routine: make_operand_of_routine(symbol, flags, result); break;
-  case sk_field: make_operand_of_member(symbol, result); break;
+  case sk_field: make_operand_of_member(symbol, locator, flags, result); break;
   case sk_member_function:
     if (routine_of_symbol(symbol)->is_static_member)
       make_operand_of_routine(symbol, flags, result);
     else
-      make_operand_of_member(symbol, result);
+      make_operand_of_member(symbol, locator, flags, result);
     break;
   case sk_overloaded_function:
     if (symbol->is_class_member)
-      make_operand_of_member(symbol, result);
+      make_operand_of_member(symbol, locator, flags, result);
     else
       make_indefinite_function_operand(symbol, result);
     break;
@@ -376,6 +377,31 @@ static void check_name_for_misra(const a_symbol_locator *locator, const a_symbol
   misra_hooks.check_for_invalid_identifier(locator->header->identifier, &pos_curr_token, kinds);
 }
 
+// A::x, or N::x, of which the class or namespace has none.
+static void report_unknown_qualified_name(const a_symbol_locator *locator, an_operand *result)
+{
+  make_error_operand(result);
+  if (locator->header == nullptr) return; // reported
+  const char *name = locator->header->identifier;
+  a_symbol *owner = nullptr;
+  if (locator->qualifier_is_class)
+    owner = skip_typerefs(locator->qualifier.class_type)->source_corresp.assoc_symbol;
+  else if (locator->qualifier.name_space != nullptr)
+    owner = locator->qualifier.name_space->source_corresp.assoc_symbol;
+  if (owner == nullptr)
+    expr_pos_st_diagnostic(es_error, ec_name_not_found_in_file_scope, pos_curr_token, name);
+  else if (expr_error_should_be_issued())
+    pos_stsy_error(ec_not_a_member, pos_curr_token, name, owner);
+}
+
+static bool check_access(a_symbol_locator *locator)
+{
+  if (C_dialect != 2) return true;
+  bool failed = false;
+  f_check_ambiguity_and_verify_access(locator, false, nullptr, &failed);
+  return !failed;
+}
+
 void scan_identifier_expression(an_operand *result, unsigned flags)
 {
   a_symbol_locator locator = locator_for_curr_id;
@@ -394,10 +420,14 @@ void scan_identifier_expression(an_operand *result, unsigned flags)
     scan_functional_cast(type_of_symbol(symbol), pos, result);
     return;
   }
-  if (symbol == nullptr) {
+  if (symbol == nullptr && (locator.qualifier_bits & qb_qualified) != 0) {
+    report_unknown_qualified_name(&locator, result);
+  } else if (symbol == nullptr) {
     make_operand_of_unknown_name(&locator, result);
+  } else if (!check_access(&locator)) {
+    make_error_operand(result);
   } else {
-    make_operand_of_symbol(symbol, flags, result);
+    make_operand_of_symbol(symbol, &locator, flags, result);
   }
   if (result->kind != ok_error) {
     result->is_id_expression = true;

@@ -8,7 +8,6 @@
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "lex/lexical.h"
-#include "lex/token_cache.h"
 #include "parse/decls.h"
 #include "parse/expr_internal.h"
 #include "parse/overload.h"
@@ -88,6 +87,10 @@ void select_member(a_symbol *symbol, an_operand *object, bool is_arrow, a_source
     select_member(parent, object, is_arrow, pos, &holder);
     make_field_operand(field_of_symbol(symbol), &holder, false, pos, result);
     return;
+  }
+  if (C_dialect == 2) {
+    a_source_correspondence *corresp = &field_of_symbol(symbol)->source_corresp;
+    step_object_to_class(object, is_arrow, parent_class_of(corresp));
   }
   make_field_operand(field_of_symbol(symbol), object, is_arrow, pos, result);
 }
@@ -189,26 +192,6 @@ static bool check_complete_class(a_type *class_type, an_operand *object, bool is
   return false;
 }
 
-// A member function, a static member or an enumerator, selected through an object.
-static void select_other_member(a_symbol *symbol, an_operand *object, bool is_arrow,
-                                a_symbol_locator *locator, a_source_position *pos,
-                                an_operand *result)
-{
-  a_source_position end = end_pos_curr_token;
-  switch (symbol->kind) {
-  case sk_member_function:
-  case sk_overloaded_function: select_function(symbol, object, is_arrow, pos, result); return;
-  case sk_static_data_member:
-    make_lvalue_variable_operand(variable_of_symbol(symbol), pos, &end, result,
-                                 ref_entry(symbol, *pos));
-    return;
-  case sk_constant: make_sym_constant_operand(symbol, pos, result); return;
-  default: break;
-  }
-  report_unknown_member(class_of_object(object, is_arrow), locator, *pos);
-  make_error_operand(result);
-}
-
 static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *locator,
                            a_source_position *pos, an_operand *result)
 {
@@ -228,10 +211,6 @@ static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *
     return;
   }
   a_symbol *symbol = class_qualified_id_lookup(locator, skip_typerefs(class_type), lo_none);
-  if (symbol != nullptr && symbol->kind != sk_field && C_dialect == 2) {
-    select_other_member(symbol, object, is_arrow, locator, pos, result);
-    return;
-  }
   if (symbol == nullptr || symbol->kind != sk_field) {
     report_unknown_member(class_type, locator, *pos);
     make_error_operand(result);
@@ -247,6 +226,10 @@ static void scan_member_of(an_operand *object, bool is_arrow, a_symbol_locator *
 
 void scan_field_selection(an_operand *left, a_rescan_control_block *, an_operand *result)
 {
+  if (C_dialect == 2) {
+    scan_class_field_selection(left, result);
+    return;
+  }
   bool is_arrow = curr_token == tok_arrow;
   a_source_position op_pos = pos_curr_token;
   bool forbidden = expr_stack->expression_kind == ek_preprocessing ||
@@ -256,7 +239,6 @@ void scan_field_selection(an_operand *left, a_rescan_control_block *, an_operand
   else
     do_operand_transformations(left, ot_keep_lvalues | ot_keep_arrays);
   get_token();
-  if (C_dialect == 2) f_is_generalized_identifier_start(0, nullptr);
   if (curr_token != tok_identifier) {
     syntax_error(ec_exp_identifier);
     change_operand_refs_to_error(left);

@@ -203,6 +203,18 @@ static void make_address_operand(an_operand *operand, a_source_position *pos, an
   rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
+// &A::m; without the class, or in parentheses, an old form for functions.
+static void make_address_of_member(an_operand *operand, a_source_position *pos, an_operand *result)
+{
+  bool is_standard = operand->suppress_virtual || operand->symbol->kind == sk_field;
+  if (!is_standard || operand->parenthesized)
+    expr_pos_diagnostic(strict_ansi_mode || gpp_mode ? strict_ansi_error_severity : es_warning,
+                        ec_nonstd_member_function_address, operand->position);
+  *result = *operand;
+  make_ptr_to_member_constant_operand(result);
+  result->position = *pos;
+}
+
 void scan_address_of_operator(an_operand *result)
 {
   a_source_position pos = pos_curr_token;
@@ -221,6 +233,10 @@ void scan_address_of_operator(an_operand *result)
       result->pending_address_of = true;
       result->pending_address_of_id = operand.is_id_expression;
       result->address_position = pos;
+      return;
+    }
+    if (operand.kind == ok_sym_for_member) {
+      make_address_of_member(&operand, &pos, result);
       return;
     }
   }

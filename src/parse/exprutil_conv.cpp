@@ -12,6 +12,7 @@
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "lex/lexical.h"
+#include "parse/expr_internal.h"
 #include "parse/exprutil.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
@@ -329,7 +330,15 @@ void conv_function_designator_to_ptr_to_function(an_operand *operand)
     operand->state = os_rvalue;
     return;
   }
-  if (operand->kind == ok_undefined_symbol || operand->kind == ok_sym_for_member) return;
+  if (operand->kind == ok_undefined_symbol) return;
+  if (operand->kind == ok_sym_for_member) {
+    // The name alone, or in parentheses behind `&`, is an old form.
+    an_error_severity severity =
+        strict_ansi_mode || gpp_mode ? strict_ansi_error_severity : es_warning;
+    expr_pos_diagnostic(severity, ec_nonstd_member_function_address, operand->position);
+    make_ptr_to_member_constant_operand(operand);
+    return;
+  }
   an_operand saved = *operand;
   an_expr_node *node = make_node_from_operand(operand);
   change_ref_kinds(operand->ref_entries, rk_address_taken);

@@ -5,6 +5,7 @@
 #include "il/il.h"
 #include "il/il_entities.h"
 #include "il/types.h"
+#include "parse/expr_internal.h"
 #include "parse/exprutil.h"
 #include "parse/overload.h"
 #include "parse/overload_private.h"
@@ -134,6 +135,15 @@ void overloaded_function_catch_up(an_operand *operand, a_symbol *function)
   if (operand->kind != ok_indefinite_function) return;
   an_operand saved = *operand;
   a_source_position position = saved.position, end = saved.end_position;
+  bool is_member = function->is_class_member && !routine_of_symbol(function)->is_static_member;
+  if (is_member) {
+    make_sym_for_member_operand(function, operand);
+    operand->position = saved.pending_address_of ? saved.address_position : position;
+    operand->end_position = end;
+    add_ref_entry_to_operand(ref_entry(function, position), operand);
+    if (saved.pending_address_of) make_ptr_to_member_constant_operand(operand);
+    return;
+  }
   make_function_designator_operand(function, &position, &end, operand,
                                    ref_entry(function, position));
   operand->pending_address_of = false;
