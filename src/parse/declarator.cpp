@@ -65,8 +65,18 @@ static void push_part(a_declarator_scan *scan, a_declarator_part *part)
 //---------------------------------------------------------------------------------------------
 // Pointer operators.
 
+// C++: `A::*` becomes one token; so does the qualified name that a declarator may begin with instead.
+static bool at_ptr_to_member()
+{
+  if (C_dialect != 2) return false;
+  if (curr_token == tok_identifier || curr_token == tok_colon_colon)
+    f_is_generalized_identifier_start(gid_destructor_name_allowed | gid_in_declaration, nullptr);
+  return curr_token == tok_ptr_to_member;
+}
+
 static bool pointer_operator_kind(a_declarator_part_kind *kind)
 {
+  at_ptr_to_member();
   switch (curr_token) {
   case tok_star: *kind = dpk_pointer; return true;
   case tok_ampersand: *kind = dpk_reference; return C_dialect == 2;
@@ -164,6 +174,11 @@ static a_type *member_pointer_to(a_declarator_part *part, a_type *base)
   if (is_void_type(base) || is_any_reference_type(base)) {
     pos_ty_error(ec_bad_member_type_in_ptr_to_member, part->position, base);
     return error_type();
+  }
+  a_type *bare = skip_typerefs(base);
+  if (bare->kind == tk_routine && routine_supplement_of(bare)->this_class == nullptr) {
+    base = copy_type(bare); // of a member function, which has an object
+    routine_supplement_of(base)->this_class = skip_typerefs(part->type);
   }
   a_type *type = ptr_to_member_type_full(base, part->type, 0);
   return part->qualifiers ? f_make_qualified_type(type, part->qualifiers, -1) : type;
@@ -451,6 +466,7 @@ static bool abstract_parameter_list(const a_declarator_scan *scan)
   if (!(scan->options & dop_abstract_ok) || scan->name_seen) return false;
   if (curr_token == tok_rparen) return true;
   if (curr_token == tok_ellipsis && next_token() == tok_rparen) return true;
+  if (at_ptr_to_member()) return false;
   if (curr_token != tok_attribute) return is_decl_start(dst_parameter | dst_abstract_declarator);
   // An attribute may open both forms; what counts stands behind it.
   a_token_cache cache;

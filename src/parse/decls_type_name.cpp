@@ -156,6 +156,14 @@ static void trial_skip_balanced()
     get_token();
 }
 
+static bool trial_is_at_pointer_operator()
+{
+  if (curr_token == tok_identifier || curr_token == tok_colon_colon)
+    f_is_generalized_identifier_start(gid_no_diagnostics, nullptr);
+  return curr_token == tok_star || curr_token == tok_ampersand || curr_token == tok_and_and ||
+         curr_token == tok_ptr_to_member;
+}
+
 static void trial_declarator(a_trial *trial, int depth);
 
 // Behind the `(` of what may be a parameter list.
@@ -163,7 +171,8 @@ static void trial_paren(a_trial *trial, bool name_seen, int depth)
 {
   get_token();
   bool ellipsis_end = curr_token == tok_ellipsis;
-  if (curr_token == tok_rparen || ellipsis_end || is_decl_start(dst_parameter)) {
+  bool is_pointer = trial_is_at_pointer_operator();
+  if (!is_pointer && (curr_token == tok_rparen || ellipsis_end || is_decl_start(dst_parameter))) {
     // A parameter list; its content is balanced tokens.
     int level = 1;
     while (curr_token != tok_end_of_source && curr_token != tok_semicolon) {
@@ -172,6 +181,8 @@ static void trial_paren(a_trial *trial, bool name_seen, int depth)
       get_token();
     }
     if (curr_token == tok_rparen) get_token();
+    while (curr_token == tok_const || curr_token == tok_volatile)
+      get_token();
     return;
   }
   if (name_seen) {
@@ -193,10 +204,8 @@ static void trial_declarator(a_trial *trial, int depth)
     trial->is_expression = true;
     return;
   }
-  while (curr_token == tok_star || curr_token == tok_ampersand || curr_token == tok_and_and ||
-         curr_token == tok_ptr_to_member || curr_token == tok_const || curr_token == tok_volatile) {
+  while (trial_is_at_pointer_operator() || curr_token == tok_const || curr_token == tok_volatile)
     get_token();
-  }
   bool name_seen = false;
   if (curr_token == tok_identifier && curr_type_symbol() == nullptr) {
     name_seen = true;

@@ -358,12 +358,48 @@ static void do_pointer_comparison(a_token_kind token, an_operand *left, an_opera
   if (result->kind != ok_error) rule_out_expr_kinds(rule_out_integral_constant, result);
 }
 
+// One side takes the other's type: a null pointer constant, a member of a base class.
+bool check_ptr_to_member_operands_for_compatibility(an_operand *left, an_operand *right)
+{
+  an_error_code warning;
+  an_error_severity severity;
+  if (is_ptr_to_member_type(right->type) &&
+      implicit_conversion_possible(left, right->type, &warning, &severity)) {
+    cast_operand(right->type, left, false);
+    return true;
+  }
+  if (is_ptr_to_member_type(left->type) &&
+      implicit_conversion_possible(right, left->type, &warning, &severity)) {
+    cast_operand(left->type, right, false);
+    return true;
+  }
+  return false;
+}
+
+static void do_ptr_to_member_comparison(a_token_kind token, an_operand *left, an_operand *right,
+                                        a_source_position *pos, an_operand *result)
+{
+  bool is_equality = token == tok_eq || token == tok_ne;
+  if (!is_equality || !check_ptr_to_member_operands_for_compatibility(left, right)) {
+    report_incompatible(left, right, pos);
+    make_failed_result(left, right, result);
+    return;
+  }
+  do_binary_operation(token == tok_eq ? eok_eq : eok_ne, left, right, boolean_result_type(), result,
+                      pos, token);
+  if (result->kind != ok_error) rule_out_expr_kinds(rule_out_integral_constant, result);
+}
+
 static void do_comparison(a_token_kind token, an_operand *left, an_operand *right,
                           a_source_position *pos, an_operand *result)
 {
   transform_both(left, right);
   if (left->kind == ok_error || right->kind == ok_error) {
     make_failed_result(left, right, result);
+    return;
+  }
+  if (is_ptr_to_member_type(left->type) || is_ptr_to_member_type(right->type)) {
+    do_ptr_to_member_comparison(token, left, right, pos, result);
     return;
   }
   if (is_pointer_type(left->type) || is_pointer_type(right->type)) {
@@ -508,6 +544,11 @@ static bool is_void_operand(an_operand *operand)
   return is_void_type(operand->type);
 }
 
+static bool is_throw_operand(const an_operand *operand)
+{
+  return operand->kind == ok_expression && operand->value.expr->kind == enk_throw;
+}
+
 // The pointed-to types' composite with the qualifiers of both sides; false after error 43.
 static a_type *type_of_conditional_with_pointers(an_operand *second, an_operand *third,
                                                  a_source_position *pos)
@@ -523,6 +564,8 @@ static a_type *convert_arms(an_operand *second, an_operand *third, bool *is_void
                             a_source_position *pos)
 {
   *is_void = false;
+  if (is_throw_operand(second) && !is_void_operand(third)) return rvalue_type(third->type);
+  if (is_throw_operand(third) && !is_void_operand(second)) return rvalue_type(second->type);
   if (is_void_operand(second) || is_void_operand(third)) {
     bool both = both_are(is_void_type, second, third);
     if (!both && strict_ansi_mode && C_dialect != 2) {
@@ -545,6 +588,11 @@ static a_type *convert_arms(an_operand *second, an_operand *third, bool *is_void
   if (both_are(is_class_struct_union_type, second, third)) {
     if (f_types_are_compatible(second->type, third->type, tco_ignore_top_qualifiers))
       return rvalue_type(second->type);
+    report_incompatible(second, third, pos);
+    return nullptr;
+  }
+  if (is_ptr_to_member_type(second->type) || is_ptr_to_member_type(third->type)) {
+    if (check_ptr_to_member_operands_for_compatibility(second, third)) return second->type;
     report_incompatible(second, third, pos);
     return nullptr;
   }
@@ -599,6 +647,7 @@ void scan_conditional_operator(an_operand *left, a_rescan_control_block *, an_op
   int minimum =
       C_dialect == 2 && !cfront_2_1_mode && !cfront_3_0_mode ? prec_assignment : prec_question;
   scan_conditionally(&third, minimum, 0, known && !is_false);
+  if (C_dialect == 2 && do_cplusplus_conditional(left, &second, &third, &pos, result)) return;
   transform_arm(&second, known && is_false);
   transform_arm(&third, known && !is_false);
   normalize_error_operand(&second);

@@ -525,7 +525,10 @@ static void resolve_call_of_object(an_operand *function)
 void scan_function_call(an_operand *function, a_rescan_control_block *, an_operand *result)
 {
   a_source_position open_pos = pos_curr_token, start = function->position;
-  if (C_dialect == 2) resolve_call_of_object(function);
+  if (C_dialect == 2) {
+    bind_member_to_this(function);
+    resolve_call_of_object(function);
+  }
   if (check_misra_c_2004) check_prototype_for_misra(function);
   if (C_dialect == 2 && is_call_by_name(function)) {
     scan_call_by_name(function, result);
@@ -576,4 +579,6 @@ void scan_function_call(an_operand *function, a_rescan_control_block *, an_opera
   }
   finish_call(function, routine, &block, return_type_of_call(routine_type, &start), &open_pos, &end,
               result);
+  if (is_bound && routine != nullptr && routine->is_static_member)
+    keep_side_effects_of_object(&selector, result);
 }

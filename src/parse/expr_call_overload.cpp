@@ -144,6 +144,7 @@ void scan_call_by_name(an_operand *function, an_operand *result)
     do_operand_transformations(function, 0);
     finish_call(function, routine, &block, return_type_of_call(routine_type, &start), &open_pos,
                 &end, result);
+    if (is_bound && routine->is_static_member) keep_side_effects_of_object(&selector, result);
   }
   free_arg_match_summary_list(chosen.summaries);
   free_arg_operand_list(args);

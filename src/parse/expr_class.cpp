@@ -81,6 +81,14 @@ void make_constructor_call_operand(a_routine *constructor, a_type *type, an_oper
   rule_out_expr_kinds(rule_out_any_constant, operand);
 }
 
+void copy_class_lvalue(an_operand *operand)
+{
+  if (operand->kind == ok_error || !is_lvalue_operand(operand)) return;
+  a_source_position position = operand->position;
+  prep_initializer_operand(operand, rvalue_type(operand->type), 1, ec_bad_initializer_type,
+                           &position);
+}
+
 // A class without constructors: nothing, or a copy.
 static void construct_trivially(a_type *type, an_arg_operand *args, a_source_position position,
                                 an_operand *result)

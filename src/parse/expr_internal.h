@@ -30,6 +30,13 @@ OPERATOR_HANDLER(scan_comma_operator);
 // The type of comparisons and logical operators: int, or bool where C++ has the keyword.
 a_type *boolean_result_type();
 
+// C++: the arms of a conditional before the conversions of C.  True: *result is set; else they may have been
+// converted, and the ordinary code goes on.
+bool do_cplusplus_conditional(an_operand *condition, an_operand *second, an_operand *third,
+                              a_source_position *pos, an_operand *result);
+// An lvalue of a class becomes a temporary that its copy constructor makes; of one without, its value.
+void copy_class_lvalue(an_operand *operand);
+
 // Prefix operators; the current token is the operator.
 void scan_prefix_incr_decr(an_operand *result);
 void scan_prefix_operator(an_operand *result);
@@ -98,11 +105,15 @@ void make_operand_of_member(a_symbol *symbol, const a_symbol_locator *locator, u
 // object.f or object->f: a static member function as it stands, any other bound to the object.
 void select_function(a_symbol *symbol, an_operand *object, bool is_arrow, a_source_position *pos,
                      an_operand *result);
+// (f)(x): a member function named alone that is called after all.
+void bind_member_to_this(an_operand *function);
 // The object pointer of the bound function that is called next.
 void take_bound_selector(an_operand *selector);
 // The object, or pointer to one (is_arrow), becomes one of class_type, its class or a base class of
 // that; false, reported, when the base class is ambiguous.
 bool step_object_to_class(an_operand *object, bool is_arrow, a_type *class_type);
+// The object of a static member only says where the name is looked up; what it does stays.
+void keep_side_effects_of_object(an_operand *object, an_operand *result);
 // An ok_sym_for_member operand becomes the constant; 140, 560.
 void make_ptr_to_member_constant_operand(an_operand *operand);
 void scan_class_field_selection(an_operand *left, an_operand *result);

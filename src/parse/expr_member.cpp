@@ -10,6 +10,7 @@
 #include "il/il.h"
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
+#include "lex/token_cache.h"
 #include "parse/expr_internal.h"
 #include "parse/overload.h"
 #include "parse/scope_stk.h"
@@ -108,7 +109,9 @@ void select_function(a_symbol *symbol, an_operand *object, bool is_arrow, a_sour
     result->position = result->name_position = *pos;
     result->end_position = end;
   }
-  if (is_single && !is_nonstatic_function(symbol)) return;
+  bool needs_object = !is_single || is_nonstatic_function(symbol);
+  bool object_acts = object->kind == ok_expression && node_has_side_effects(object->value.expr);
+  if (!needs_object && !object_acts) return;
   bound_selector = *object;
   if (!is_arrow) conv_class_operand_to_object_pointer(&bound_selector);
   result->is_bound_function = true;
@@ -141,14 +144,10 @@ static bool this_exists_for_member_access(a_symbol *symbol)
 static bool make_fake_object(a_symbol *symbol, a_source_position pos, an_operand *object)
 {
   if (!expr_stack->unevaluated) return false;
-  bool gnu = gcc_mode || gpp_mode;
-  if (!cpp11_mode) {
-    an_error_severity severity = strict_ansi_mode ? strict_ansi_discretionary_severity
-                                 : gnu            ? es_discretionary_error
-                                                  : es_error;
-    expr_pos_diagnostic(severity, ec_member_ref_requires_object, pos);
-    if (severity == es_error) return false;
-  }
+  if (!cpp11_mode && strict_ansi_mode)
+    expr_pos_diagnostic(strict_ansi_discretionary_severity, ec_member_ref_requires_object, pos);
+  else if (!cpp11_mode && (gcc_mode || gpp_mode))
+    expr_pos_diagnostic(es_discretionary_error, ec_member_ref_requires_object, pos);
   a_constant zero;
   make_zero_of_proper_type(make_pointer_type(class_of_member(symbol)), &zero);
   make_expression_operand(alloc_node_for_constant(&zero), object);
@@ -184,7 +183,7 @@ static void make_operand_of_field(a_symbol *symbol, const a_symbol_locator *loca
   if (this_exists_for_member_access(symbol)) {
     make_this_pointer_operand(&object);
   } else if (!make_fake_object(symbol, pos, &object)) {
-    if (!expr_stack->unevaluated) expr_pos_error(ec_member_ref_requires_object, pos);
+    expr_pos_error(ec_member_ref_requires_object, pos);
     make_error_operand(result);
     return;
   }
@@ -210,16 +209,37 @@ static void make_operand_of_function(a_symbol *symbol, const a_symbol_locator *l
     select_function(symbol, &object, true, &pos, result);
   } else if (!is_routine_symbol(symbol)) {
     make_indefinite_function_operand(symbol, result);
+    result->name_position = pos;
   } else if (!is_called) {
     make_sym_for_member_operand(symbol, result);
+    result->name_position = pos;
     add_ref_entry_to_operand(ref_entry(symbol, pos), result);
   } else if (make_fake_object(symbol, pos, &object)) {
     select_function(symbol, &object, true, &pos, result);
   } else {
-    if (!expr_stack->unevaluated) expr_pos_error(ec_member_ref_requires_object, pos);
+    expr_pos_error(ec_member_ref_requires_object, pos);
     make_error_operand(result);
   }
   result->suppress_virtual = is_qualified;
+}
+
+void bind_member_to_this(an_operand *function)
+{
+  bool is_set = function->kind == ok_indefinite_function && function->symbol->is_class_member;
+  bool is_single = function->kind == ok_sym_for_member && is_routine_symbol(function->symbol);
+  if ((!is_set && !is_single) || function->is_bound_function) return;
+  an_operand saved = *function, object;
+  a_source_position pos = saved.name_position;
+  if (!this_exists_for_member_access(saved.symbol)) {
+    if (is_set) return; // a static member may be meant
+    expr_pos_error(ec_member_ref_requires_object, pos);
+    conv_to_error_operand(function);
+    return;
+  }
+  make_this_pointer_operand(&object);
+  select_function(saved.symbol, &object, true, &pos, function);
+  function->suppress_virtual = saved.suppress_virtual;
+  function->end_position = saved.end_position;
 }
 
 void make_operand_of_member(a_symbol *symbol, const a_symbol_locator *locator, unsigned flags,

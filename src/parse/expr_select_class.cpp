@@ -40,8 +40,7 @@ static a_type *class_to_look_in(a_type *class_type, const a_symbol_locator *loca
   return nullptr;
 }
 
-// The object says only where the name is looked up; what it does stays.
-static void keep_side_effects_of_object(an_operand *object, an_operand *result)
+void keep_side_effects_of_object(an_operand *object, an_operand *result)
 {
   if (object->kind != ok_expression || result->kind == ok_error) return;
   an_expr_node *node = object->value.expr;
@@ -71,7 +70,7 @@ static void select_found_member(a_symbol *symbol, an_operand *object, bool is_ar
   case sk_member_function:
   case sk_overloaded_function:
   case sk_function_template:
-    if (is_qualified) step_object_to_class(object, is_arrow, class_of_member(symbol));
+    if (is_qualified) step_object_to_class(object, is_arrow, symbol->parent.class_type);
     select_function(symbol, object, is_arrow, pos, result);
     result->suppress_virtual = is_qualified;
     return;

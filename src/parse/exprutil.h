@@ -419,6 +419,8 @@ bool check_modifiable_lvalue_operand(an_operand *operand);
 bool check_boolean_controlling_expr(an_operand *operand);
 bool check_compatibility_of_pointer_operands(an_operand *left, an_operand *right, unsigned token,
                                              a_source_position *pos, a_type **result_type);
+// C++: converts one of two operands, of which one is a pointer to member, to the other's type; silent.
+bool check_ptr_to_member_operands_for_compatibility(an_operand *left, an_operand *right);
 bool check_binary_scoped_enum_operation(an_operand *left, an_operand *right,
                                         a_source_position *pos);
 bool operand_has_uncertain_lvalueness(an_operand *operand);

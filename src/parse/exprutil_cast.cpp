@@ -250,6 +250,10 @@ static bool convert_class_or_function(an_operand *operand, a_type *type, a_sourc
   a_conv_descr conv;
   if (!user_defined_conversion_possible(operand, rvalue_type(type), false, &conv, pos)) return true;
   if (conv.routine == nullptr && conv.std_conv.base_class == nullptr) return false;
+  // A temporary of the class is the object itself: it isn't copied once more.
+  bool is_copy = conv.copy_like_constructor && !is_lvalue_operand(operand) &&
+                 f_identical_types(operand->type, type, ido_ignore_top_qualifiers);
+  if (is_copy) return false;
   user_convert_operand(operand, rvalue_type(type), &conv, true);
   if (operand->kind != ok_error) do_operand_transformations(operand, 0);
   return true;

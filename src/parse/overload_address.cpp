@@ -41,6 +41,16 @@ static a_symbol *function_of_entry(a_symbol *entry)
   return entry;
 }
 
+// Member functions of the same type may belong to a class and its base.
+static bool is_function_of_type(a_type *type, a_type *wanted)
+{
+  bool same_object = routine_supplement_of(type)->this_qualifiers ==
+                     routine_supplement_of(wanted)->this_qualifiers;
+  return same_object &&
+         f_types_are_compatible(routine_type_without_this_class(type),
+                                routine_type_without_this_class(wanted), tco_ignore_linkage);
+}
+
 static a_symbol *exact_match(a_symbol *first, bool is_set, a_type *wanted, a_type *member_of,
                              bool *is_ambiguous)
 {
@@ -49,9 +59,7 @@ static a_symbol *exact_match(a_symbol *first, bool is_set, a_type *wanted, a_typ
        entry = is_set ? entry->next_same_name : nullptr) {
     a_symbol *function = function_of_entry(entry);
     if (!is_routine_symbol(function) || !fits_member_class(function, member_of)) continue;
-    a_type *type = skip_typerefs(routine_of_symbol(function)->type);
-    if (member_of != nullptr) type = routine_type_without_this_class(type);
-    if (!f_types_are_compatible(type, wanted, tco_ignore_linkage)) continue;
+    if (!is_function_of_type(skip_typerefs(routine_of_symbol(function)->type), wanted)) continue;
     if (match != nullptr && routine_of_symbol(match) != routine_of_symbol(function)) {
       *is_ambiguous = true;
       return nullptr;
