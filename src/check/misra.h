@@ -48,53 +48,6 @@ const an_ansi_c_identifier *lookup_ansi_c_identifier(const char *name, size_t le
 // Its kinds; ansi_c_none for a name that is not in the table.
 unsigned ansi_c_identifier_kind(const char *name, size_t length);
 
-// ---- Conversions (misra_conv.cpp) ----
-
-// A conversion of a number: between fundamental types, for an operand of `precision` value bits.
-struct a_misra_conversion {
-  a_constant *constant;        // null if the operand is none
-  a_type *source_type;
-  a_type *target_type;
-  int precision;
-  a_source_position position;  // of the message
-  bool adapts;                 // the values are known not to be negative
-  bool is_complex;             // the expression is
-  bool is_argument;
-  bool is_return;
-  bool is_implicit;
-  bool is_compound;            // part of an operation: the other operand is converted as well
-};
-
-// 1393 to 1396, 1464.
-void misra_check_is_conv_valid(const a_misra_conversion *conversion);
-// 1393, 1394 and 1464 for an operand that is converted to `target_type`, as argument, as a function's result, or (with
-// neither) by an assignment; with `is_compound` as a part of an operation.
-void misra_check_is_oper_conv_valid(an_operand *operand, bool is_complex, bool is_argument, bool is_return,
-                                    bool is_compound, a_type *target_type);
-// 1484 if the first type is plain char and the second the char type of numbers, 1485 if it is the other way round.
-void ensure_types_both_plain_or_unplain_char(a_source_position pos, a_type *type1, a_type *type2);
-
-// ---- Types of expressions (misra_types.cpp) ----
-
-// The type that an expression has before promotions; *precision is the number of bits that its values take, without
-// a sign bit.
-a_type *fundamental_expr_type(an_expr_node *expr, int *precision);
-a_type *fundamental_constant_type(a_constant *constant, int *precision);
-a_type *fundamental_operand_type(an_operand *operand, int *precision);
-bool is_expr_of_signed_integral_type(an_expr_node *expr);
-
-// ---- Operands and objects (misra_expr.cpp, misra_order.cpp, misra_pointers.cpp) ----
-
-// An operand of the operator `op` needs no parentheses: a constant, a name, something in parentheses, or `op` again.
-bool is_operand_misra_primary_expr(an_expr_node *operand, an_expr_operator_kind op);
-// The variable that the controlling expression of a loop tests, or null.
-a_variable *find_loop_condition_variable(an_expr_node *expr);
-// Whether both nodes stand for the same object.
-bool oper_nodes_are_same_arg(an_expr_node *a, an_expr_node *b);
-// The address of an object with automatic storage; *variable is that object, or null if it has no name.
-bool is_expr_ptr_to_nonstatic(an_expr_node *expr, a_variable **variable);
-bool is_operand_ptr_to_nonstatic(an_operand *operand, a_variable **variable);
-
 // ---- Start and end ----
 
 void misra_early_init();    // installs misra_hooks; all rules start suppressed

@@ -1,5 +1,6 @@
 // misra_boolean.cpp - rule 12.6: what is effectively Boolean, and where that may stand.
-// Rule:    a variable is Boolean or a number by its first use that tells; a use that says otherwise is a violation.
+// Rule:    a variable is Boolean or a number by its first use that tells; a use that says otherwise
+//          is a violation.
 // Entry:   classify_as_boolean, check_boolean_use, is_expr_effectively_boolean.
 #include "check/misra_expr.h"
 #include "consts/const_ints.h"

@@ -1,6 +1,7 @@
 // misra_conv.cpp - the rules on conversions of numbers: sections 6 and 10.
-// Rule:    what counts is the type before promotion, on both sides.  A conversion is tested where the parser makes it,
-//          so that each argument and each operand is reported at its own place.
+// Rule:    what counts is the type before promotion, on both sides.  A conversion is tested where
+//          the parser makes it, so that each argument and each operand is reported at its own
+//          place.
 // Entry:   misra_check_conversion, misra_check_binary_operands, misra_check_is_conv_valid.
 #include "check/misra_expr.h"
 #include "consts/const_ints.h"
@@ -23,17 +24,11 @@ static void report_with_reason(an_error_code code, a_source_position pos, const 
   expr_pos_st_diagnostic(misra_required_severity, code, pos, reason);
 }
 
-static bool is_signed_type(a_type *type)
-{
-  type = skip_typerefs(type);
-  return type->kind == tk_integer && int_kind_is_signed[as_integer(type).int_kind];
-}
-
 //---------------------------------------------------------------------------------------------
 // To an integer type.
 
-// A literal as it was written, and without the suffix.  An enumerator holds the marks of its value, and so does a
-// constant that was cast, which has an expression.
+// A literal as it was written, and without the suffix.  An enumerator holds the marks of its value,
+// and so does a constant that was cast, which has an expression.
 static bool lacks_unsigned_suffix(const a_constant *constant)
 {
   return constant->kind == ck_integer && constant->from_literal && constant->expr == nullptr &&
@@ -45,8 +40,9 @@ static bool constant_fits(const a_misra_conversion *conversion)
 {
   const a_constant *constant = conversion->constant;
   if (constant == nullptr || constant->kind != ck_integer) return false;
-  // In an operation it isn't the constant alone that is converted: the other operand becomes unsigned.
-  bool target_is_signed = is_signed_type(conversion->target_type);
+  // In an operation it isn't the constant alone that is converted: the other operand becomes
+  // unsigned.
+  bool target_is_signed = is_signed_integral_type(conversion->target_type);
   if (conversion->is_compound && target_is_signed && !int_constant_is_signed(constant))
     return false;
   an_integer_kind kind = as_integer(skip_typerefs(conversion->target_type)).int_kind;
@@ -70,7 +66,8 @@ static void check_integer_to_integer(const a_misra_conversion *conversion)
 {
   a_type *target = conversion->target_type;
   int source_bits = conversion->precision, target_bits = value_bits_of_type(target);
-  bool same_sign = is_signed_type(conversion->source_type) == is_signed_type(target);
+  bool same_sign =
+      is_signed_integral_type(conversion->source_type) == is_signed_integral_type(target);
   if (!conversion->is_implicit) {
     if (conversion->is_complex && (source_bits < target_bits || !same_sign)) {
       report(ec_misra_c_2004_10_3, conversion->position);
@@ -102,7 +99,7 @@ static void check_to_integer(const a_misra_conversion *conversion)
   if (!is_integral_or_enum_type(source)) return;
   const a_constant *constant = conversion->constant;
   if (constant != nullptr && conversion->is_implicit && !is_enum_type(target) &&
-      !is_signed_type(target) && lacks_unsigned_suffix(constant)) {
+      !is_signed_integral_type(target) && lacks_unsigned_suffix(constant)) {
     report(ec_misra_c_2004_10_6, conversion->position);
   }
   if (conversion->is_implicit && constant_fits(conversion)) return;
@@ -183,7 +180,7 @@ static bool is_truth_value(an_operand *operand)
 
 static void describe_operand(an_operand *operand, a_misra_conversion *conversion)
 {
-  a_fundamental_type source = fundamental_type_of_operand(operand);
+  a_fundamental_type source = fundamental_operand_type(operand);
   conversion->constant = operand->kind == ok_constant ? constant_of_operand(operand) : nullptr;
   conversion->source_type = source.type;
   conversion->precision = source.precision;
@@ -194,15 +191,14 @@ static void describe_operand(an_operand *operand, a_misra_conversion *conversion
   }
 }
 
-void misra_check_is_oper_conv_valid(an_operand *operand, bool is_complex, bool is_argument,
-                                    bool is_return, bool is_compound, a_type *target_type)
+void misra_check_is_oper_conv_valid(an_operand *operand, a_misra_conversion_use use,
+                                    a_type *target_type)
 {
   if (is_integral_or_enum_type(target_type) && is_truth_value(operand)) return;
   a_misra_conversion conversion = {};
-  conversion.is_complex = is_complex;
-  conversion.is_argument = is_argument;
-  conversion.is_return = is_return;
-  conversion.is_compound = is_compound;
+  conversion.is_argument = use == mcu_argument;
+  conversion.is_return = use == mcu_return;
+  conversion.is_compound = use == mcu_operation;
   conversion.is_implicit = true;
   conversion.target_type = target_type;
   describe_operand(operand, &conversion);
@@ -241,7 +237,7 @@ static void check_char_types(a_type *type, an_operand *other)
 {
   if (!is_character_type(type) || is_literal_zero(other)) return;
   ensure_types_both_plain_or_unplain_char(other->position, type,
-                                          fundamental_type_of_operand(other).type);
+                                          fundamental_operand_type(other).type);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -258,8 +254,7 @@ void misra_check_conversion(an_operand *operand, a_type *type, a_misra_conversio
 {
   if (is_unchecked(operand)) return;
   if (is_arithmetic_or_enum_type(type) && is_arithmetic_or_enum_type(operand->type)) {
-    misra_check_is_oper_conv_valid(operand, false, use == mcu_argument, use == mcu_return,
-                                   use == mcu_compound, type);
+    misra_check_is_oper_conv_valid(operand, use, type);
     check_char_types(type, operand);
   } else if (is_pointer_type(type) || is_pointer_type(operand->type)) {
     misra_set_diagnostic_pos(operand->position);
@@ -270,11 +265,11 @@ void misra_check_conversion(an_operand *operand, a_type *type, a_misra_conversio
 void misra_check_binary_operands(an_operand *left, an_operand *right)
 {
   if (is_unchecked(left) || is_unchecked(right)) return;
-  a_fundamental_type left_type = fundamental_type_of_operand(left);
-  a_fundamental_type right_type = fundamental_type_of_operand(right);
+  a_fundamental_type left_type = fundamental_operand_type(left);
+  a_fundamental_type right_type = fundamental_operand_type(right);
   a_type *common = balanced_type(left_type, right_type).type;
-  misra_check_is_oper_conv_valid(left, false, false, false, true, common);
-  misra_check_is_oper_conv_valid(right, false, false, false, true, common);
+  misra_check_is_oper_conv_valid(left, mcu_operation, common);
+  misra_check_is_oper_conv_valid(right, mcu_operation, common);
   // The variable says what is meant, not the constant.
   if (left->kind == ok_constant) {
     check_char_types(right_type.type, left);
@@ -300,7 +295,7 @@ void misra_check_shift_count(an_operand *value, an_operand *count)
   if (constant->kind != ck_integer || !is_integral_or_enum_type(value->type)) return;
   // A constant is as wide as the type that it has.
   bool is_constant = value->kind == ok_constant;
-  a_type *type = is_constant ? value->type : fundamental_type_of_operand(value).type;
+  a_type *type = is_constant ? value->type : fundamental_operand_type(value).type;
   unsigned bits;
   bool is_signed;
   get_integer_attributes(type, &bits, &is_signed);

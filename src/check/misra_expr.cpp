@@ -1,6 +1,6 @@
 // misra_expr.cpp - the rules on operators and their operands, tested over a full expression.
-// Rule:    one walk over the finished tree; each rule is reported once in an expression.  Folded constants are seen as
-//          they were written.
+// Rule:    one walk over the finished tree; each rule is reported once in an expression.  Folded
+//          constants are seen as they were written.
 // Entry:   misra_check_expr, is_operand_misra_primary_expr.
 #include "check/misra_expr.h"
 #include <cstring>
@@ -16,22 +16,14 @@
 
 struct a_walk_rule_entry {
   an_error_code code;
-  bool is_advisory;
+  const an_error_severity *severity;
 };
 
-// In the order of a_walk_rule.
 static const a_walk_rule_entry walk_rules[wr_last] = {
-    {ec_misra_c_2004_10_5, false}, {ec_misra_c_2004_12_1, true},  {ec_misra_c_2004_12_2, false},
-    {ec_misra_c_2004_12_4, false}, {ec_misra_c_2004_12_5, false}, {ec_misra_c_2004_12_6, true},
-    {ec_misra_c_2004_12_7, false}, {ec_misra_c_2004_12_9, false}, {ec_misra_c_2004_12_10, false},
-    {ec_misra_c_2004_12_13, true}, {ec_misra_c_2004_13_1, false}, {ec_misra_c_2004_13_3, false},
-    {ec_misra_c_2004_13_6, false}, {ec_misra_c_2004_17_4, false}, {ec_misra_c_2004_17_6, false},
+#define ROW(rule, rule_class) {ec_misra_c_2004_##rule, &misra_##rule_class##_severity},
+    WALK_RULES(ROW)
+#undef ROW
 };
-
-static an_error_severity severity_of_walk_rule(a_walk_rule rule)
-{
-  return walk_rules[rule].is_advisory ? misra_advisory_severity : misra_required_severity;
-}
 
 static bool is_first_report(a_misra_walk *walk, a_walk_rule rule)
 {
@@ -43,7 +35,7 @@ static bool is_first_report(a_misra_walk *walk, a_walk_rule rule)
 void report_rule(a_misra_walk *walk, a_walk_rule rule, const an_expr_node *expr)
 {
   if (!is_first_report(walk, rule)) return;
-  pos_diagnostic(severity_of_walk_rule(rule), walk_rules[rule].code, place_of_expr(expr));
+  pos_diagnostic(*walk_rules[rule].severity, walk_rules[rule].code, place_of_expr(expr));
 }
 
 void report_boolean_rule(a_misra_walk *walk, const char *text, const an_expr_node *expr)
@@ -60,7 +52,8 @@ static bool is_binary_operator(an_expr_operator_kind op)
   return op >= eok_add && op <= eok_max;
 }
 
-// a + b + c is plain without parentheses; a * b + c isn't, nor is a sum whose type changes on the way.
+// a + b + c is plain without parentheses; a * b + c isn't, nor is a sum whose type changes on the
+// way.
 static void check_precedence(an_expr_node *expr, a_misra_walk *walk)
 {
   an_expr_operator_kind op = op_of(expr);
@@ -100,33 +93,28 @@ static bool is_integer(const a_fundamental_type &value)
   return is_integral_or_enum_type(value.type);
 }
 
-static bool is_signed(const a_fundamental_type &value)
-{
-  return is_integer(value) && int_kind_is_signed[int_kind_of_type(value.type)];
-}
-
 // A literal without suffix beside an unsigned operand is a matter of 10.6.
 static void check_bitwise_operands(an_expr_node *expr, a_misra_walk *walk)
 {
-  a_fundamental_type left = fundamental_type_of_expr(first_operand_of(expr));
-  a_fundamental_type right = fundamental_type_of_expr(second_operand_of(expr));
-  bool left_counts = is_signed(left) && !(left.adapts && !is_signed(right));
-  bool right_counts = is_signed(right) && !(right.adapts && !is_signed(left));
+  a_fundamental_type left = fundamental_expr_type(first_operand_of(expr));
+  a_fundamental_type right = fundamental_expr_type(second_operand_of(expr));
+  bool left_counts =
+      is_signed_integral_type(left.type) && !(left.adapts && !is_signed_integral_type(right.type));
+  bool right_counts =
+      is_signed_integral_type(right.type) && !(right.adapts && !is_signed_integral_type(left.type));
   if (left_counts || right_counts) report_rule(walk, wr_12_7, expr);
 }
 
 static void check_bitwise_operand(an_expr_node *expr, a_misra_walk *walk)
 {
-  if (is_signed(fundamental_type_of_expr(first_operand_of(expr)))) {
-    report_rule(walk, wr_12_7, expr);
-  }
+  if (is_expr_of_signed_integral_type(first_operand_of(expr))) report_rule(walk, wr_12_7, expr);
 }
 
-// ~ and << on a small type: the bits that promotion adds are to be cut off at once.  The cast may be one that an
-// assignment makes.
+// ~ and << on a small type: the bits that promotion adds are to be cut off at once.  The cast may
+// be one that an assignment makes.
 static void check_small_operand(an_expr_node *expr, a_type *outer_type, a_misra_walk *walk)
 {
-  a_fundamental_type operand = fundamental_type_of_expr(first_operand_of(expr));
+  a_fundamental_type operand = fundamental_expr_type(first_operand_of(expr));
   if (!is_integer(operand) || is_bool_type(operand.type)) return;
   an_integer_kind kind = int_kind_of_type(operand.type);
   if (kind != ik_unsigned_char && kind != ik_unsigned_short) return;
@@ -141,8 +129,9 @@ static void check_small_operand(an_expr_node *expr, a_type *outer_type, a_misra_
 
 static void check_negation(an_expr_node *expr, a_misra_walk *walk)
 {
-  a_fundamental_type operand = fundamental_type_of_expr(first_operand_of(expr));
-  if (is_integer(operand) && !is_signed(operand)) report_rule(walk, wr_12_9, expr);
+  if (is_unsigned_integral_type(fundamental_expr_type(first_operand_of(expr)).type)) {
+    report_rule(walk, wr_12_9, expr);
+  }
 }
 
 //---------------------------------------------------------------------------------------------
@@ -164,7 +153,8 @@ static bool is_address_of_array(const a_constant *constant)
   return address.kind == ack_variable && is_array_type(((a_variable *)address.entity)->type);
 }
 
-// One operand of [] is the index, in whichever order they were written; the pointer comes first in the tree.
+// One operand of [] is the index, in whichever order they were written; the pointer comes first in
+// the tree.
 static void check_subscript(an_expr_node *expr, a_misra_walk *walk)
 {
   an_expr_node *pointer = first_operand_of(expr);
@@ -175,7 +165,8 @@ static void check_subscript(an_expr_node *expr, a_misra_walk *walk)
   report_rule(walk, wr_17_4, expr);
 }
 
-// What the target may outlive the object by; where a pointer leads to the target, nothing is known of it.
+// What the target may outlive the object by; where a pointer leads to the target, nothing is known
+// of it.
 static bool may_persist_longer(an_expr_node *target, const a_variable *object)
 {
   a_variable *variable = variable_of_object(target);
@@ -311,7 +302,7 @@ static a_walk_context context_of_operand(an_expr_node *expr, an_expr_node *opera
   default:
     if (is_comparison_operator(op)) inner.in_boolean = true;
     if (is_assignment_operator(op) && !is_first) {
-      inner.outer_type = fundamental_type_of_expr(first_operand_of(expr)).type;
+      inner.outer_type = fundamental_expr_type(first_operand_of(expr)).type;
     }
     break;
   }

@@ -1,4 +1,5 @@
-// misra_loops.cpp - loop counters: which variables a for statement counts with, and while its body is read.
+// misra_loops.cpp - loop counters: which variables a for statement counts with, and while its body
+// is read.
 // Entry:   find_loop_condition_variable, misra_open_for_body, misra_close_for_body.
 #include "check/misra_expr.h"
 #include "il/il.h"
@@ -36,8 +37,8 @@ a_variable *find_loop_condition_variable(an_expr_node *expr)
 }
 
 //---------------------------------------------------------------------------------------------
-// The counters of a for statement: what its condition tests and its third expression changes; without a third
-// expression, what its first one sets.
+// The counters of a for statement: what its condition tests and its third expression changes;
+// without a third expression, what its first one sets.
 
 static void look_for_variable(an_expr_node *expr, an_expr_or_stmt_traversal_block *block)
 {

@@ -1,7 +1,8 @@
 // misra_order.cpp - rules 12.2 and 13.6: side effects in a full expression.
 // Owns:    the accesses of the expression at hand, in the order of the source.
-// Rule:    the accesses of an operand stand together in the list.  Operands whose order is open are compared with each
-//          other: a side effect on an object in one, and any access to the same object in another.
+// Rule:    the accesses of an operand stand together in the list.  Operands whose order is open are
+//          compared with each other: a side effect on an object in one, and any access to the same
+//          object in another.
 // Entry:   check_order_of_evaluation, oper_nodes_are_same_arg.
 #include "check/misra_expr.h"
 #include "il/il.h"
@@ -37,7 +38,8 @@ static an_expr_node *pointer_without_offset(an_expr_node *pointer)
   }
 }
 
-// The variable whose name leads to an object, and by the bit in the mask how many pointers lie in between.
+// The variable whose name leads to an object, and by the bit in the mask how many pointers lie in
+// between.
 static a_variable *variable_behind(an_expr_node *expr, unsigned *pointer_depth_mask)
 {
   *pointer_depth_mask = 1;
@@ -123,7 +125,8 @@ bool oper_nodes_are_same_arg(an_expr_node *a, an_expr_node *b)
   }
 }
 
-// A step from a part to the object that holds it; null where there is none, or a pointer leads to the object.
+// A step from a part to the object that holds it; null where there is none, or a pointer leads to
+// the object.
 static an_expr_node *whole_of_part(an_expr_node *lvalue)
 {
   if (is_operation(lvalue, eok_dot_field)) {
@@ -181,7 +184,8 @@ static bool clash(const an_access *a, const an_access *b)
          a->pointer_depth_mask == b->pointer_depth_mask && objects_overlap(a->lvalue, b->lvalue);
 }
 
-// One more than the place of the last side effect in front of `end`, or 0 if there is none from `start` on.
+// One more than the place of the last side effect in front of `end`, or 0 if there is none from
+// `start` on.
 static size_t effect_before(size_t start, size_t end)
 {
   if (end == start) return 0;

@@ -1,5 +1,6 @@
 // misra_pointers.cpp - the rules on pointers: casts of section 11, and how long an object lives.
-// Rule:    a message about a cast waits until the cast is formed: an attempt that fails takes it along.
+// Rule:    a message about a cast waits until the cast is formed: an attempt that fails takes it
+//          along.
 // Entry:   push_pointer_conversion_rules, is_expr_ptr_to_nonstatic.
 #include "check/misra_expr.h"
 #include "consts/folding.h"
@@ -129,11 +130,4 @@ bool is_expr_ptr_to_nonstatic(an_expr_node *expr, a_variable **variable)
     default: return false;
     }
   }
-}
-
-bool is_operand_ptr_to_nonstatic(an_operand *operand, a_variable **variable)
-{
-  *variable = nullptr;
-  return operand->kind == ok_expression &&
-         is_expr_ptr_to_nonstatic(expr_of_operand(operand), variable);
 }

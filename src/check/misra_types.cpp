@@ -1,7 +1,8 @@
 // misra_types.cpp - the types that the rules of section 10 reason about, and forms of expressions.
-// Rule:    what the compiler converts on its own doesn't count: the type of an operation is that of its widest
-//          operand before promotion, and a constant is as narrow as its value.
-// Entry:   fundamental_expr_type, fundamental_constant_type, fundamental_operand_type, is_complex_expr.
+// Rule:    what the compiler converts on its own doesn't count: the type of an operation is that of
+//          its widest operand before promotion, and a constant is as narrow as its value.
+// Entry:   fundamental_expr_type, fundamental_constant_type, fundamental_operand_type,
+//          is_complex_expr.
 #include "check/misra_expr.h"
 #include "consts/const_ints.h"
 #include "driver/target.h"
@@ -147,12 +148,6 @@ static a_type *narrowest_type(int bits, bool is_signed)
   return integer_type(is_signed ? ik_long_long : ik_unsigned_long_long);
 }
 
-static bool is_signed(const a_fundamental_type &value)
-{
-  a_type *type = skip_typerefs(value.type);
-  return type->kind == tk_integer && int_kind_is_signed[as_integer(type).int_kind];
-}
-
 static a_fundamental_type of_whole_type(a_type *type)
 {
   type = make_unqualified_type(type);
@@ -169,12 +164,12 @@ static bool keeps_its_type(const a_constant *constant)
   return size_of_type(constant->type) < size_of_type(integer_type(ik_int));
 }
 
-a_fundamental_type fundamental_type_of_constant(a_constant *constant)
+a_fundamental_type fundamental_constant_type(a_constant *constant)
 {
   a_type *type = constant->type;
   if (constant->kind != ck_integer || !is_integral_or_enum_type(type)) return of_whole_type(type);
   if (constant->expr != nullptr && is_implicit_cast(constant->expr)) {
-    return fundamental_type_of_expr(written_expr(constant->expr));
+    return fundamental_expr_type(written_expr(constant->expr));
   }
   bool negative = int_constant_is_signed(constant) && cmplit_integer_constant(constant, 0) < 0;
   int bits = bits_required_to_represent_integer_constant(constant) - (negative ? 1 : 0);
@@ -194,7 +189,7 @@ static a_fundamental_type adapted_constant(const a_fundamental_type &constant,
                                            const a_fundamental_type &other)
 {
   if (constant.precision <= other.precision) return {other.type, other.precision, false};
-  return of_whole_type(narrowest_type(constant.precision, is_signed(other)));
+  return of_whole_type(narrowest_type(constant.precision, is_signed_integral_type(other.type)));
 }
 
 // Of two integers the wider, of two that are as wide the signed one.
@@ -204,10 +199,10 @@ static a_fundamental_type balanced_integers(const a_fundamental_type &left,
   if (left.adapts && right.adapts) return left.precision >= right.precision ? left : right;
   if (left.adapts) return adapted_constant(left, right);
   if (right.adapts) return adapted_constant(right, left);
-  int left_width = left.precision + (is_signed(left) ? 1 : 0);
-  int right_width = right.precision + (is_signed(right) ? 1 : 0);
+  int left_width = left.precision + (is_signed_integral_type(left.type) ? 1 : 0);
+  int right_width = right.precision + (is_signed_integral_type(right.type) ? 1 : 0);
   if (left_width != right_width) return left_width > right_width ? left : right;
-  return is_signed(left) ? left : right;
+  return is_signed_integral_type(left.type) ? left : right;
 }
 
 a_fundamental_type balanced_type(const a_fundamental_type &left, const a_fundamental_type &right)
@@ -238,7 +233,8 @@ static a_fundamental_type fundamental_type_of_field(an_expr_node *selection)
   return {narrowest_type(bits, field->bit_field_is_signed), bits, false};
 }
 
-// Below so many operators an operation counts as what it was promoted to: each level of a long sum asks for all below.
+// Below so many operators an operation counts as what it was promoted to: each level of a long sum
+// asks for all below.
 static constexpr int deepest_level = 64;
 
 static a_fundamental_type fundamental_type_at_level(an_expr_node *expr, int level);
@@ -293,50 +289,29 @@ static a_fundamental_type fundamental_type_at_level(an_expr_node *expr, int leve
 {
   switch (expr->kind) {
   case enk_operation: return fundamental_type_of_operation(expr, level);
-  case enk_constant: return fundamental_type_of_constant(constant_of(expr));
+  case enk_constant: return fundamental_constant_type(constant_of(expr));
   case enk_routine: return of_whole_type(return_type_of(routine_of(expr)->type));
   default: return of_whole_type(expr->type);
   }
 }
 
-a_fundamental_type fundamental_type_of_expr(an_expr_node *expr)
+a_fundamental_type fundamental_expr_type(an_expr_node *expr)
 {
   return fundamental_type_at_level(expr, 0);
 }
 
-a_fundamental_type fundamental_type_of_operand(an_operand *operand)
+a_fundamental_type fundamental_operand_type(an_operand *operand)
 {
   switch (operand->kind) {
-  case ok_constant: return fundamental_type_of_constant(constant_of_operand(operand));
-  case ok_expression: return fundamental_type_of_expr(expr_of_operand(operand));
+  case ok_constant: return fundamental_constant_type(constant_of_operand(operand));
+  case ok_expression: return fundamental_expr_type(expr_of_operand(operand));
   default: return {error_type(), 0, false};
   }
 }
 
-static a_type *hand_out(const a_fundamental_type &value, int *precision)
-{
-  *precision = value.precision;
-  return value.type;
-}
-
-a_type *fundamental_expr_type(an_expr_node *expr, int *precision)
-{
-  return hand_out(fundamental_type_of_expr(expr), precision);
-}
-
-a_type *fundamental_constant_type(a_constant *constant, int *precision)
-{
-  return hand_out(fundamental_type_of_constant(constant), precision);
-}
-
-a_type *fundamental_operand_type(an_operand *operand, int *precision)
-{
-  return hand_out(fundamental_type_of_operand(operand), precision);
-}
-
 bool is_expr_of_signed_integral_type(an_expr_node *expr)
 {
-  return is_signed(fundamental_type_of_expr(expr));
+  return is_signed_integral_type(fundamental_expr_type(expr).type);
 }
 
 static void look_for_floating_type(an_expr_node *expr, an_expr_or_stmt_traversal_block *block)

@@ -30,7 +30,7 @@ enum a_misra_expr_use : unsigned char {
 // How an operand comes to be converted.
 enum a_misra_conversion_use : unsigned char {
   mcu_assignment, // or initialization
-  mcu_compound,   // right side of a compound assignment
+  mcu_operation,  // operand of an operator, or right side of a compound assignment
   mcu_argument,
   mcu_return,
 };

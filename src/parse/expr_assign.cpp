@@ -116,7 +116,7 @@ static void convert_right_of_compound(a_token_kind token, an_operand *left, an_o
     check_count_of_unfolded_shift(&left_value, right);
     return;
   }
-  if (check_misra_c_2004) misra_hooks.misra_check_conversion(right, left->type, mcu_compound);
+  if (check_misra_c_2004) misra_hooks.misra_check_conversion(right, left->type, mcu_operation);
   an_operand left_value = *left;
   left_value.ref_entries = left_value.last_ref_entry = nullptr;
   a_type *type = determine_arithmetic_conversions(&left_value, right);
