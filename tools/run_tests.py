@@ -17,6 +17,7 @@ LONG_RUNS = [
     ('tests/include_graph.py', []),
     ('tests/reports.py', []),
     ('tests/real/run.py', []),
+    ('tests/real/misra.py', []),
     ('tests/real/headers.py', ['--sample', '250']),
     ('tests/torture/run.py', ['--sample', '300']),
     ('tests/random/csmith.py', ['--from', '1', '--to', '30']),

@@ -529,6 +529,9 @@ void proc_define()
   if (check_misra_c_2004) {
     const a_symbol_header *name = d.locator.header;
     d.names_library = misra_hooks.check_for_misra_20_1(name->identifier, name->length);
+    if (curr_ise != nullptr && curr_ise->guard_candidate == name) {
+      curr_ise->include_history->inner_guard_seen = true;
+    }
   }
   char behind_name = *curr_char_loc;
   if (behind_name == '(') {

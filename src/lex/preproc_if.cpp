@@ -110,29 +110,52 @@ static const char *skip_blanks(const char *loc)
 }
 
 // "#if defined(X)" and "#if !defined(X)" are looked for in the text of the line.
-static void check_if_for_guard()
+struct a_test_of_one_macro {
+  a_guard_kind kind;
+  const char *name;
+  unsigned length;
+};
+
+static bool is_test_of_one_macro(a_test_of_one_macro *test)
 {
-  if (!guard_may_open()) return;
   const char *loc = skip_blanks(curr_char_loc);
   bool negated = *loc == '!';
   if (negated) loc = skip_blanks(loc + 1);
-  if (strncmp(loc, "defined", 7) == 0 && !is_id_char(loc[7])) {
-    loc = skip_blanks(loc + 7);
-    if (*loc == '(') {
-      const char *name = skip_blanks(loc + 1), *end = name;
-      while (is_id_char(*end))
-        ++end;
-      loc = skip_blanks(end);
-      if (*loc == ')' && end > name && is_id_start_char(*name)) {
-        loc = skip_blanks(loc + 1);
-        if (loc[0] == 0 && loc[1] == lesc_newline) {
-          open_guard(negated ? guard_is_ifndef : guard_is_ifdef, name, (unsigned)(end - name));
-          return;
-        }
-      }
-    }
+  if (strncmp(loc, "defined", 7) != 0 || is_id_char(loc[7])) return false;
+  loc = skip_blanks(loc + 7);
+  if (*loc != '(') return false;
+  const char *name = skip_blanks(loc + 1), *end = name;
+  while (is_id_char(*end))
+    ++end;
+  loc = skip_blanks(end);
+  if (*loc != ')' || end == name || !is_id_start_char(*name)) return false;
+  loc = skip_blanks(loc + 1);
+  if (loc[0] != 0 || loc[1] != lesc_newline) return false;
+  *test = {negated ? guard_is_ifndef : guard_is_ifdef, name, unsigned(end - name)};
+  return true;
+}
+
+// The macro at the top level of the file isn't defined: if that is its next definition, it is a guard.
+static void note_guard_candidate(a_symbol_header *header)
+{
+  if (pp_if_stack_depth == curr_ise->saved_pp_if_depth) curr_ise->guard_candidate = header;
+}
+
+static void check_if_for_guard()
+{
+  bool may_open = guard_may_open();
+  a_test_of_one_macro test;
+  if (!may_open && !check_misra_c_2004) return;
+  bool is_test = is_test_of_one_macro(&test);
+  if (is_test && check_misra_c_2004 && test.kind == guard_is_ifndef) {
+    note_guard_candidate(find_symbol_header(test.name, test.length));
   }
-  set_ifg_state(ifg_no_guard);
+  if (!may_open) return;
+  if (is_test) {
+    open_guard(test.kind, test.name, test.length);
+  } else {
+    set_ifg_state(ifg_no_guard);
+  }
 }
 
 // An #else or #elif of the outermost conditional: the file isn't guarded.
@@ -449,8 +472,9 @@ void proc_ifdef(bool negated)
   bool guard = guard_may_open();
   if (curr_token == tok_identifier) {
     taken = (macro_of_ifdef() != nullptr) != negated;
+    a_symbol_header *header = header_of_pp_identifier();
+    if (negated && check_misra_c_2004) note_guard_candidate(header);
     if (guard) {
-      a_symbol_header *header = header_of_pp_identifier();
       open_guard(negated ? guard_is_ifndef : guard_is_ifdef, header->identifier, header->length);
     }
     get_token();

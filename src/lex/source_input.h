@@ -279,7 +279,9 @@ struct an_include_file_history {
   a_guard_kind guard_kind;
   bool can_be_skipped : 1; // the file is wholly inside its guard
   bool pragma_once_seen : 1;
-  bool reported_as_unguarded : 1; // MISRA-C:2004, rule 19.15
+  // MISRA-C:2004, rule 19.15:
+  bool inner_guard_seen : 1; // a conditional that isn't the file's first one guards a part of it
+  bool reported_as_unguarded : 1;
 };
 
 struct an_input_stack_entry {
@@ -311,6 +313,7 @@ struct an_input_stack_entry {
   unsigned char ifg_state; // an_ifg_state
   a_unicode_source_kind_tag unicode_kind;
   an_include_file_history *include_history;
+  a_symbol_header *guard_candidate; // of the last #ifndef at the top level of the file
 };
 
 struct a_preinclude_file {

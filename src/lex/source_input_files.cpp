@@ -253,7 +253,8 @@ static void check_guard_for_misra(const an_input_stack_entry *ise)
 {
   an_include_file_history *history = ise->include_history;
   bool is_open_or_once = ise->ifg_state == ifg_in_guard || ise->ifg_state == ifg_once;
-  bool is_guarded = history->guard_kind == guard_is_ifndef || ise->ifg_state == ifg_initial;
+  bool is_guarded = history->guard_kind == guard_is_ifndef || history->inner_guard_seen ||
+                    ise->ifg_state == ifg_initial;
   if (is_open_or_once || is_guarded || history->reported_as_unguarded) return;
   history->reported_as_unguarded = true;
   pos_diagnostic(misra_required_severity, ec_misra_c_2004_19_15, {seq_number_last_read, 1});

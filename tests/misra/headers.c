@@ -9,6 +9,8 @@
 #include "Inputs/empty.h"
 #include "Inputs/unguarded.h"
 #include "Inputs/unguarded.h"
+#include "Inputs/inner_guard.h"
+#include "Inputs/inner_guard.h"
 #include "Inputs/guard_of_other_kind.h"
 #include "Inputs/directory\\guarded.h"
 #include "Inputs/it's.h"
