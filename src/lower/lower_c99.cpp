@@ -10,6 +10,7 @@
 #include "driver/target.h"
 #include "driver/trans_unit.h"
 #include "errors/error.h"
+#include "lower/lower_class.h"
 #include "lower/lower_init.h"
 #include "mem/stack_limit.h"
 
@@ -203,6 +204,7 @@ static void lower_c99_operation(an_expr_node *expr)
   }
   bool is_subscript = op_of(expr) == eok_subscript;
   if (has_imaginary_types()) lower_imaginary_operator(expr);
+  if (C_dialect == 2 && expr->kind == enk_operation) lower_cplusplus_operator(expr);
   if (expr->kind != enk_operation) return;
   lower_c99_operator(expr);
   if (is_subscript && in_gnu_mode()) convert_struct_rvalue_to_comma_expr_if_needed(expr);
@@ -292,12 +294,7 @@ void lower_c99_expr(an_expr_node *expr)
   }
   case enk_temp_ref: lower_reuse_value_expr(expr); break;
   case enk_builtin_operation: lower_builtin_operation(expr); break;
-  case enk_lifetime_wrapper: {
-    an_expr_node *inner = lifetime_wrapper_of(expr).expr;
-    lower_c99_expr(inner);
-    overwrite_node(expr, inner);
-    break;
-  }
+  case enk_lifetime_wrapper: lower_lifetime_wrapper(expr); break;
   case enk_constant: lower_c99_constant_node(expr); break;
   case enk_error:
   case enk_variable:
@@ -427,13 +424,16 @@ static void lower_block(a_statement *block)
     next = statement->next;
     lower_c99_statement(statement);
   }
-  if (scope != nullptr) pop_context();
+  if (scope == nullptr) return;
+  if (C_dialect == 2) lower_end_of_block(block);
+  pop_context();
 }
 
 static void lower_stmk_init(a_statement *statement)
 {
   a_dynamic_init *init = dynamic_init_of(statement);
   lower_dynamic_init_designated_initializers(init);
+  if (C_dialect == 2 && lower_cplusplus_stmk_init(statement)) return;
   switch (init->kind) {
   case dik_expression:
   case dik_call_returning_class: lower_c99_full_expr(expr_of(init)); break;
@@ -512,11 +512,14 @@ static void lower_parts_of_statement(a_statement *statement)
   case stmk_init: lower_stmk_init(statement); break;
   case stmk_return:
     if (dynamic_init_of(statement) != nullptr) lower_stmk_init(statement);
+    if (C_dialect == 2) lower_return(statement);
+    break;
+  case stmk_goto:
+    if (C_dialect == 2) lower_goto(statement);
     break;
   case stmk_asm: lower_asm_statement(statement); break;
   case stmk_vla_decl: create_dimension_variable(statement); break;
   case stmk_expr:
-  case stmk_goto:
   case stmk_try:
   case stmk_decl_entities:
   case stmk_type_or_var_decl:
@@ -599,8 +602,10 @@ static void lower_c99_scope(a_scope *scope);
 static void lower_c99_function_body(a_scope *scope)
 {
   if (scope->assoc_block == nullptr) return;
+  if (C_dialect == 2) note_lifetimes_of_labels(scope->assoc_block);
   lower_c99_statement(scope->assoc_block);
   insert_temp_init_statements(scope->assoc_block);
+  if (C_dialect == 2) lower_special_function_body(scope);
 }
 
 static void lower_c99_scope(a_scope *scope)

@@ -7,6 +7,7 @@
 #include "il/il_alloc.h"
 #include "il/il_walk.h"
 #include "lower/lower_c99.h"
+#include "lower/lower_class.h"
 #include "lower/lower_il.h"
 #include "lower/lower_name.h"
 
@@ -31,19 +32,6 @@ static void init_traversal_block(an_expr_or_stmt_traversal_block *block)
 
 // --- Routines ------------------------------------------------------------------------------------
 
-// The parameter that the source doesn't write goes in front of the list.
-static void add_this_to_type(a_type *type)
-{
-  type = skip_typerefs(type);
-  if (type->kind != tk_routine || routine_supplement_of(type)->this_class == nullptr) return;
-  a_routine_type_supplement *supplement = routine_supplement_of(type);
-  if (supplement->param_types != nullptr && supplement->param_types->is_this_param) return;
-  a_param_type *param = alloc_param_type(f_implicit_this_param_type_of(type));
-  param->is_this_param = true;
-  param->next = supplement->param_types;
-  supplement->param_types = param;
-}
-
 static void lower_function_scope(a_scope *scope)
 {
   a_variable *this_param = scope->this_param;
@@ -60,7 +48,7 @@ static void lower_function_scope(a_scope *scope)
 static void lower_routine_types(a_scope *scope)
 {
   for (a_routine *routine = scope->routines; routine; routine = routine->next)
-    add_this_to_type(routine->type);
+    lower_member_function_type(routine);
 }
 
 // --- Emptying the scopes -------------------------------------------------------------------------
@@ -96,6 +84,7 @@ static void flatten_classes(a_type *types)
     if (!kind_has_class_part(type->kind)) continue;
     a_scope *scope = class_supplement_of(type)->class_scope;
     if (scope == nullptr) continue;
+    if (as_class(type).layout_done) prelower_class_type(type);
     lower_routine_types(scope);
     flatten_classes(scope->types);
     empty_scope(scope);
@@ -125,7 +114,9 @@ static void flatten_local_classes(a_scope *scope)
 void lower_cplusplus_il_memory_region(int region)
 {
   if (region == file_scope_region_number) {
+    lower_vtbls_of_scope(il_header.primary_scope);
     flatten_scope(il_header.primary_scope);
+    lower_file_scope_dynamic_inits();
   } else if (region_scope_table[region] != nullptr) {
     mangle_local_types(region_scope_table[region]);
     lower_function_scope(region_scope_table[region]);

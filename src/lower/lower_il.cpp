@@ -8,6 +8,7 @@
 #include "driver/trans_unit.h"
 #include "errors/error.h"
 #include "lower/lower_c99.h"
+#include "lower/lower_class.h"
 #include "lower/lower_cplusplus.h"
 #include "lower/lower_init.h"
 
@@ -154,4 +155,6 @@ void il_lower_trans_unit_init()
   curr_context = nullptr;
   return_value_pointer_variable = nullptr;
   clear_lowered_runtime_routines();
+  clear_runtime_routines();
+  clear_static_init_entities();
 }

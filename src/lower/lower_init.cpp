@@ -8,6 +8,7 @@
 #include "driver/flags.h"
 #include "driver/target.h"
 #include "lower/lower_c99.h"
+#include "lower/lower_class.h"
 #include "mem/stack_limit.h"
 
 // --- Positions -----------------------------------------------------------------------------------
@@ -364,6 +365,19 @@ static bool variable_takes_constant(const an_init_pos_descr *descr)
   return descr->modifiers == nullptr && !descr->is_indirect;
 }
 
+// What dies with its block, or with the program.
+static void note_destructible_object(a_dynamic_init *init, const an_init_pos_descr *descr,
+                                     an_insert_location *location)
+{
+  a_storage_class storage =
+      descr->variable == nullptr ? sc_auto : descr->variable->storage_class;
+  bool is_static = !descr->is_indirect && storage != sc_auto && storage != sc_register;
+  if (is_static)
+    register_destructor(init, descr, location);
+  else
+    note_construction(init, descr, location);
+}
+
 void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
                         const an_init_pos_descr *copy_source, a_variable *, unsigned flags,
                         bool not_last, an_insert_location *location, a_constant **out_constant,
@@ -401,9 +415,10 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
     assign_init_value(descr, rvalue_expr_for_lvalue(source), location);
     break;
   }
-  case dik_constructor:
-  case dik_last: unexpected_kind("dynamic initialization in C");
+  case dik_constructor: lower_constructor_init(init, descr, copy_source, location); break;
+  case dik_last: unexpected_kind("dynamic initialization");
   }
+  if (init->destructor != nullptr) note_destructible_object(init, descr, location);
 }
 
 void add_stmk_init_for_compound_literal(a_variable *variable, a_dynamic_init *init)
