@@ -29,6 +29,7 @@ import lit.formats
 
 RUN_OPTIONS = ['--abi=eabi', '--long_precision_bits=32', '--wchar_t_bits=32', '--unsigned_chars']
 ARM_GCC = 'arm-linux-gnueabihf-gcc'
+ARM_GXX = 'arm-linux-gnueabihf-g++'
 ARM_FLAGS = ['-marm', '-std=gnu89', '-fcommon', '-fno-strict-aliasing', '-fwrapv', '-w']
 ARM_ROOT = '/usr/arm-linux-gnueabihf'
 GOLDENS = ['.pp', '.msg', '.gen.c', '.lst', '.xref', '.dep', '.out']
@@ -182,7 +183,8 @@ class Case:
         run = self.call(folder, RUN_OPTIONS + arm_includes() + ['--gen_c_file_name=case.int.c'])
         if run.returncode != 0:
             return ['translation failed (%d)' % run.returncode, run.stderr.decode(errors='replace')]
-        steps = [[ARM_GCC] + ARM_FLAGS + ['case.int.c', '-o', 'case.exe', '-lm'],
+        library = ['-lsupc++'] if name.endswith('.cpp') else []
+        steps = [[ARM_GCC] + ARM_FLAGS + ['case.int.c', '-o', 'case.exe'] + library + ['-lm'],
                  ['qemu-arm', '-L', ARM_ROOT, './case.exe']]
         for step in steps:
             done = subprocess.run(step, cwd=folder, capture_output=True, timeout=50)
@@ -195,7 +197,9 @@ class Case:
 
     def direct_output(self, folder, name):
         """What a direct build of the source prints: the only thing a .out golden is ever made from."""
-        subprocess.run([ARM_GCC, '-marm', '-funsigned-char', '-w', '-std=gnu99', name, '-o', 'direct.exe', '-lm'],
+        is_cplusplus = name.endswith('.cpp')
+        compiler = [ARM_GXX, '-std=gnu++98'] if is_cplusplus else [ARM_GCC, '-std=gnu99']
+        subprocess.run(compiler + ['-marm', '-funsigned-char', '-w', name, '-o', 'direct.exe', '-lm'],
                        cwd=folder, check=True)
         done = subprocess.run(['qemu-arm', '-L', ARM_ROOT, './direct.exe'], cwd=folder, capture_output=True)
         return done.stdout + (b'exit %d\n' % done.returncode if done.returncode else b'')

@@ -377,6 +377,7 @@ static bool operation_has_effect(an_expr_node *node)
   case eok_cast_to_bool:
     if (is_void_type(node->type)) return true;
     return has_effect(first_operand_of(node));
+  case eok_ref_indirection: return has_effect(first_operand_of(node));
   case eok_comma: return has_effect(second_operand_of(node));
   case eok_question:
     return has_effect(second_operand_of(node)) || has_effect(third_operand_of(node));
