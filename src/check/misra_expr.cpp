@@ -78,7 +78,9 @@ bool is_operand_misra_primary_expr(an_expr_node *operand, an_expr_operator_kind 
 static void check_logical_operator(an_expr_node *expr, a_misra_walk *walk)
 {
   an_expr_node *left = first_operand_of(expr), *right = second_operand_of(expr);
-  if (node_has_side_effects(right)) report_rule(walk, wr_12_4, expr);
+  if (!walk->is_reported[wr_12_4] && node_has_side_effects(right)) {
+    report_rule(walk, wr_12_4, expr);
+  }
   if (!is_operand_misra_primary_expr(left, op_of(expr)) ||
       !is_operand_misra_primary_expr(right, op_of(expr))) {
     report_rule(walk, wr_12_5, expr);
