@@ -1,6 +1,7 @@
 // misra.cpp - the frame of the MISRA-C:2004 checker.
 // Owns:    the diagnostics that wait for a position.
-// Uses:    the rules (misra_rules), the table of names (misra_identifiers), the checks of the other misra_ files.
+// Uses:    the rules (misra_rules), the table of names (misra_identifiers), the checks of the other
+//          misra_ files.
 // Entry:   misra_early_init, pragma_misra_action, misra_push_diagnostic, misra_flush_diagnostics.
 #include "check/misra.h"
 #include <cstring>

@@ -1,6 +1,7 @@
 // misra_identifiers.cpp - the rules on names of the standard library: 20.1, 20.2, 20.4 to 20.12.
 // Owns:    the table of the names of C90.
-// Entry:   check_for_invalid_identifier, check_for_misra_20_1, check_for_misra_20_2, lookup_ansi_c_identifier.
+// Entry:   check_for_invalid_identifier, check_for_misra_20_1, check_for_misra_20_2,
+//          lookup_ansi_c_identifier.
 #include <cstring>
 #include "CONTAINERS/sdshash.h"
 #include "check/misra.h"
@@ -29,7 +30,8 @@ static constexpr int num_buckets = 521;
 static constexpr size_t longest_name = 15;
 
 static SHASH *identifier_table;
-// Bit n: the table has a name of n bytes that begins with this one.  It settles most names of a program.
+// Bit n: the table has a name of n bytes that begins with this one.  It settles most names of a
+// program.
 static unsigned lengths_by_first_byte[256];
 
 // What check_for_invalid_identifier reported last: a name of the library can be a macro that stands
@@ -110,7 +112,7 @@ static bool is_reserved_name(const char *name, size_t length)
 bool check_for_misra_20_1(const char *name, size_t length)
 {
   if (depth_scope_stack < 0) return false;
-  bool names_library = lookup_ansi_c_identifier(name, length) != nullptr;
+  bool names_library = ansi_c_identifier_kind(name, length) != ansi_c_none;
   if (names_library) {
     diagnostic(misra_required_severity, ec_misra_c_2004_20_1);
   } else if (is_reserved_name(name, length)) {
@@ -123,7 +125,7 @@ void check_for_misra_20_2(const a_symbol_locator *locator)
 {
   if (depth_scope_stack < 0 || is_null_position(locator->position)) return;
   const a_symbol_header *header = locator->header;
-  if (lookup_ansi_c_identifier(header->identifier, header->length) == nullptr) return;
+  if (ansi_c_identifier_kind(header->identifier, header->length) == ansi_c_none) return;
   pos_st_diagnostic(misra_required_severity, ec_misra_c_2004_20_2, locator->position,
                     header->identifier);
 }

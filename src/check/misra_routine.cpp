@@ -1,5 +1,5 @@
 // misra_routine.cpp - rules on functions: their prototypes, their exits, assembly in them.
-// Entry:   check_routine_for_misra_violations, check_routine_params, check_routine_params_for_names.
+// Entry:   check_routine_for_misra_violations, check_routine_params.
 #include "check/misra.h"
 #include "check/misra_private.h"
 #include "errors/error.h"
@@ -10,7 +10,8 @@
 //---------------------------------------------------------------------------------------------
 // Prototypes (16.3)
 
-void check_routine_params_for_names(a_param_type *params, a_source_position pos)
+// 1472 at the first that has no name; `pos` is for one that has no position.
+static void check_routine_params_for_names(a_param_type *params, a_source_position pos)
 {
   for (; params != nullptr; params = params->next) {
     if (params->name != nullptr) continue;

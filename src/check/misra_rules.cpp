@@ -1,7 +1,8 @@
 // misra_rules.cpp - which rules are checked, and how severe a violation is.
-// Rule:    the state of a rule is the severity override of its code, so that pragmas act by position and every other
-//          way to change a severity works on rules as well.
-// Entry:   process_check_misra, process_misra_severity, misra_c_2004_set_rules, misra_c_2004_offset_to_error_code.
+// Rule:    the state of a rule is the severity override of its code, so that pragmas act by position
+//          and every other way to change a severity works on rules as well.
+// Entry:   process_check_misra, process_misra_severity, misra_c_2004_set_rules,
+//          misra_c_2004_offset_to_error_code.
 #include <cstring>
 #include "check/misra.h"
 #include "driver/flags.h"

@@ -1,5 +1,5 @@
 // misra_hooks.h - how the floors below reach the MISRA-C:2004 checker.
-// When check_misra_c_2004 (driver/flags.h) is off, a hook costs the test of that flag and nothing is called.
+// When check_misra_c_2004 (driver/flags.h) is off, a hook costs the test of that flag.
 // Severities of the two classes: misra_required_severity, misra_advisory_severity (errors/error.h).
 #pragma once
 #include <cstddef>
