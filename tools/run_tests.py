@@ -22,6 +22,7 @@ LONG_RUNS = [
     ('tests/torture/run.py', ['--sample', '300']),
     ('tests/random/csmith.py', ['--from', '1', '--to', '30']),
     ('tests/random/macros.py', ['--count', '600']),
+    ('tests/random/layouts.py', ['--count', '40']),
     ('tests/random/pragmas.py', ['--count', '400']),
 ]
 SANITIZED_RUNS = [('tests/random/fuzz.py', ['--count', '500']), ('tests/random/pragmas.py', ['--count', '300'])]
