@@ -23,6 +23,7 @@ LONG_RUNS = [
     ('tests/random/csmith.py', ['--from', '1', '--to', '30']),
     ('tests/random/macros.py', ['--count', '600']),
     ('tests/random/layouts.py', ['--count', '40']),
+    ('tests/random/initializers.py', ['--count', '40']),
     ('tests/random/pragmas.py', ['--count', '400']),
 ]
 SANITIZED_RUNS = [('tests/random/fuzz.py', ['--count', '500']), ('tests/random/pragmas.py', ['--count', '300'])]
