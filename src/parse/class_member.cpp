@@ -72,8 +72,13 @@ static void check_field_type(a_class_scan_state *scan, a_decl_parse_state *state
   } else if (is_incomplete_type(type) || is_void_type(type)) {
     pos_error(ec_incomplete_type_not_allowed, position);
     state->declared_type = error_type();
+  } else if (strict_ansi_mode && is_class_struct_union_type(type) &&
+             skip_typerefs(scan->class_type)->kind != tk_union &&
+             as_class(skip_typerefs(type)).has_flexible_array) {
+    // C99 6.7.2.1p2; a union may hold it, but is no member then either.
+    pos_diagnostic(strict_ansi_discretionary_severity, ec_flexible_array_member_not_allowed,
+                   position);
   }
-  (void)scan;
 }
 
 static void check_field_specifiers(a_decl_parse_state *state, a_symbol_locator *locator)

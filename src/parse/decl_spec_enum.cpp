@@ -437,8 +437,9 @@ static a_type *named_enum(a_symbol_locator *locator, bool is_definition, a_decl_
     pos_sy_error(ec_redefinition, locator->position, locator->symbol);
     return unnamed_enum(locator->position);
   }
-  // C99 6.7.2.3p2: `enum x` alone may not come before the list.
-  if (!is_definition && type->is_incomplete && is_alone && C_dialect != 1) {
+  // C99 6.7.2.3p2: `enum x` may not come before the list; by itself it is worth a word in every mode.
+  bool is_early = !is_definition && type->is_incomplete && C_dialect != 1;
+  if (is_early && (is_alone || strict_ansi_mode)) {
     an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity
                                  : gcc_mode       ? es_remark
                                                   : es_warning;

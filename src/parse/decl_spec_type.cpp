@@ -379,7 +379,7 @@ bool restrict_qualifier_is_allowed(a_type *type, const a_source_position *positi
 // A qualifier that a typedef has already (C89 6.5.3 forbids it, C99 doesn't).
 static void check_repeated_qualifier(a_decl_parse_state *state, a_type *type)
 {
-  if (C_dialect == 2 || is_array_type(type)) return;
+  if (C_dialect == 2) return;
   if (!(get_type_qualifiers(type) & state->type_qualifiers)) return;
   if (c99_mode) return;
   an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity : es_remark;

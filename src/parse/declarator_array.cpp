@@ -166,7 +166,8 @@ static void bracket_qualifiers(uint32_t options, bool is_first, a_type *array,
     }
   }
   if (!static_seen && qualifiers == 0) return;
-  if (!(options & dop_parameter) || !is_first || state->in_parens) {
+  bool is_known = c99_mode || gcc_mode;
+  if (!is_known || !(options & dop_parameter) || !is_first || state->in_parens) {
     pos_error(ec_type_qualifier_not_allowed, position);
     return;
   }

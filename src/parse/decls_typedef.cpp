@@ -72,6 +72,7 @@ static void variably_modified_typedef(a_type *type, const a_source_position *pos
   a_statement *statement = add_statement_at_stmt_pos(stmk_type_or_var_decl, position);
   decl_of(statement).is_type = true;
   decl_of(statement).type = type;
+  record_dimension_control_flow(position);
 }
 
 void decl_typedef(a_symbol_locator *locator, a_decl_parse_state *state, a_type *type,

@@ -308,6 +308,11 @@ static void general_conversion(an_operand *operand, a_type *type, a_misra_conver
     conv_to_error_operand(operand);
     return;
   }
+  if (is_array_type(operand->type)) { // no lvalue, so that it is no pointer in C89
+    expr_pos_error(ec_bad_rvalue_array, operand->position);
+    conv_to_error_operand(operand);
+    return;
+  }
   if (check_misra_c_2004) misra_hooks.misra_check_conversion(operand, type, use);
   convert_value(operand, type, use == mcu_argument, code, pos);
   if (check_misra_c_2004) settle_conversion_for_misra(operand);

@@ -25,6 +25,8 @@ bool inside_statement_expression();
 
 // A variable without initializer was declared here: jumps over it are tested.
 void record_trivial_init_control_flow(a_variable *variable);
+// The same for a typedef whose bounds are evaluated where it stands (C99 6.8.6.1).
+void record_dimension_control_flow(const a_source_position *position);
 void update_init_statement_control_flow(a_statement *statement);
 // Attaches a class, enum or variable to the declaration statement that is open, if one is.
 void record_entity_in_decl_stmt_if_needed(a_symbol *symbol);

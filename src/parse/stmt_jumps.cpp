@@ -155,6 +155,11 @@ void record_trivial_init_control_flow(a_variable *variable)
   record_init(variable, true, &variable->source_corresp.decl_position);
 }
 
+void record_dimension_control_flow(const a_source_position *position)
+{
+  record_init(nullptr, true, position);
+}
+
 void update_init_statement_control_flow(a_statement *statement)
 {
   a_dynamic_init *init = dynamic_init_of(statement);

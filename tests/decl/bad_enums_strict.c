@@ -14,4 +14,4 @@ enum { };  /* expect: error exp_identifier */
 enum a x = 3;
 struct a y;  /* expect: error tag_kind_incompatible_with_declaration */
 int e1;  /* expect: error id_already_declared */
-enum j { j0 = sizeof(enum j) };  /* expect: error incomplete_type_not_allowed */
+enum j { j0 = sizeof(enum j) };  /* expect: error incomplete_type_not_allowed, expect: error nonstd_forward_decl_enum */
