@@ -99,7 +99,9 @@ bool is_unsigned_integral_type(a_type *type)
 bool is_incomplete_type(a_type *type)
 {
   type = skip_typerefs(type);
-  return type->kind == tk_array ? is_incomplete_array_type(type) : type->is_incomplete;
+  if (type->kind != tk_array) return type->is_incomplete;
+  // Elements of a class without body, which old compilers let a declaration have, have no size either.
+  return is_incomplete_array_type(type) || is_incomplete_type(array_element_type(type));
 }
 
 bool is_object_type(a_type *type)

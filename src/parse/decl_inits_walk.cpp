@@ -349,7 +349,8 @@ static bool scan_designated_element(an_init_pos_state *level)
   finish_designator(is_extended, &goes_on);
   a_constant value;
   if (goes_on) {
-    if (is_extended && !level->is_array) pos_error(ec_no_ordinary_and_extended_designators, pos_curr_token);
+    if (is_extended && !level->is_array)
+      pos_error(ec_no_ordinary_and_extended_designators, pos_curr_token);
     if (!is_aggregate(type_of_next_element(level))) {
       pos_error(ec_invalid_designator_kind, pos_curr_token);
       flush_tokens_without_warning();
@@ -396,7 +397,7 @@ static void skip_excess_element(an_init_pos_state *level)
       level->walk->error_seen = true;
     }
   }
-  scan_and_discard_initializer_expression();
+  if (!drop_kept_initializer_element()) scan_and_discard_initializer_expression();
 }
 
 // -------------------------------------------------------------------------------------------------
@@ -580,7 +581,11 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   }
   an_init_pos_state level;
   start_level(*type, walk, false, constant, &level);
-  if (level.at_end) return; // an empty class takes no value
+  if (level.at_end) {
+    // What has no member takes a value all the same, which is one too many.
+    if (C_dialect != 2) skip_excess_element(&level);
+    return;
+  }
   scan_level(&level, false);
   if (check_misra_c_2004 && !is_whole_object) check_elided_braces(walk, constant, pos);
   complete_array(type, &level);

@@ -106,7 +106,9 @@ static void scan_compound_literal(a_type *type, a_source_position pos, an_operan
   bool is_static = !in_function_scope() || in_constant_context();
   a_constant constant;
   a_dynamic_init *init = nullptr;
-  bool incomplete = is_incomplete_type(type) && !is_incomplete_array_type(type);
+  // The literal itself may give an array its bound.
+  bool incomplete =
+      is_incomplete_type(is_incomplete_array_type(type) ? array_element_type(type) : type);
   if (is_function_type(type) || is_void_type(type) || is_vla_type(type) || incomplete) {
     expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, pos, type);
     type = error_type();

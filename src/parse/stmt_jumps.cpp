@@ -371,6 +371,21 @@ a_label *scan_label_address()
   return label;
 }
 
+// The current token names a label of the innermost block.
+static void declare_local_label()
+{
+  a_symbol_locator locator = locator_for_curr_id;
+  a_symbol *prior = find_label_symbol(locator.header);
+  if (prior != nullptr && prior->scope_number == top_scope()->number) {
+    pos_st_error(ec_id_already_declared, locator.position, locator.header->identifier);
+    return;
+  }
+  locator.symbol = nullptr;
+  a_symbol *symbol = enter_label(&locator, depth_scope_stack);
+  label_of_symbol(symbol)->is_block_local = true;
+  add_to_labels_list(label_of_symbol(symbol), depth_scope_stack);
+}
+
 // GNU: `__label__ a, b;` at the start of a block.
 void local_label_declarations()
 {
@@ -381,11 +396,7 @@ void local_label_declarations()
         syntax_error(ec_exp_identifier);
         break;
       }
-      a_symbol_locator locator = locator_for_curr_id;
-      locator.symbol = nullptr;
-      a_symbol *symbol = enter_label(&locator, depth_scope_stack);
-      label_of_symbol(symbol)->is_block_local = true;
-      add_to_labels_list(label_of_symbol(symbol), depth_scope_stack);
+      declare_local_label();
       get_token();
     } while (curr_token == tok_comma);
     required_token(tok_semicolon, ec_exp_semicolon);
