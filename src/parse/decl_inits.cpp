@@ -18,6 +18,7 @@
 #include "parse/decl_inits_internal.h"
 #include "parse/decls.h"
 #include "parse/expr.h"
+#include "parse/expr_class.h"
 #include "parse/exprutil.h"
 #include "parse/scope_stk.h"
 #include "parse/statements.h"
@@ -29,8 +30,9 @@
 void make_dynamic_element(an_expr_node *expr, a_type *type, an_init_walk *walk,
                           a_constant *constant)
 {
-  a_dynamic_init *init = alloc_dynamic_init(dik_expression);
-  expr_of(init) = expr;
+  a_dynamic_init *init =
+      C_dialect == 2 ? dynamic_init_from_expr(expr, type) : alloc_dynamic_init(dik_expression);
+  if (init->kind == dik_expression) expr_of(init) = expr;
   clear_constant(constant, ck_dynamic_init);
   constant->type = type;
   dynamic_init_of(constant) = init;
@@ -41,7 +43,8 @@ static void scan_value(a_type *type, an_init_walk *walk, a_constant *constant)
 {
   bool not_whole;
   an_expr_node *expr;
-  scan_initializer_element(type, walk->constants_required, false, &not_whole, &expr, constant);
+  scan_initializer_element(type, walk->constants_required, walk->is_static, false, &not_whole,
+                           &expr, constant);
   if (expr != nullptr) make_dynamic_element(expr, type, walk, constant);
 }
 
@@ -276,29 +279,18 @@ static bool is_static_object(a_variable *variable)
 static void attach_static_initializer(a_variable *variable, a_constant *constant)
 {
   variable->init_kind = initk_static;
-  constant_initializer_of(variable) = alloc_unshared_constant_full(constant, true);
+  constant_initializer_of(variable) = C_dialect == 2 && in_function_scope()
+                                          ? copy_constant_full(constant, true)
+                                          : alloc_unshared_constant_full(constant, true);
 }
 
-// The initialization happens where the declaration stands.
-static void attach_automatic_initializer(a_variable *variable, a_constant *constant,
-                                         bool some_dynamic, const a_source_position *pos)
+// A value that isn't constant, or that an automatic object gets.
+static a_dynamic_init *init_from_constant(a_constant *constant, bool some_dynamic)
 {
-  a_dynamic_init *init;
-  if (constant->kind == ck_dynamic_init) {
-    init = dynamic_init_of(constant);
-  } else {
-    init = alloc_dynamic_init(some_dynamic ? dik_constant_via_temp : dik_constant);
-    constant_of(init) = alloc_unshared_constant(constant);
-  }
-  init->variable = variable;
-  init->position = *pos;
-  variable->init_kind = initk_dynamic;
-  dynamic_initializer_of(variable) = init;
-  warn_if_code_is_unreachable(ec_initialization_not_reachable, pos);
-  a_statement *statement = add_statement_at_stmt_pos(stmk_init, pos);
-  dynamic_init_of(statement) = init;
-  statement->end_position = curr_construct_end_position;
-  update_init_statement_control_flow(statement);
+  if (constant->kind == ck_dynamic_init) return dynamic_init_of(constant);
+  a_dynamic_init *init = alloc_dynamic_init(some_dynamic ? dik_constant_via_temp : dik_constant);
+  constant_of(init) = alloc_unshared_constant(constant);
+  return init;
 }
 
 // The bound that the initializer gave is part of the type of every declaration of the object.
@@ -364,6 +356,59 @@ static a_variable *variable_to_initialize(a_decl_parse_state *state)
   return variable_of_symbol(symbol);
 }
 
+// C++: an object of a class takes one value, or the arguments of a constructor; lists are for aggregates.
+static bool is_initialized_as_class_object(a_type *type, bool is_parenthesized)
+{
+  if (C_dialect != 2 || !is_class_struct_union_type(type)) return false;
+  return is_parenthesized || curr_token != tok_lbrace;
+}
+
+static void initialize_class_object(a_variable *variable, bool is_parenthesized,
+                                    const a_source_position *pos)
+{
+  an_init_lifetime lifetime;
+  push_init_lifetime(&lifetime);
+  a_dynamic_init *init = scan_class_initializer(variable->type, is_parenthesized, *pos);
+  pop_init_lifetime(&lifetime, init, variable->type);
+  variable->has_initializer = true;
+  if (init != nullptr) record_dynamic_initialization(variable, init, pos);
+}
+
+// A value, or values in braces.  What an object of static storage duration gets in C is constant and
+// belongs to the file scope; in C++ that shows when it was read.
+static void initialize_with_values(a_decl_parse_state *state, a_variable *variable,
+                                   a_source_position *pos)
+{
+  an_init_walk walk = {};
+  a_constant constant;
+  a_type *type = variable->type;
+  int saved_region = 0;
+  an_init_lifetime lifetime;
+  push_init_lifetime(&lifetime);
+  walk.is_static = is_static_object(variable);
+  walk.constants_required = walk.is_static && C_dialect != 2;
+  if (walk.constants_required) switch_to_file_scope_region(&saved_region);
+  scan_whole_initializer(&type, &walk, &constant);
+  set_completed_type(state->symbol, variable, type, pos);
+  variable->has_initializer = true;
+  if (walk.is_object_with_flexible_array) variable->has_flexible_array_init = true;
+  if (walk.const_member_unset && !walk.error_seen) {
+    if (C_dialect == 2)
+      pos_sy_error(ec_var_with_uninitialized_member, *pos, state->symbol);
+    else
+      pos_sy_warning(ec_var_with_uninitialized_field, *pos, state->symbol);
+  }
+  // An object stays without a value after an error; nobody complains about that.
+  if (constant.kind == ck_error) walk.error_seen = true;
+  bool is_constant = walk.is_static && !walk.some_dynamic;
+  if (is_constant && !walk.error_seen) attach_static_initializer(variable, &constant);
+  switch_back_to_original_region(saved_region);
+  a_dynamic_init *init = nullptr;
+  if (!is_constant && !walk.error_seen) init = init_from_constant(&constant, walk.some_dynamic);
+  pop_init_lifetime(&lifetime, init, variable->type);
+  if (init != nullptr) record_dynamic_initialization(variable, init, pos);
+}
+
 void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is_parenthesized,
                  a_source_position *end_pos, a_decl_pos_block *)
 {
@@ -372,29 +417,10 @@ void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is
   add_stop_token(tok_semicolon);
   if (!check_may_be_initialized(state, variable, pos)) {
     scan_and_discard_initializer_expression();
+  } else if (is_initialized_as_class_object(variable->type, is_parenthesized)) {
+    initialize_class_object(variable, is_parenthesized, pos);
   } else {
-    an_init_walk walk = {};
-    a_constant constant;
-    a_type *type = variable->type;
-    int saved_region = 0;
-    walk.is_static = walk.constants_required = is_static_object(variable);
-    if (walk.is_static) switch_to_file_scope_region(&saved_region);
-    scan_whole_initializer(&type, &walk, &constant);
-    set_completed_type(state->symbol, variable, type, pos);
-    variable->has_initializer = true;
-    if (walk.is_object_with_flexible_array) variable->has_flexible_array_init = true;
-    if (walk.const_member_unset && !walk.error_seen) {
-      pos_sy_warning(ec_var_with_uninitialized_field, *pos, state->symbol);
-    }
-    if (walk.error_seen || constant.kind == ck_error) {
-      walk.error_seen = true; // the object stays without a value; nobody complains about that
-    } else if (walk.is_static) {
-      attach_static_initializer(variable, &constant);
-    }
-    switch_back_to_original_region(saved_region);
-    if (!walk.error_seen && !walk.is_static) {
-      attach_automatic_initializer(variable, &constant, walk.some_dynamic, pos);
-    }
+    initialize_with_values(state, variable, pos);
   }
   remove_stop_token(tok_semicolon);
   remove_stop_token(tok_comma);
@@ -404,12 +430,6 @@ void initializer(a_decl_parse_state *state, a_source_position *pos, int, bool is
 
 // -------------------------------------------------------------------------------------------------
 // Objects without initializer
-
-void def_initializer(a_symbol *symbol, a_source_position *pos)
-{
-  check_for_missing_initializer_full(symbol, type_of_entity_symbol(symbol), in_function_scope());
-  (void)pos;
-}
 
 void check_for_missing_initializer_full(a_symbol *symbol, a_type *type, bool)
 {

@@ -38,3 +38,19 @@ bool string_initializes_array(a_type *type, bool behind_brace);
 void scan_string_initializer(a_type **type, an_init_walk *walk, a_constant *constant);
 // Does the token behind a value end the initializer?
 bool token_ends_initializer(unsigned token);
+
+// C++: the temporaries of an initializer live to its end; what a reference is bound to outlives them.
+struct an_init_lifetime {
+  an_object_lifetime *lifetime; // null in C
+};
+void push_init_lifetime(an_init_lifetime *scope);
+// `init` is what the object begins with, null after an error or for a constant.
+void pop_init_lifetime(an_init_lifetime *scope, a_dynamic_init *init, a_type *type);
+
+// The object begins with `init`: at the start of the program, at the first passing, or where the
+// declaration stands.
+void record_dynamic_initialization(a_variable *variable, a_dynamic_init *init,
+                                   const a_source_position *pos);
+// C++: `= value` or `(values)` of an object of a class; the current token is the one behind.  Null after
+// an error.
+a_dynamic_init *scan_class_initializer(a_type *type, bool is_parenthesized, a_source_position pos);

@@ -566,8 +566,8 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   if (is_class && curr_token != tok_string_literal) {
     bool not_whole;
     an_expr_node *expr;
-    scan_initializer_element(*type, walk->constants_required, is_whole_object, &not_whole, &expr,
-                             constant);
+    scan_initializer_element(*type, walk->constants_required, walk->is_static, is_whole_object,
+                             &not_whole, &expr, constant);
     if (!not_whole) {
       if (expr != nullptr) make_dynamic_element(expr, *type, walk, constant);
       return;

@@ -18,6 +18,7 @@
 #include "lex/pp_expr.h"
 #include "lex/token_cache.h"
 #include "mem/stack_limit.h"
+#include "parse/expr_class.h"
 #include "parse/expr_internal.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
@@ -234,13 +235,8 @@ void scan_operand_of_list(an_operand *result)
 // -------------------------------------------------------------------------------------------------
 // Entries: opening and closing
 
-struct a_scan_entry {
-  an_expr_stack_entry *enclosing;
-  an_expr_stack_entry entry;
-};
-
-static void open_entry(a_scan_entry *scan, an_expression_kind kind, bool force_own_lifetime,
-                       bool no_lifetime)
+void open_entry(a_scan_entry *scan, an_expression_kind kind, bool force_own_lifetime,
+                bool no_lifetime)
 {
   scan->enclosing = expr_stack;
   expr_stack = nullptr;
@@ -248,7 +244,7 @@ static void open_entry(a_scan_entry *scan, an_expression_kind kind, bool force_o
   transfer_context_from_enclosing_expr_stack_entry(false, scan->enclosing, &scan->entry);
 }
 
-static void close_entry(a_scan_entry *scan, const an_operand *operand)
+void close_entry(a_scan_entry *scan, const an_operand *operand)
 {
   pop_expr_stack();
   expr_stack = scan->enclosing;
@@ -398,6 +394,7 @@ static struct {
 static bool is_value_of_class(an_operand *operand, a_type *type)
 {
   if (operand->kind == ok_error || is_error_type(operand->type)) return true;
+  if (C_dialect == 2) return converts_to_class_element(operand, type);
   return is_class_struct_union_type(operand->type) &&
          f_types_are_compatible(operand->type, type, tco_ignore_top_qualifiers);
 }
@@ -409,15 +406,18 @@ bool drop_kept_initializer_element()
   return was_waiting;
 }
 
-void scan_initializer_element(a_type *type, bool is_static, bool is_whole_object, bool *not_whole,
-                              an_expr_node **out_expr, a_constant *constant)
+void scan_initializer_element(a_type *type, bool is_static, bool favor_constant,
+                              bool is_whole_object, bool *not_whole, an_expr_node **out_expr,
+                              a_constant *constant)
 {
   a_scan_entry scan;
   an_operand operand;
   *not_whole = false;
   *out_expr = nullptr;
   open_entry(&scan, is_static ? ek_constant : ek_normal, false, true);
-  scan.entry.favor_constant_result = is_static || favor_constant_result_for_nonstatic_init;
+  scan.entry.favor_constant_result =
+      is_static || favor_constant || favor_constant_result_for_nonstatic_init;
+  scan.entry.in_aggregate_constant_prescan = favor_constant;
   if (kept_element.is_waiting) {
     kept_element.is_waiting = false;
     operand = kept_element.operand;

@@ -76,8 +76,10 @@ void scan_and_discard_initializer_expression();
 // With is_whole_object
 // a value of another class is an error (145) at once.
 bool drop_kept_initializer_element();
-void scan_initializer_element(a_type *type, bool is_static, bool is_whole_object, bool *not_whole,
-                              an_expr_node **out_expr, a_constant *constant);
+// favor_constant: a constant form is looked for, but nothing is wrong without one.
+void scan_initializer_element(a_type *type, bool is_static, bool favor_constant,
+                              bool is_whole_object, bool *not_whole, an_expr_node **out_expr,
+                              a_constant *constant);
 
 // An expression converted to `type` as if by initialization; `code` names the failure.
 an_expr_node *scan_typed_expression(a_type *type, an_error_code code);

@@ -89,71 +89,21 @@ void copy_class_lvalue(an_operand *operand)
                            &position);
 }
 
-// A class without constructors: nothing, or a copy.
-static void construct_trivially(a_type *type, an_arg_operand *args, a_source_position position,
-                                an_operand *result)
-{
-  if (args == nullptr) {
-    a_dynamic_init *init;
-    an_expr_node *temporary = create_expr_temporary(make_unqualified_type(type), false, false,
-                                                    false, dik_zero, &position, &init);
-    make_expression_operand(temporary, result);
-    rule_out_expr_kinds(rule_out_any_constant, result);
-    return;
-  }
-  *result = args->operand;
-  prep_initializer_operand(result, type, 1, ec_bad_initializer_type, &position);
-}
-
 void construct_temporary(a_type *type, an_arg_operand *args, a_source_position position,
                          an_operand *result)
 {
-  a_symbol *symbol = skip_typerefs(type)->source_corresp.assoc_symbol;
-  a_class_symbol_supplement *supplement = symbol != nullptr && symbol_kind_is_class(symbol->kind)
-                                              ? class_supplement_of_symbol(symbol)
-                                              : nullptr;
-  if (is_incomplete_type(type)) {
-    expr_pos_ty_diagnostic(es_error, ec_incomplete_type_not_allowed, position, type);
+  a_type *plain = make_unqualified_type(type);
+  a_dynamic_init *init = make_constructor_init(plain, args, position);
+  if (init == nullptr) {
     make_error_operand(result);
     return;
   }
-  bool single = args == nullptr || args->next == nullptr;
-  if (single && (supplement == nullptr || supplement->constructors == nullptr)) {
-    construct_trivially(type, args, position, result);
-    return;
-  }
-  an_overload_request request = {};
-  request.symbol = supplement != nullptr ? supplement->constructors : nullptr;
-  request.args = args;
-  request.error_code = ec_no_matching_constructor;
-  request.ambiguity_code = ec_ambiguous_overloaded_function;
-  request.position = position;
-  request.is_constructor_call = true;
-  an_overload_result chosen;
-  if (request.symbol == nullptr) {
-    expr_pos_error(ec_too_many_initializer_values, args->next->operand.position);
-    make_error_operand(result);
-    return;
-  }
-  select_overloaded_function(&request, &chosen);
-  if (chosen.symbol == nullptr) {
-    make_error_operand(result);
-    return;
-  }
-  a_routine *constructor = routine_of_symbol(chosen.symbol);
-  record_use_of_function(chosen.symbol, position);
-  an_arg_check_block block;
-  start_call_argument_processing(skip_typerefs(constructor->type), constructor, &block);
-  an_arg_match_summary *summary = chosen.summaries != nullptr ? chosen.summaries->next : nullptr;
-  process_ranked_arguments(args, summary, &block);
-  finish_call_argument_processing(&block, &position);
-  free_arg_match_summary_list(chosen.summaries);
-  a_dynamic_init *init;
-  an_expr_node *temporary = create_expr_temporary(make_unqualified_type(type), false, false, false,
-                                                  dik_constructor, &position, &init);
-  init->variant.constructor.routine = constructor;
-  init->variant.constructor.first_arg = block.result_list;
-  make_expression_operand(temporary, result);
+  check_for_abstract_object(plain, &position);
+  init->is_conditional = expr_stack->conditionally_evaluated;
+  init->is_temporary = true;
+  init->position = position;
+  set_temp_dynamic_init_lifetime(init, plain, &position);
+  make_expression_operand(alloc_temp_init_node(plain, init, false), result);
   rule_out_expr_kinds(rule_out_any_constant, result);
 }
 

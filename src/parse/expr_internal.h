@@ -44,6 +44,15 @@ void scan_address_of_operator(an_operand *result);
 void scan_indirection_operator(an_operand *result);
 void scan_real_or_imag_operator(an_operand *result);
 
+// One entry of the scanner: the stack is cut and the context taken over; closing restores it.
+struct a_scan_entry {
+  an_expr_stack_entry *enclosing;
+  an_expr_stack_entry entry;
+};
+void open_entry(a_scan_entry *scan, an_expression_kind kind, bool force_own_lifetime,
+                bool no_lifetime);
+void close_entry(a_scan_entry *scan, const an_operand *operand);
+
 // First operands.
 void scan_primary(an_operand *result, an_operand *selector, int min_precedence, unsigned flags);
 void scan_identifier_expression(an_operand *result, unsigned flags);

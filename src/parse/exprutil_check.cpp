@@ -12,6 +12,7 @@
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "lex/lexical.h"
+#include "parse/expr_class.h"
 #include "parse/exprutil.h"
 #include "parse/lookup.h"
 #include "parse/symbol_tbl.h"
@@ -439,13 +440,14 @@ an_expr_node *create_expr_temporary(a_type *type, bool is_lvalue, bool is_static
                                     bool no_abstract_check, int init_kind, a_source_position *pos,
                                     a_dynamic_init **out_dynamic_init)
 {
-  (void)no_abstract_check;
+  if (!no_abstract_check) check_for_abstract_object(type, pos);
   a_dynamic_init *init = alloc_dynamic_init((a_dynamic_init_kind)init_kind);
   init->is_conditional = expr_stack->conditionally_evaluated;
   init->is_static_storage = is_static;
   init->is_temporary = true;
   if (pos != nullptr) init->position = *pos;
   if (out_dynamic_init != nullptr) *out_dynamic_init = init;
+  if (C_dialect == 2) set_temp_dynamic_init_lifetime(init, type, pos);
   return alloc_temp_init_node(type, init, is_lvalue);
 }
 
