@@ -113,10 +113,12 @@ an_integer_kind int_kind_for_bit_size(unsigned bits, bool is_signed)
 {
   if (bits % targ_char_bit != 0) return ik_none;
   for (int i = gcc_mode || gpp_mode ? ik_signed_char : ik_char; i < ik_none; i++) {
-    uint64_t size, precision;
+    uint64_t size, precision = 0;
     unsigned alignment;
     get_integer_size_and_alignment(an_integer_kind(i), &size, &precision, &alignment);
-    if (size == bits / targ_char_bit && int_kind_is_signed[i] == is_signed)
+    // A kind that doesn't use all bits of its object isn't meant.
+    bool uses_all = precision == bits || size * targ_char_bit != bits;
+    if (size == bits / targ_char_bit && uses_all && int_kind_is_signed[i] == is_signed)
       return an_integer_kind(i);
   }
   return ik_none;

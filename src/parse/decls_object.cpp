@@ -517,6 +517,7 @@ void object_declaration(a_symbol_locator *locator, a_decl_parse_state *state, bo
     a_source_position end;
     get_token();
     initializer(state, &position, linkage, true, &end, pos_block);
+    mark_variable_value_set(state->symbol);
   } else {
     check_complete(state, flags, locator->position);
     if (C_dialect == 2 && (flags & rdf_definition))

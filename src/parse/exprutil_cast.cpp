@@ -295,7 +295,9 @@ static void general_conversion(an_operand *operand, a_type *type, a_misra_conver
                                an_error_code code, a_source_position *pos)
 {
   if (is_any_reference_type(type)) {
-    unsigned flags = expr_stack->in_return_or_throw ? rif_return : rif_lives_on;
+    unsigned flags = is_argument                       ? 0u
+                     : expr_stack->in_return_or_throw ? unsigned{rif_return}
+                                                      : unsigned{rif_lives_on};
     if (expr_stack->favor_constant_result) flags |= rif_static;
     prep_reference_initializer_operand(operand, type, nullptr, false, flags, code, pos);
     return;
