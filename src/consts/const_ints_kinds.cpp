@@ -117,8 +117,7 @@ an_integer_kind int_kind_for_bit_size(unsigned bits, bool is_signed)
     unsigned alignment;
     get_integer_size_and_alignment(an_integer_kind(i), &size, &precision, &alignment);
     // A kind that doesn't use all bits of its object isn't meant.
-    bool uses_all = precision == bits || size * targ_char_bit != bits;
-    if (size == bits / targ_char_bit && uses_all && int_kind_is_signed[i] == is_signed)
+    if (size == bits / targ_char_bit && precision == bits && int_kind_is_signed[i] == is_signed)
       return an_integer_kind(i);
   }
   return ik_none;

@@ -34,6 +34,10 @@ void lower_special_function_body(a_scope *scope);
 
 // Notes at each label in whose lifetime it lies; before the body is lowered.
 void note_lifetimes_of_labels(a_statement *body);
+// Around an initialization whose own temporaries die at its end.
+struct a_context;
+void begin_init_lifetime(a_dynamic_init *init, a_context *context, an_insert_location *location);
+void end_init_lifetime(a_dynamic_init *init, an_insert_location *location);
 // The object exists from here on: what leaves its lifetime destroys it.
 void note_construction(a_dynamic_init *init, const an_init_pos_descr *descr,
                        an_insert_location *location);

@@ -302,6 +302,19 @@ static an_expr_node *with_cleanups(an_expr_node *expr, an_expr_node *cleanups)
   return make_comma_node(save, make_comma_node(cleanups, result));
 }
 
+void begin_init_lifetime(a_dynamic_init *init, a_context *context, an_insert_location *location)
+{
+  push_context(context, nullptr, init->object_lifetime);
+  make_flags(init->object_lifetime, location);
+}
+
+void end_init_lifetime(a_dynamic_init *init, an_insert_location *location)
+{
+  a_cleanup_range range = {init->object_lifetime, nullptr};
+  gen_cleanup_actions(&range, location);
+  pop_context();
+}
+
 void lower_lifetime_wrapper(an_expr_node *expr)
 {
   an_expr_node *inner = lifetime_wrapper_of(expr).expr;
@@ -345,7 +358,8 @@ static void finish_initialization(a_statement *statement, a_dynamic_init *init,
 static bool needs_code(const a_dynamic_init *init)
 {
   return init->kind == dik_constructor || init->kind == dik_zero ||
-         init->kind == dik_bitwise_copy || init->init_lifetime != nullptr;
+         init->kind == dik_bitwise_copy || init->init_lifetime != nullptr ||
+         init->object_lifetime != nullptr;
 }
 
 bool lower_cplusplus_stmk_init(a_statement *statement)

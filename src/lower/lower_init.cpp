@@ -369,8 +369,7 @@ static bool variable_takes_constant(const an_init_pos_descr *descr)
 static void note_destructible_object(a_dynamic_init *init, const an_init_pos_descr *descr,
                                      an_insert_location *location)
 {
-  a_storage_class storage =
-      descr->variable == nullptr ? sc_auto : descr->variable->storage_class;
+  a_storage_class storage = descr->variable == nullptr ? sc_auto : descr->variable->storage_class;
   bool is_static = !descr->is_indirect && storage != sc_auto && storage != sc_register;
   if (is_static)
     register_destructor(init, descr, location);
@@ -385,6 +384,9 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
 {
   *out_constant = nullptr;
   *out_new_constant = false;
+  a_context context;
+  bool has_lifetime = C_dialect == 2 && init->object_lifetime != nullptr;
+  if (has_lifetime) begin_init_lifetime(init, &context, location);
   switch (init->kind) {
   case dik_none: break;
   case dik_zero: zero_object(descr, location); break;
@@ -418,6 +420,7 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
   case dik_constructor: lower_constructor_init(init, descr, copy_source, location); break;
   case dik_last: unexpected_kind("dynamic initialization");
   }
+  if (has_lifetime) end_init_lifetime(init, location);
   if (init->destructor != nullptr) note_destructible_object(init, descr, location);
 }
 

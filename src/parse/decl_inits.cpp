@@ -405,6 +405,7 @@ static void initialize_with_values(a_decl_parse_state *state, a_variable *variab
   switch_back_to_original_region(saved_region);
   a_dynamic_init *init = nullptr;
   if (!is_constant && !walk.error_seen) init = init_from_constant(&constant, walk.some_dynamic);
+  if (init != nullptr && C_dialect == 2) note_destructor_of_elements(init, variable->type, pos);
   pop_init_lifetime(&lifetime, init, variable->type);
   if (init != nullptr) record_dynamic_initialization(variable, init, pos);
 }

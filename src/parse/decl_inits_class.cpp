@@ -76,7 +76,12 @@ void pop_init_lifetime(an_init_lifetime *scope, a_dynamic_init *init, a_type *ty
     mark_object_lifetime_as_useless(lifetime);
   } else {
     if (is_any_reference_type(type)) keep_temporary_of_reference(init, lifetime->parent);
-    if (!is_useless_object_lifetime(lifetime))
+    bool is_expr = init->kind == dik_expression || init->kind == dik_call_returning_class;
+    if (is_useless_object_lifetime(lifetime))
+      ;
+    else if (is_expr)
+      expr_of(init) = add_object_lifetime_to_expr(expr_of(init), lifetime);
+    else
       bind_object_lifetime(lifetime, iek_dynamic_init, init);
   }
   pop_object_lifetime();
@@ -162,6 +167,18 @@ static a_dynamic_init *take_class_value(an_operand *operand, a_type *type)
   a_dynamic_init *init = dynamic_init_from_expr(make_node_from_operand(operand), type);
   if (!init->has_destructor) add_dtor_to_dynamic_init(init, type, &operand->position);
   return init;
+}
+
+void note_destructor_of_elements(a_dynamic_init *init, a_type *type, const a_source_position *pos)
+{
+  if (init->has_destructor || class_of_elements(type) == nullptr) return;
+  a_scan_entry scan;
+  an_operand place;
+  open_entry(&scan, ek_normal, false, true);
+  add_dtor_to_dynamic_init(init, type, pos);
+  make_error_operand(&place);
+  place.end_position = curr_construct_end_position;
+  close_entry(&scan, &place);
 }
 
 static a_dynamic_init *scan_constructor_arguments(a_type *type, a_source_position pos)

@@ -51,6 +51,8 @@ void pop_init_lifetime(an_init_lifetime *scope, a_dynamic_init *init, a_type *ty
 // declaration stands.
 void record_dynamic_initialization(a_variable *variable, a_dynamic_init *init,
                                    const a_source_position *pos);
+// An aggregate, or array, whose class is destroyed.
+void note_destructor_of_elements(a_dynamic_init *init, a_type *type, const a_source_position *pos);
 // C++: `= value` or `(values)` of an object of a class; the current token is the one behind.  Null after
 // an error.
 a_dynamic_init *scan_class_initializer(a_type *type, bool is_parenthesized, a_source_position pos);

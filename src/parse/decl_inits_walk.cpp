@@ -15,6 +15,7 @@
 #include "lex/lexical.h"
 #include "lex/token_cache.h"
 #include "mem/stack_limit.h"
+#include "parse/class_decl.h"
 #include "parse/decl_inits_internal.h"
 #include "parse/expr.h"
 #include "parse/lookup.h"
@@ -591,11 +592,25 @@ static void scan_unbraced_aggregate(a_type **type, an_init_walk *walk, a_constan
   complete_array(type, &level);
 }
 
+// C++: a class with constructors, bases or members that nobody may name takes no list.
+static bool check_braces_of_class(a_type *type)
+{
+  if (C_dialect != 2 || !is_class_struct_union_type(type)) return true;
+  a_class_symbol_supplement *supplement = class_symbol_supplement_of(skip_typerefs(type));
+  if (supplement == nullptr || supplement->is_aggregate) return true;
+  pos_ty_error(ec_brace_initialization_not_allowed, pos_curr_token, type);
+  return false;
+}
+
 void scan_object_initializer(a_type **type, an_init_walk *walk, a_constant *constant)
 {
   check_recursion();
   if (!is_aggregate(*type)) {
     scan_scalar_initializer(*type, walk, constant);
+  } else if (curr_token == tok_lbrace && !check_braces_of_class(*type)) {
+    scan_and_discard_initializer_expression();
+    set_error_constant(constant);
+    walk->error_seen = true;
   } else if (curr_token == tok_lbrace) {
     scan_braced_aggregate(type, walk, constant);
   } else {

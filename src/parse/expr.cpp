@@ -501,6 +501,8 @@ an_expr_node *scan_return_expression(a_type *return_type, an_error_code code,
   } else {
     prep_initializer_operand(&operand, return_type, 1, code, &operand.position);
   }
+  bool is_object = C_dialect == 2 && is_class_struct_union_type(return_type);
+  if (is_object && operand.kind == ok_expression) release_class_value(operand.value.expr);
   an_expr_node *node = finish_full_expression(&operand, return_type, meu_return);
   close_entry(&scan, &operand);
   return node;

@@ -14,6 +14,7 @@
 #include "parse/attribute.h"
 #include "parse/decls.h"
 #include "parse/expr_args.h"
+#include "parse/expr_class.h"
 #include "parse/expr_internal.h"
 #include "parse/lookup.h"
 #include "parse/overload.h"
@@ -472,7 +473,9 @@ void finish_call(an_operand *function, a_routine *routine, an_arg_check_block *b
   }
   result->position = start;
   result->end_position = *end;
-  if (result->kind == ok_expression) rule_out_expr_kinds(rule_out_any_constant, result);
+  if (result->kind != ok_expression) return;
+  rule_out_expr_kinds(rule_out_any_constant, result);
+  if (C_dialect == 2) make_temporary_of_class_result(result);
 }
 
 // The name of the called function if it has no prototype (MISRA 8.1), else null.

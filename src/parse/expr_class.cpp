@@ -37,6 +37,7 @@ static void make_call(a_routine *routine, an_operand *object, an_arg_check_block
   if (is_any_reference_type(type)) add_reference_indirection(result);
   result->position = start;
   rule_out_expr_kinds(rule_out_any_constant, result);
+  make_temporary_of_class_result(result);
 }
 
 void call_conversion_function(a_routine *function, an_operand *operand)

@@ -17,6 +17,10 @@ a_dynamic_init *make_constructor_init(a_type *type, an_arg_operand *args,
                                       a_source_position position);
 // What initializes an object of `type` with the value of the node; a temporary of the class is the object.
 a_dynamic_init *dynamic_init_from_expr(an_expr_node *node, a_type *type);
+// The temporaries of which one is the class value of the node aren't destroyed: what takes it is.
+void release_class_value(an_expr_node *node);
+// The result of a call, of a class with a destructor, becomes a temporary.
+void make_temporary_of_class_result(an_operand *result);
 // The destructor of a class or an array of one, or null; reports one that may not be used.
 a_routine *expr_select_destructor(a_type *type, const a_source_position *position);
 void add_dtor_to_dynamic_init(a_dynamic_init *init, a_type *type,

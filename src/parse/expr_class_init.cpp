@@ -181,6 +181,45 @@ static bool is_call(const an_expr_node *node)
          is_operation(node, eok_ptr_to_member_call);
 }
 
+// The temporaries of which one is the value: they become the object that takes it.
+void release_class_value(an_expr_node *node)
+{
+  switch (node->kind) {
+  case enk_temp_init: {
+    a_dynamic_init *init = dynamic_init_of(node);
+    if (node->is_lvalue) return;
+    remove_from_destruction_list(init);
+    init->destructor = nullptr;
+    init->has_destructor = false;
+    return;
+  }
+  case enk_lifetime_wrapper: release_class_value(lifetime_wrapper_of(node).expr); return;
+  case enk_operation: break;
+  default: return;
+  }
+  if (is_operation(node, eok_comma)) {
+    release_class_value(second_operand_of(node));
+  } else if (is_operation(node, eok_question) && !node->is_lvalue) {
+    release_class_value(second_operand_of(node));
+    release_class_value(third_operand_of(node));
+  }
+}
+
+void make_temporary_of_class_result(an_operand *result)
+{
+  if (C_dialect != 2 || result->kind != ok_expression || is_lvalue_operand(result)) return;
+  if (!is_class_struct_union_type(result->type) || !expr_stack->code_is_generated) return;
+  if (expr_select_destructor(result->type, &result->position) == nullptr) return;
+  an_operand saved = *result;
+  a_dynamic_init *init;
+  a_type *type = make_unqualified_type(result->type);
+  an_expr_node *temporary = create_expr_temporary(type, false, false, true,
+                                                  dik_call_returning_class, &saved.position, &init);
+  expr_of(init) = saved.value.expr;
+  make_expression_operand(temporary, result);
+  restore_operand_details_incl_ref(result, &saved);
+}
+
 a_dynamic_init *dynamic_init_from_expr(an_expr_node *node, a_type *type)
 {
   bool is_object = node->kind == enk_temp_init && !node->is_lvalue &&
@@ -191,6 +230,7 @@ a_dynamic_init *dynamic_init_from_expr(an_expr_node *node, a_type *type)
     init->is_temporary = init->lifetime_set = init->is_conditional = false;
     return init;
   }
+  if (C_dialect == 2 && is_class_struct_union_type(type)) release_class_value(node);
   bool returns_object = is_call(node) && is_class_struct_union_type(type);
   a_dynamic_init *init =
       alloc_dynamic_init(returns_object ? dik_call_returning_class : dik_expression);
@@ -209,15 +249,6 @@ bool converts_to_class_element(an_operand *operand, a_type *type)
 // -------------------------------------------------------------------------------------------------
 // Objects without initializer
 
-static unsigned long long number_of_elements(a_type *type)
-{
-  unsigned long long count = 1;
-  for (type = skip_typerefs(type); type->kind == tk_array;
-       type = skip_typerefs(as_array(type).element_type))
-    count *= as_array(type).bound.number_of_elements;
-  return count;
-}
-
 a_dynamic_init *make_default_init(a_type *type, a_source_position position, bool *failed)
 {
   a_type *class_type = class_of_elements(type);
@@ -234,11 +265,5 @@ a_dynamic_init *make_default_init(a_type *type, a_source_position position, bool
     if (!init->has_destructor) return nullptr;
     set_dynamic_init_kind(init, dik_none);
   }
-  if (!is_array_type(type)) return init;
-  a_dynamic_init *all;
-  repeat_nonconstant_init(init, type, class_type, &all, number_of_elements(type));
-  all->position = position;
-  all->destructor = init->destructor;
-  all->has_destructor = init->has_destructor;
-  return all;
+  return init; // of an array: each element begins so
 }

@@ -12,6 +12,7 @@
 #include "il/il_alloc.h"
 #include "il/types.h"
 #include "lex/lexical.h"
+#include "parse/expr_internal.h"
 #include "parse/exprutil.h"
 #include "parse/overload.h"
 #include "parse/symbol_tbl.h"
@@ -291,11 +292,22 @@ void settle_conversion_for_misra(const an_operand *operand)
     misra_hooks.misra_flush_diagnostics(operand->position);
 }
 
+// The assignment that the compiler makes reads the object; it needs no copy of it.
+static bool is_assigned_as_it_stands(an_operand *operand, a_type *type)
+{
+  if (C_dialect != 2 || operand->kind == ok_error || !is_class_struct_union_type(type))
+    return false;
+  a_type *source = skip_typerefs(operand->type), *target = skip_typerefs(type);
+  if (!is_class_struct_union_type(source) || is_incomplete_type(source)) return false;
+  if (!is_same_class_or_base_class_thereof(target, source)) return false;
+  return step_object_to_class(operand, false, target);
+}
+
 static void general_conversion(an_operand *operand, a_type *type, a_misra_conversion_use use,
                                an_error_code code, a_source_position *pos)
 {
   if (is_any_reference_type(type)) {
-    unsigned flags = is_argument                       ? 0u
+    unsigned flags = use == mcu_argument              ? 0u
                      : expr_stack->in_return_or_throw ? unsigned{rif_return}
                                                       : unsigned{rif_lives_on};
     if (expr_stack->favor_constant_result) flags |= rif_static;
@@ -332,7 +344,10 @@ void prep_initializer_operand(an_operand *operand, a_type *type, unsigned contex
 void prep_assignment_operand(an_operand *operand, a_type *type, an_error_code code,
                              a_source_position *pos)
 {
-  general_conversion(operand, type, mcu_assignment, code, pos);
+  if (is_assigned_as_it_stands(operand, type))
+    do_operand_transformations(operand, 0);
+  else
+    general_conversion(operand, type, mcu_assignment, code, pos);
 }
 
 void prep_argument_operand(an_operand *operand, a_type *param_type, a_param_type *param,

@@ -31,7 +31,7 @@ struct Members {
   ~Members() { printf("~Members\n"); }
 };
 A make(int v) { return A(v); }
-A named(int v) { A a(v); return a; }
+A either(int v) { return v > 5 ? A(v) : A(-v, 2); }
 int take(A a) { return a.get(); }
 int refer(const A &a) { return a.get(); }
 int local_static(int v)
@@ -57,8 +57,9 @@ int main()
 {
   printf("main %d %d %d\n", first, plain.a, chain);
   A one(1), two = 2, three = A(3), four = one;
-  A five(make(5)), six = make(6);
-  printf("%d %d\n", take(7), refer(8));
+  A five(make(5)), six = either(6), seven = either(2);
+  A from_parts(refer(A(31)), take(A(32)));
+  printf("%d %d %d\n", take(7), refer(8), seven.get() + four.get() + from_parts.get());
   printf("%d\n", take(one));
   { A inner[2] = { 11, A(12) }; printf("%d\n", inner[1].get()); }
   int n = 77;
