@@ -58,3 +58,14 @@ void g()
 end:;
   A(1, 2, 3, 4); // expect: error no_matching_constructor
 }
+struct HasConst { const int c; };
+struct Around {
+  HasConst part;
+  int plain;
+  Around() : plain(1) {} // expect: error missing_initializer_on_fields
+};
+struct Aggregate { int a; const int c; };
+Aggregate whole = { 1, 2 };
+Aggregate part = { 1 }; // expect: error var_with_uninitialized_member
+int count();
+int dynamic_static() { return ({ static int s = count(); s; }); } // expect: error dyn_local_static_in_statement_expr
