@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <sys/resource.h>
+#include <unistd.h>
 #include "backend/c_gen_be.h"
 #include "driver/cmd_line.h"
 #include "driver/fe_init.h"
@@ -126,12 +127,21 @@ static an_error_severity final_severity()
   return total_warnings != 0 ? es_warning : es_none;
 }
 
+// Standard error is unbuffered by itself: a write for each message.
+static void buffer_error_stream()
+{
+  static char buffer[1 << 16];
+  error_output_is_interactive = isatty(STDERR_FILENO) != 0;
+  if (!error_output_is_interactive) setvbuf(stderr, buffer, _IOFBF, sizeof buffer);
+}
+
 int cfe_main(int argc, char **argv)
 {
   install_common_handlers(primary_signal_handler, nullptr);
   sys_argc = argc;
   sys_argv = argv;
   f_error = stderr;
+  buffer_error_stream();
   ensure_stack_size();
   install_error_hooks();
   fe_early_init();

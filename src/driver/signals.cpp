@@ -64,6 +64,7 @@ static const char *describe_signal(int signal_number)
 {
   delete_unfinished_output_files();
   fprintf(stderr, "[%s %s]\n", program_name, text);
+  fflush(stderr);
   _Exit(2);
 }
 

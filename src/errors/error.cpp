@@ -12,6 +12,7 @@
 #include "mem/registered_vars.h"
 
 FILE *f_error;
+bool error_output_is_interactive = true;
 a_source_position error_position;
 an_error_severity error_threshold;
 int error_limit;

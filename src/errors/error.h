@@ -10,6 +10,7 @@
 // ---- State.  Defaults are set by error_early_init; options change them before error_init. ----
 
 extern FILE *f_error;                     // destination, the standard error stream
+extern bool error_output_is_interactive;  // somebody watches: each message is written at once; by cfe
 extern a_source_position error_position;  // where entry points without pos_ report; the scanner
                                           // keeps it at the current token
 extern an_error_severity error_threshold; // lowest severity shown

@@ -389,10 +389,11 @@ static void put_text_line(const a_diagnostic &diagnostic, const a_place &place,
   if (f_raw_listing != nullptr) write_listing_record(diagnostic, place, pieces);
 }
 
-static void flush_output()
+// Errors are seen at once; a checker's thousands of warnings go to a file or pipe in larger pieces.
+static void flush_output(an_error_severity severity)
 {
   fwrite(output_text->buffer, 1, output_text->size, f_error);
-  fflush(f_error);
+  if (severity >= es_discretionary_error || error_output_is_interactive) fflush(f_error);
   reset_text_buffer(output_text);
 }
 
@@ -421,7 +422,7 @@ void output_diagnostic(const a_diagnostic &given, const a_message_piece *pieces,
   }
   wrapper = outer_wrapper;
   if (--output_depth != 0) return;
-  flush_output();
+  flush_output(diagnostic.severity);
 }
 
 void output_init()
