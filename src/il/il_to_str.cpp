@@ -313,6 +313,8 @@ static bool typedef_name_is_used(a_type *type, unsigned flags,
   return (flags & ftf_expand_arrays) == 0 || skip_typerefs(type)->kind != tk_array;
 }
 
+a_type *(*ptr_to_member_text_hook)(a_type *type);
+
 // The first type at or below `type` that prints: a usable typedef or no typeref.  Adds the
 // qualifiers of what is passed; *may_alias tells of an attribute that was walked past.
 static a_type *printable_type(a_type *type, unsigned flags, unsigned *qualifiers, bool *may_alias,
@@ -324,7 +326,8 @@ static a_type *printable_type(a_type *type, unsigned flags, unsigned *qualifiers
     if (as_typeref(type).dependent_decltype) break;
     type = as_typeref(type).referenced_type;
   }
-  return type;
+  bool is_replaced = block->generated_code && type->kind == tk_ptr_to_member;
+  return is_replaced && ptr_to_member_text_hook != nullptr ? ptr_to_member_text_hook(type) : type;
 }
 
 static bool is_declarator_suffix(const a_type *type)

@@ -56,6 +56,8 @@ void form_type_second_part(a_type *type, bool is_pointer_target, unsigned flags,
 void form_function_declarator(a_type *type, an_il_to_str_output_control_block *block);
 void form_type_qualifier(unsigned qualifiers, bool leading_blank, bool trailing_blank,
                          an_il_to_str_output_control_block *block);
+// Installed by lowering: the type that the generated C has for a pointer to member.
+extern a_type *(*ptr_to_member_text_hook)(a_type *type);
 const char *int_kind_name(an_integer_kind kind);
 an_expr_node *decltype_arg(a_type *type);
 

@@ -334,6 +334,8 @@ a_type *make_pointer_type_of_same_kind(a_type *like, a_type *type)
   return make_pointer_type_full(type, flags);
 }
 
+bool ptr_to_member_function_types_used;
+
 a_type *ptr_to_member_type_full(a_type *type, a_type *class_type, unsigned)
 {
   if (type != nullptr) {
@@ -342,6 +344,7 @@ a_type *ptr_to_member_type_full(a_type *type, a_type *class_type, unsigned)
     });
     if (found != nullptr) return found;
   }
+  if (type == nullptr || is_function_type(type)) ptr_to_member_function_types_used = true;
   a_type *result = alloc_type(tk_ptr_to_member);
   as_ptr_to_member(result).member_class = class_type;
   as_ptr_to_member(result).member_type = type;
@@ -717,6 +720,7 @@ void types_one_time_init()
 
 void types_trans_unit_init()
 {
+  ptr_to_member_function_types_used = false;
   for (a_type *&type : integer_types)
     type = nullptr;
   for (int kind = 0; kind < fk_none; ++kind) {

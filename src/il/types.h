@@ -360,6 +360,7 @@ a_type *make_rvalue_reference_type(a_type *type);
 a_type *make_lhsref_type(a_type *type);
 a_type *make_pointer_type_of_same_kind(a_type *like, a_type *type);
 a_type *ptr_to_member_type_full(a_type *type, a_type *class_type, unsigned flags);
+extern bool ptr_to_member_function_types_used; // a type of a pointer to member function may exist
 a_type *make_ptr_to_const_type(a_type *type);
 // `limit` is the number of array levels that are copied at most; -1 for all.
 a_type *f_make_qualified_type(a_type *type, a_type_qualifier_set qualifiers, int limit = -1);

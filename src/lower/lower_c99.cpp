@@ -43,6 +43,8 @@ void lower_c99_constant(a_constant *constant)
     }
   } else if (constant->kind == ck_init_repeat) {
     lower_c99_constant(init_repeat_of(constant).repeated);
+  } else if (constant->kind == ck_ptr_to_member) {
+    lower_ptr_to_member_constant(constant);
   }
 }
 
@@ -295,7 +297,12 @@ void lower_c99_expr(an_expr_node *expr)
   case enk_temp_ref: lower_reuse_value_expr(expr); break;
   case enk_builtin_operation: lower_builtin_operation(expr); break;
   case enk_lifetime_wrapper: lower_lifetime_wrapper(expr); break;
-  case enk_constant: lower_c99_constant_node(expr); break;
+  case enk_constant:
+    if (constant_of(expr)->kind == ck_ptr_to_member)
+      lower_ptr_to_member_constant_node(expr);
+    else
+      lower_c99_constant_node(expr);
+    break;
   case enk_error:
   case enk_variable:
   case enk_field:
@@ -433,7 +440,10 @@ static void lower_stmk_init(a_statement *statement)
 {
   a_dynamic_init *init = dynamic_init_of(statement);
   lower_dynamic_init_designated_initializers(init);
-  if (C_dialect == 2 && lower_cplusplus_stmk_init(statement)) return;
+  if (C_dialect == 2) {
+    if (lower_cplusplus_stmk_init(statement)) return;
+    turn_function_constant_into_expr(init);
+  }
   switch (init->kind) {
   case dik_expression:
   case dik_call_returning_class: lower_c99_full_expr(expr_of(init)); break;

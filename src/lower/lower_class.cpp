@@ -103,7 +103,7 @@ static bool has_address(const an_expr_node *expr)
 
 // The address of an operand that is lowered: pushed into commas and conditions; another value is
 // kept in a temporary.
-static an_expr_node *address_of_value(an_expr_node *expr)
+an_expr_node *address_of_class_value(an_expr_node *expr)
 {
   expr->next = nullptr;
   if (has_address(expr)) return add_address_of_to_node(expr);
@@ -111,13 +111,13 @@ static an_expr_node *address_of_value(an_expr_node *expr)
     an_expr_node *first = first_operand_of(expr);
     an_expr_node *second = first->next;
     first->next = nullptr;
-    return make_comma_node(first, address_of_value(second));
+    return make_comma_node(first, address_of_class_value(second));
   }
   if (is_operation(expr, eok_question)) {
     an_expr_node *test = first_operand_of(expr);
     an_expr_node *yes = test->next, *no = yes->next;
-    test->next = address_of_value(yes);
-    test->next->next = address_of_value(no);
+    test->next = address_of_class_value(yes);
+    test->next->next = address_of_class_value(no);
     return make_operator_node(eok_question, test->next->type, test);
   }
   if (expr->is_lvalue && !kind_has_class_part(skip_typerefs(expr->type)->kind))
@@ -132,7 +132,7 @@ static void lower_address_of(an_expr_node *expr)
 {
   an_expr_node *operand = first_operand_of(expr);
   if (has_address(operand) || operation_of(expr).is_implicit_cast) return;
-  an_expr_node *address = address_of_value(operand);
+  an_expr_node *address = address_of_class_value(operand);
   if (!identical_types(address->type, expr->type)) address = add_cast(address, expr->type);
   overwrite_node(expr, address);
 }
@@ -142,7 +142,7 @@ static void lower_rvalue_class_adjust(an_expr_node *expr)
   an_expr_node *operand = first_operand_of(expr);
   bool is_lvalue = expr->is_lvalue;
   an_expr_node *content =
-      has_address(operand) ? operand : add_indirection_to_node(address_of_value(operand));
+      has_address(operand) ? operand : add_indirection_to_node(address_of_class_value(operand));
   overwrite_node(expr, content);
   expr->is_lvalue = is_lvalue;
 }
@@ -197,7 +197,7 @@ static void lower_class_cast(an_expr_node *expr, bool to_base)
   if (is_pointer) {
     result = displaced_pointer_or_null(operand, delta, expr->type);
   } else {
-    an_expr_node *address = address_of_value(operand);
+    an_expr_node *address = address_of_class_value(operand);
     result =
         add_indirection_to_node(displaced_pointer(address, delta, make_pointer_type(expr->type)));
     result->is_lvalue = expr->is_lvalue;
@@ -238,6 +238,7 @@ static void lower_static_selection(an_expr_node *expr)
 
 void lower_cplusplus_operator(an_expr_node *expr)
 {
+  if (lower_ptr_to_member_operator(expr)) return;
   switch (op_of(expr)) {
   case eok_address_of:
   case eok_reference_to: lower_address_of(expr); break;

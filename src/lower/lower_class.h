@@ -17,6 +17,25 @@ void prelower_class_type(a_type *class_type);
 void lower_cplusplus_operator(an_expr_node *expr);
 void lower_lifetime_wrapper(an_expr_node *expr);
 
+// The address of a lowered operand of class type; a value gets a temporary.
+an_expr_node *address_of_class_value(an_expr_node *expr);
+
+// ---- Pointers to members (lower_ptr_to_member.cpp) ----
+
+// True when the operator was one on pointers to members; the operands are lowered.
+bool lower_ptr_to_member_operator(an_expr_node *expr);
+// In place: an integer, or the aggregate of a struct.
+void lower_ptr_to_member_constant(a_constant *constant);
+void lower_ptr_to_member_constant_node(an_expr_node *expr);
+// The value of a pointer to member function comes from a variable, where code sets it.
+void turn_function_constant_into_expr(a_dynamic_init *init);
+// An int that tells whether the lowered value isn't null.
+an_expr_node *test_of_ptr_to_member(an_expr_node *pointer);
+a_type *make_mptr_type();
+// What the type is in the generated C.
+a_type *lowered_ptr_to_member_type(a_type *type);
+void clear_mptr_type();
+
 // ---- Construction and destruction ----
 
 // The call of the constructor; what is_copy_of_source copies from stands in copy_source.

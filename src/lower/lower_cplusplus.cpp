@@ -114,6 +114,10 @@ static void flatten_local_classes(a_scope *scope)
 void lower_cplusplus_il_memory_region(int region)
 {
   if (region == file_scope_region_number) {
+    if (ptr_to_member_function_types_used) {
+      mark_as_needed(make_mptr_type(), iek_type);
+      set_class_definition_needed(make_mptr_type());
+    }
     lower_vtbls_of_scope(il_header.primary_scope);
     flatten_scope(il_header.primary_scope);
     lower_file_scope_dynamic_inits();

@@ -8,6 +8,7 @@
 #include "driver/target.h"
 #include "il/il_walk.h"
 #include "lower/lower_c99.h"
+#include "lower/lower_class.h"
 #include "lower/lower_il.h"
 
 bool lowering_normalizes_boolean_controlling_expressions = true;
@@ -26,6 +27,10 @@ static void make_int_constant(an_expr_node *expr, long long value)
 static void make_comparison_with_zero(an_expr_node *expr)
 {
   a_type *type = skip_typerefs(expr->type);
+  if (type->kind == tk_ptr_to_member) {
+    overwrite_node(expr, test_of_ptr_to_member(copy_node(expr)));
+    return;
+  }
   if (!is_scalar_type(type) || type->kind == tk_complex || type->kind == tk_imaginary) return;
   an_expr_node *value = copy_node(expr);
   a_type *zero_type = rvalue_type(value->type);

@@ -7,6 +7,7 @@
 #include "driver/target.h"
 #include "driver/trans_unit.h"
 #include "errors/error.h"
+#include "il/il_to_str.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_class.h"
 #include "lower/lower_cplusplus.h"
@@ -146,6 +147,7 @@ void il_lower_init()
 
 void il_lower_one_time_init()
 {
+  ptr_to_member_text_hook = lowered_ptr_to_member_type;
   il_lowering_underway = false;
 }
 
@@ -157,4 +159,5 @@ void il_lower_trans_unit_init()
   clear_lowered_runtime_routines();
   clear_runtime_routines();
   clear_static_init_entities();
+  clear_mptr_type();
 }

@@ -387,6 +387,7 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
   a_context context;
   bool has_lifetime = C_dialect == 2 && init->object_lifetime != nullptr;
   if (has_lifetime) begin_init_lifetime(init, &context, location);
+  turn_function_constant_into_expr(init);
   switch (init->kind) {
   case dik_none: break;
   case dik_zero: zero_object(descr, location); break;
