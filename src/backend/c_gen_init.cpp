@@ -237,6 +237,8 @@ static void write_class_elements(const a_constant *aggregate, a_type *type)
 static void write_aggregate(const a_constant *aggregate, a_type *type)
 {
   type = skip_typerefs(type);
+  // The value of a pointer to member function is that of a struct.
+  if (type->kind == tk_ptr_to_member) type = skip_typerefs(aggregate->type);
   if (type->kind != tk_array && !kind_has_class_part(type->kind)) {
     // A scalar that stood in braces.
     const a_constant *first = aggregate_of(aggregate).first_element;

@@ -113,6 +113,7 @@ static void make_function_constant(a_constant *constant)
   set_constant_kind(constant, ck_aggregate);
   constant->next = next;
   constant->type = make_mptr_type();
+  aggregate_of(constant).has_own_braces = true;
   add_to_aggregate(constant, function_field_constant((a_routine *)member.member));
   add_to_aggregate(constant, alloc_unshared_constant(&delta));
 }
