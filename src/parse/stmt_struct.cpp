@@ -55,13 +55,21 @@ static bool declares_variable_length_array(a_statement *block)
   return statement != nullptr;
 }
 
+// C++: objects die at the end of the block.
+static bool has_object_lifetime(a_statement *block)
+{
+  a_scope *scope = block_supplement_of(block)->scope;
+  return scope != nullptr && scope->object_lifetime != nullptr;
+}
+
 // `continue` comes here: the end of the body, and out of the scope of arrays of variable length, which nothing
-// may jump into (C99 6.8.6.1p1).
+// may jump into (C99 6.8.6.1p1), and of objects that die.
 static void place_continue_label(a_statement **body)
 {
   a_struct_stmt_stack_entry *entry = top_stmt_entry();
   if (entry->continue_label == nullptr) return;
-  if ((*body)->kind != stmk_block || declares_variable_length_array(*body)) {
+  if ((*body)->kind != stmk_block || declares_variable_length_array(*body) ||
+      has_object_lifetime(*body)) {
     a_statement *block = alloc_statement(stmk_block);
     block->start_position = (*body)->start_position;
     block->end_position = (*body)->end_position;
