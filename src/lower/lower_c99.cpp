@@ -150,8 +150,11 @@ void lower_c99_operator(an_expr_node *expr)
 {
   an_expr_operator_kind op = op_of(expr);
   switch (op) {
-  case eok_address_of:
   case eok_array_to_pointer:
+    set_address_taken_for_variable_or_routine_expr(first_operand_of(expr));
+    convert_struct_rvalue_to_comma_expr_if_needed(expr);
+    break;
+  case eok_address_of:
     set_address_taken_for_variable_or_routine_expr(first_operand_of(expr));
     break;
   case eok_plus: overwrite_node(expr, first_operand_of(expr)); break;
@@ -209,7 +212,7 @@ static void lower_c99_operation(an_expr_node *expr)
   if (C_dialect == 2 && expr->kind == enk_operation) lower_cplusplus_operator(expr);
   if (expr->kind != enk_operation) return;
   lower_c99_operator(expr);
-  if (is_subscript && in_gnu_mode()) convert_struct_rvalue_to_comma_expr_if_needed(expr);
+  if (is_subscript) convert_struct_rvalue_to_comma_expr_if_needed(expr);
 }
 
 // --- Compound literals ---------------------------------------------------------------------------

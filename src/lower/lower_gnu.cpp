@@ -324,10 +324,10 @@ static bool is_member_of_value(const an_expr_node *expr)
          !first_operand_of(expr)->is_lvalue;
 }
 
-// f().a[i]: the array gets an address through a temporary that holds the whole value.
+// f().a where its elements are asked for: the array gets an address through a temporary that holds the
+// whole value.  The operator's first operand becomes a comma.
 void convert_struct_rvalue_to_comma_expr_if_needed(an_expr_node *expr)
 {
-  if (!is_operation(expr, eok_subscript)) return;
   an_expr_node *array = first_operand_of(expr);
   an_expr_node *member = array;
   while (member->kind == enk_operation && op_of(member) != eok_dot_field) {
@@ -344,10 +344,10 @@ void convert_struct_rvalue_to_comma_expr_if_needed(an_expr_node *expr)
   object->next = field;
   first_operand_of(member) = object;
   member->is_lvalue = true;
-  an_expr_node *index = array->next;
+  an_expr_node *rest = array->next;
   an_expr_node *save =
       make_binary_node(eok_assign, rvalue_type(value->type), var_lvalue_expr(variable), value);
   an_expr_node *comma = make_comma_node(save, array);
-  comma->next = index;
+  comma->next = rest;
   first_operand_of(expr) = comma;
 }

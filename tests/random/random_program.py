@@ -387,7 +387,8 @@ class Program:
                   'struct big b = %s(%s, m2, s), c, *p = &c;' % (make, self.integer(1))]
         forms = ['outbig(%s(4, %s(m, 1), (struct small){9}));' % (make, change), 'OUT(%s(5, m, s).in.y[%d]);' % (make,
                                                                                                          self.number(0, 1)),
-                 'OUT(%s(m, 2).t[2]);' % change, 'c = *p = b; outbig(c);', 'outbig(%s ? b : gbig);' % self.any_value(2),
+                 'OUT(%s(m, 2).t[2]);' % change, 'OUT(*%s(6, m, s).in.y);' % make, 'outs(%s(6, m, s).name);' % make,
+                 'outs((b = gbig).name + 1); OUT(*((c = b).in.y + 1));', 'OUT(sizeof %s(1, m, s).name);' % make, 'c = *p = b; outbig(c);', 'outbig(%s ? b : gbig);' % self.any_value(2),
                  'outbig((%s, b));' % self.integer(1), 'outbig(({ struct big q = b; q.i++; q; }));',
                  'OUT((%s ? b : gbig).in.y[1]);' % self.integer(1), 'OUT((b = gbig).i);', 'm = (m2 = %s(m2, 1)); OUT(m.s);' % change,
                  'struct { struct mid a[2]; } n = {{%s(m, 1), %s(m, 2)}}; OUT(n.a[1].s);' % (change, change),
