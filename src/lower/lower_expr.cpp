@@ -223,6 +223,9 @@ void lower_bool_incr_decr(an_expr_node *expr)
     new_value = bool_not(value_of_object(object), type);
   } else {
     new_value = add_implicit_cast(node_for_integer_constant(1, ik_int), type);
+    // The old value doesn't matter, but reading it does.
+    bool is_read = old_value != nullptr || !is_volatile_qualified(object->type);
+    if (!is_read) new_value = make_comma_node(value_of_object(object), new_value);
   }
   an_expr_node *result = make_binary_node(eok_assign, type, object, new_value);
   if (old_value != nullptr) result = make_comma_node(result, old_value);

@@ -29,14 +29,17 @@ def check(rvparse, seed, keep):
             file.write(Program(seed).text())
         direct, made = os.path.join(work, 'direct'), os.path.join(work, 'made')
         generated = os.path.join(work, 'random.int.c')
-        problem = run(rvparse, source, direct, generated, made)
+        problem = run(rvparse, seed, source, direct, generated, made)
         if problem and keep:
             shutil.copy(source, keep)
         return problem
 
 
-def run(rvparse, source, direct, generated, made):
-    done = support.run(support.DIRECT + ['-std=gnu99', source, '-o', direct, '-lm'])
+def run(rvparse, seed, source, direct, generated, made):
+    # (of the direct build, of the translation, of the generated C)
+    char, ours, theirs = [(['-funsigned-char'], [], []), (['-fsigned-char'], ['--signed_chars'], ['-fsigned-char']),
+                          (['-funsigned-char'], ['--noenhance'], [])][seed % 3]
+    done = support.run(support.DIRECT + char + ['-std=gnu99', source, '-o', direct, '-lm'])
     if b'internal compiler error' in done.stderr:
         return None
     if done.returncode != 0:
@@ -44,10 +47,10 @@ def run(rvparse, source, direct, generated, made):
     wanted = support.run(support.RUN + [direct], timeout=20)
     if wanted.returncode != 0:
         return 'direct run: exit %d' % wanted.returncode
-    done = support.translate(rvparse, source, generated, ['--c99', '--gcc', '--no_warnings'])
+    done = support.translate(rvparse, source, generated, ['--c99', '--gcc', '--no_warnings'] + ours)
     if support.crashed(done) or done.returncode != 0:
         return 'translation: %s' % done.stderr.decode(errors='replace')[:300]
-    done = support.run(support.COMPILE + [generated, '-o', made, '-lm'])
+    done = support.run(support.COMPILE + theirs + [generated, '-o', made, '-lm'])
     if done.returncode != 0:
         return 'generated C: %s' % done.stderr.decode(errors='replace')[:300]
     found = support.run(support.RUN + [made], timeout=60)

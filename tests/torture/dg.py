@@ -18,7 +18,7 @@ from torture.excluded import EXCLUDED_BY_COMMENT, EXCLUDED_BY_TEXT, EXCLUDED_DG
 
 # Folders of other languages, machines and of what only an optimizer is asked.
 NOT_OURS = ('plugin', 'ubsan', 'asan', 'tsan', 'gomp', 'goacc', 'simulate-thread', 'atomic', 'analyzer', 'lto', 'tm',
-            'dfp', 'fixed-point', 'charset', 'compat', 'sso', 'pch', 'graphite', 'weak', 'tls', 'vmx')
+            'dfp', 'fixed-point', 'charset', 'compat', 'pch', 'graphite', 'weak', 'tls', 'vmx')
 
 
 def split_comments(text):

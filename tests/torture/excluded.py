@@ -81,4 +81,18 @@ EXCLUDED_BY_COMMENT = [
 ]
 
 # Run-time cases of gcc.dg: (pattern of the path, reason).
-EXCLUDED_DG = []
+EXCLUDED_DG = [
+    ('attr-ifunc-*.c', 'attribute of the compiler behind'),
+    ('ipa/ipa-pta-19.c', 'attribute of the compiler behind'),
+    ('sso-*.c', 'attribute of the compiler behind'),
+    ('sso/*', 'attribute of the compiler behind'),
+    ('bitfld-3.c', "a bit-field's type doesn't align the target's structures"),
+    ('bitfld-4.c', "a bit-field's type doesn't align the target's structures"),
+    ('c90-*.c', 'what C90 without extensions reads in another way'),
+    ('cpp/pr23827_c90.c', 'what C90 without extensions reads in another way'),
+    ('cpp/pr61854-*.c', 'what C90 without extensions reads in another way'),
+    ('cpp/strify5.c', 'white space that only empty expansions leave'),
+    ('cpp/utf8-5byte-1.c', 'a sequence of five bytes is no character'),
+    ('ucnid-5.c', 'the dollar sign as a universal character'),
+    ('ucnid-9.c', 'another execution character set'),
+]
