@@ -332,7 +332,7 @@ static void write_declaration_statement(a_statement *statement)
 // A variable whose type is fixed at run time is declared by a statement of its own.
 static bool is_declared_by_statement(const a_variable *variable)
 {
-  return variable->storage_class != sc_static && is_variably_modified_type(variable->type);
+  return is_variably_modified_type(variable->type);
 }
 
 static void write_variable_list(a_variable *list)

@@ -359,7 +359,7 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
   if (decision.linkage == idl_none && variable->storage_class == sc_static) {
     check_local_static(symbol, variable);
   }
-  if (variable->storage_class == sc_auto || variable->storage_class == sc_register) {
+  if (variable->storage_class != sc_extern) {
     vla_declaration_statement(variable, &locator->position);
   }
   if (decision.is_definition && is_volatile_qualified(variable->type)) {

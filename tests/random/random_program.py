@@ -254,7 +254,7 @@ class Program:
         for _ in range(6):
             field = self.pick('abcdefg')
             lines.append(self.pick(['gb.%s = %s;', 'gb.%s += %s;', 'out(gb.%s = %s, 0);', 'gb.%s ^= %s;', 'gb.%s *= %s;',
-                                    'gb.%s <<= %s & 3;', 'gb.%s++; (void)%s;', 'out(--gb.%s, %s & 1);',
+                                    'gb.%s <<= %s & 3;', 'gb.%s++; (void)%s;', 'out(--gb.%s, 1); (void)%s;',
                                     'gb.%s--; (void)%s;']) % (field, self.integer(1)))
         lines += ['out(gb.%s, 0);' % field for field in 'abcdefg']
         self.call_of(self.function(lines))
@@ -522,6 +522,101 @@ class Program:
             lines.append('OUT(%s);' % self.constant(4))
         self.call_of(self.function(lines))
 
+    def scopes(self):
+        """Names that hide each other, and local entities of all kinds, some of which nothing uses."""
+        name, lines = self.pick(['x', 'gb', 'calls', 'a', 'tag']), []
+        self.vars, self.constants = [], set()
+        forms = [
+            'static int %(n)s = %(k)d; OUT(++%(n)s);', 'static int unused%(s)d; static char %(n)s[] = "ab%(k)d"; outs(%(n)s);',
+            'enum { %(n)s = %(k)d, %(n)s_%(s)d }; OUT(%(n)s_%(s)d);', 'typedef short %(n)s; %(n)s v = %(k)d; OUT(v);',
+            'struct %(n)s { int %(n)s; } v = {%(k)d}, unused; OUT(v.%(n)s);', 'union %(n)s { char c[4]; int i; } %(n)s = {.i = %(k)d}; OUT(%(n)s.i);',
+            'int %(n)s = %(k)d; { int %(n)s = %(k)d + 1; OUT(%(n)s); } OUT(%(n)s);', 'int %(n)s; %(n)s: %(n)s = %(k)d; OUT(%(n)s);',
+            'extern long long id(long long); OUT(id(%(k)d));', 'int %(n)s_%(s)d(int); OUT(sizeof %(n)s_%(s)d(1));',
+            'struct u%(s)d; struct u%(s)d { struct u%(s)d *next; int v; } one = {0, %(k)d}, two = {&one}; OUT(two.next->v);',
+            'extern int calls; OUT(calls - calls + %(k)d);', 'for (int %(n)s = 0; %(n)s < 2; %(n)s++) { static int seen; seen += %(n)s + %(k)d; OUT(seen); }',
+            'static const struct { int %(n)s[2]; const char *p; } v[] = {{{1, %(k)d}, "p"}, {{3}}}; OUT(v[0].%(n)s[1] + (v[1].p == 0));',
+            'static int v, *%(n)s = &v; *%(n)s += %(k)d; OUT(v);',
+            'enum t%(s)d { P%(s)d = %(k)d }; { enum t%(s)d { Q%(s)d = 4 }; OUT(Q%(s)d + P%(s)d); }',
+            'if (%(k)d & 1) { static int %(n)s; OUT(%(n)s--); } else { static double %(n)s = 1.5; OUTF(%(n)s); }']
+        for form in self.random.sample(forms, self.number(5, 10)):
+            text = form % {'n': name, 'k': self.number(0, 99), 's': self.serial}
+            self.serial += 1
+            lines.append(self.pick(['{ %s }', '{ { %s } }', 'do { %s } while (0);', '({ %s });']) % text)
+        done = self.function(lines)
+        self.call_of(done)
+        self.call_of(done)
+
+    def pointers(self):
+        lines = self.locals(3)
+        self.note_constants(lines)
+        kind = self.pick([t for t in INTEGERS if t != 'enum e' and t != '_Bool'])
+        lines += ['%s a[3][4], *p = a[1], **pp = &p, (*row)[4] = a; const %s *cp = p; void *vp = a;' % (kind, kind),
+                  'for (int i = 0; i < 12; i++) a[0][i] = i * 3 + %d;' % self.number(0, 9),
+                  'long long (*fp)(long long) = id, (*table[2])(long long) = {id, &id}; char *s = (char[]){"pointer"};']
+        forms = ['OUT(p[-1] + *(p + 2)); OUT(p - a[0]);', 'OUT((*pp)++[1]); OUT(*p);', 'OUT(row[1][2]); row++; OUT((*row)[0]); row--;',
+                 'OUT(*--p); OUT(*++p); OUT(++*p); OUT(p[0]++); OUT(*p);', 'OUT(((%s *)vp)[5]);' % kind, 'OUT(2[a][1]); OUT(*(*(a + 1) + 1));',
+                 'OUT(fp(3) + (*fp)(4) + (**table)(5) + table[1](6) + (&id == fp));', 'OUT(&a[2][0] - p); OUT((char *)&a[1] - (char *)a);',
+                 'OUT(p > a[0] && p <= a[2] && p != 0 && !!p);', 'cp = %s ? p : 0; OUT(cp == p);' % self.integer(1),
+                 'vp = 1 ? p : vp; OUT(vp == (void *)p);', 'OUT(*(%s ? &a[0][1] : &a[0][2]));' % self.integer(1), 'OUT(s[2]); OUT(*s++ + *s); s[1] = 0; outs(s);',
+                 'p += 2; p -= 1; OUT(*p);', 'OUT(*(p = a[2]));', 'OUT((%s, p)[1]);' % self.integer(1), 'long n = (long)p; OUT(*(%s *)n);' % kind,
+                 '%s *q[2] = {p, a[2]}; OUT(*q[1] + **q);' % kind,
+                 'struct { %s *p; int (*f)(void); long long (*g)(long long); } o = {p, 0, fp}; OUT(o.f ? 1 : o.g(*o.p));' % kind,
+                 'OUT(({ %s *t = p; t++; })[-1]);' % kind, 'OUT((&a[1])[1][0]);']
+        for form in self.random.sample(forms, self.number(6, 11)):
+            lines.append('{ p = a[1]; %s }' % form)
+        self.call_of(self.function(lines))
+
+    def layouts(self):
+        """Structures of all shapes, whose sizes nothing shows: values in, values out."""
+        self.vars, self.constants = [], set()
+        tag, members, inits, shows = self.name('S'), [], [], []
+        for number in range(self.number(3, 9)):
+            field = 'm%d' % number
+            value = self.number(0, 1)
+            kind = self.number(0, 7)
+            if kind == 0:
+                width = self.number(1, 13)
+                members.append('%s %s : %d;' % (self.pick(['int', 'unsigned', 'unsigned short', 'long long', 'signed char : 0; int']),
+                                                field, width))
+                shows.append('out(p->%s, 0);' % field)
+            elif kind == 1:
+                members.append('struct { short %s; union { int %su; char %sc[4]; }; };' % ((field,) * 3))
+                field = field + 'u'
+                shows.append('OUT(p->%s);' % field)
+            elif kind == 2:
+                members.append('%s %s[%d];' % (self.pick(['char', 'int', 'double']), field, self.number(1, 5)))
+                shows.append('outf(p->%s[0], 0);' % field)
+                inits.append('.%s = {%d}' % (field, value))
+                continue
+            elif kind == 3:
+                members.append('int : %d; _Bool %s;' % (self.number(0, 9), field))
+                shows.append('OUT(p->%s);' % field)
+            elif kind == 4:
+                members.append('%s %s __attribute__((%s));' % (self.pick(['int', 'char', 'long long']), field,
+                                                              self.pick(['packed', 'aligned(8)', 'aligned(2)'])))
+                shows.append('OUT(p->%s);' % field)
+            elif kind == 5:
+                members.append('struct { struct mid s; int w : 5; } %s;' % field)
+                shows.append('out(p->%s.s.s + p->%s.w, 0);' % (field, field))
+                inits.append('.%s = {{%d, "x"}, %d}' % (field, self.number(0, 99), value))
+                continue
+            else:
+                members.append('%s %s;' % (self.pick(INTEGERS + FLOATS), field))
+                shows.append('outf(p->%s, 0);' % field)
+            inits.append('.%s = %d' % (field, value))
+        attribute = self.pick(['', '', ' __attribute__((packed))', ' __attribute__((aligned(16)))'])
+        union = self.pick(['', '', '', 'union { char first; '])
+        self.functions.append('struct %s { %s%s%s }%s;' % (tag, union, '' if not union else 'int second; } mixed; ', ' '.join(members),
+                                                           attribute))
+        self.functions.append('static struct %s %sg[2] = {[1] = {%s}};' % (tag, tag, ', '.join(inits)))
+        show = self.function(shows, parameters='struct %s *p' % tag)
+        self.functions.append('static struct %s %sc(struct %s v) { return v; }' % (tag, tag, tag))
+        fill = self.random.sample(inits, self.number(1, len(inits)))
+        lines = ['%s(&%sg[1]);' % (show, tag), 'struct %s a = {%s}, b = a, c[2]; %s(&b); c[1] = %sc(a); %s(&c[1]);' % (
+            tag, ', '.join(fill), show, tag, show), '%s(&(struct %s){%s});' % (show, tag, ', '.join(reversed(fill))),
+            'static struct { char c; struct %s s; } n = {1, {%s}}; %s(&n.s);' % (tag, ', '.join(fill), show)]
+        self.call_of(self.function(lines))
+
     # --- The program
 
     def call_of(self, name, arguments=''):
@@ -531,7 +626,7 @@ class Program:
         self.calls = []
         kinds = [self.expressions, self.expressions, self.assignments, self.designators, self.variable_arrays,
                  self.complex_values, self.jumps, self.structures, self.variadic, self.old_style, self.effects,
-                 self.constants]
+                 self.constants, self.scopes, self.pointers, self.layouts]
         for kind in kinds + self.random.sample(kinds, 4):
             kind()
         return HEAD + '\n'.join(self.functions) + '\nint main(void)\n{\n%s\n  return 0;\n}\n' % '\n'.join(self.calls)
