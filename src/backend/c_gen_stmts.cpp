@@ -329,12 +329,6 @@ static void write_declaration_statement(a_statement *statement)
     write_variable(decl.variable, true, true);
 }
 
-// A variable whose type is fixed at run time is declared by a statement of its own.
-static bool is_declared_by_statement(const a_variable *variable)
-{
-  return is_variably_modified_type(variable->type);
-}
-
 static void write_variable_list(a_variable *list)
 {
   for (a_variable *variable = list; variable != nullptr; variable = variable->next)

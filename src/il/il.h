@@ -179,6 +179,9 @@ a_statement *change_statement_into_block(a_statement *statement);
 a_statement *copy_statement(const a_statement *statement);
 a_statement *last_statement_in_block(a_statement *block);
 void turn_statement_into_noop(a_statement *statement);
+// Whether a local variable is declared where the source does it, by a stmk_type_or_var_decl, and not
+// at the start of its block: its type is fixed at run time, or leaving its scope has effects.
+bool is_declared_by_statement(const a_variable *variable);
 
 // --- Initializations and lifetimes ---------------------------------------------------------------
 

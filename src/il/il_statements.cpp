@@ -215,6 +215,11 @@ a_vla_dimension *find_vla_dimension(a_type *type)
   return find_vla_dimension_in_current_function(type);
 }
 
+bool is_declared_by_statement(const a_variable *variable)
+{
+  return variable->cleanup_routine != nullptr || is_variably_modified_type(variable->type);
+}
+
 // --- Routines ------------------------------------------------------------------------------------
 
 void set_block_scope_handler(a_scope *scope, a_handler *handler)

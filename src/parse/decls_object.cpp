@@ -298,10 +298,10 @@ static void check_local_static(a_symbol *symbol, a_variable *variable)
   record_ref_within_inline_function(routine, symbol, &symbol->position, true);
 }
 
-// An object of variable length comes to life here.
-static void vla_declaration_statement(a_variable *variable, const a_source_position *position)
+// An object of variable length comes to life here, and one with a cleanup goes into scope.
+static void declaration_statement(a_variable *variable, const a_source_position *position)
 {
-  if (!il_header.vla_used || !is_variably_modified_type(variable->type)) return;
+  if (!is_declared_by_statement(variable)) return;
   variable->is_vla = is_vla_type(variable->type);
   if (!in_statement_context()) return;
   if (inside_statement_expression() && variable->is_vla) {
@@ -311,6 +311,7 @@ static void vla_declaration_statement(a_variable *variable, const a_source_posit
   a_statement *statement = add_statement_at_stmt_pos(stmk_type_or_var_decl, position);
   decl_of(statement).is_type = false;
   decl_of(statement).variable = variable;
+  if (!is_variably_modified_type(variable->type)) return;
   record_trivial_init_control_flow(variable);
 }
 
@@ -360,7 +361,7 @@ void decl_variable(a_symbol_locator *locator, a_decl_parse_state *state, uint32_
     check_local_static(symbol, variable);
   }
   if (variable->storage_class != sc_extern) {
-    vla_declaration_statement(variable, &locator->position);
+    declaration_statement(variable, &locator->position);
   }
   if (decision.is_definition && is_volatile_qualified(variable->type)) {
     symbol->referenced = true;

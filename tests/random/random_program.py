@@ -29,6 +29,7 @@ static void outbig(struct big b) { printf("%s.%d %d %g %.6s %lld %d %d %d\n", wh
 #define OUTF(e) outf(e, KIND(e))
 static double clamp(double d) { return d > 1000 ? 1000 : d < -1000 ? -1000 : d == d ? d : 7; }
 static long long id(long long v) { return v; }
+static void gone(int *v) { out(*v, 77); }
 static int calls;
 static int count(int v) { calls++; return v; }
 static struct bits gb;
@@ -537,6 +538,8 @@ class Program:
             'static const struct { int %(n)s[2]; const char *p; } v[] = {{{1, %(k)d}, "p"}, {{3}}}; OUT(v[0].%(n)s[1] + (v[1].p == 0));',
             'static int v, *%(n)s = &v; *%(n)s += %(k)d; OUT(v);',
             'enum t%(s)d { P%(s)d = %(k)d }; { enum t%(s)d { Q%(s)d = 4 }; OUT(Q%(s)d + P%(s)d); }',
+            '{ if (%(k)d & 2) goto e%(s)d; int w __attribute__((cleanup(gone))) = %(k)d; OUT(w); int u __attribute__((cleanup(gone))) '
+            '= 5; if (w & 1) goto e%(s)d; OUT(u); } e%(s)d: OUT(6);',
             'if (%(k)d & 1) { static int %(n)s; OUT(%(n)s--); } else { static double %(n)s = 1.5; OUTF(%(n)s); }']
         for form in self.random.sample(forms, self.number(5, 10)):
             text = form % {'n': name, 'k': self.number(0, 99), 's': self.serial}
