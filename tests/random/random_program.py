@@ -5,26 +5,33 @@ INTEGERS = ['_Bool', 'char', 'signed char', 'short', 'unsigned short', 'int', 'u
             'long long', 'unsigned long long', 'enum e']
 FLOATS = ['float', 'double']
 
-HEAD = r'''
+GNU_HEAD = r'''
 #include <stdarg.h>
 #include <stdio.h>
+#define IS(e, t, n) (__builtin_types_compatible_p(__typeof__(e), t) ? n : 0)
+#define KIND(e) (IS(e, int, 1) + IS(e, unsigned, 2) + IS(e, long, 3) + IS(e, unsigned long, 4) + IS(e, long long, 5) + \
+  IS(e, unsigned long long, 6) + IS(e, float, 7) + IS(e, double, 8) + IS(e, _Bool, 9) + IS(e, char, 10) + IS(e, short, 11) + \
+  IS(e, unsigned short, 12) + IS(e, signed char, 13))
+static const char *where; static int line;
+static void outz(double _Complex z) { printf("%s.%d %.9g %.9g\n", where, line++, __real z, __imag z); }
+'''
+STRICT_HEAD = r'''
+int printf(const char *, ...);
+#define KIND(e) 0
+static const char *where; static int line;
+'''
+HEAD = r'''
 enum e { E0, E1 = 5, E2 = -3, E3 = 70000 };
 struct bits { int a : 3; unsigned b : 5; _Bool c : 1; unsigned short d : 9; signed char e : 4; long long f : 37; unsigned g : 32; };
 struct small { char c; };
 struct mid { short s; char t[3]; };
 struct big { int i; double d; char name[6]; long long l; struct { int x, y[2]; } in; };
 union mix { int i; float f; char c[4]; };
-static const char *where; static int line;
 static void at(const char *name) { where = name; line = 0; }
 static void out(long long v, int type) { printf("%s.%d %lld %d\n", where, line++, v, type); }
 static void outf(double v, int type) { printf("%s.%d %.9g %d\n", where, line++, v, type); }
-static void outz(double _Complex z) { printf("%s.%d %.9g %.9g\n", where, line++, __real z, __imag z); }
 static void outs(const char *s) { printf("%s.%d %s\n", where, line++, s); }
 static void outbig(struct big b) { printf("%s.%d %d %g %.6s %lld %d %d %d\n", where, line++, b.i, b.d, b.name, b.l, b.in.x, b.in.y[0], b.in.y[1]); }
-#define IS(e, t, n) (__builtin_types_compatible_p(__typeof__(e), t) ? n : 0)
-#define KIND(e) (IS(e, int, 1) + IS(e, unsigned, 2) + IS(e, long, 3) + IS(e, unsigned long, 4) + IS(e, long long, 5) + \
-  IS(e, unsigned long long, 6) + IS(e, float, 7) + IS(e, double, 8) + IS(e, _Bool, 9) + IS(e, char, 10) + IS(e, short, 11) + \
-  IS(e, unsigned short, 12) + IS(e, signed char, 13))
 #define OUT(e) out((long long)(e), KIND(e) * 100 + (int)sizeof(e))
 #define OUTF(e) outf(e, KIND(e))
 static double clamp(double d) { return d > 1000 ? 1000 : d < -1000 ? -1000 : d == d ? d : 7; }
@@ -39,7 +46,9 @@ static struct big gbig = { 3, 1.5, "hello", 1LL << 40, { 1, { 2, 3 } } };
 
 
 class Program:
-    def __init__(self, seed):
+    def __init__(self, seed, gnu=True):
+        """Without `gnu`, the program is plain C99 and includes nothing."""
+        self.gnu = gnu
         self.random = random.Random(seed)
         self.functions, self.vars, self.serial = [], [], 0
 
@@ -47,6 +56,16 @@ class Program:
 
     def pick(self, items):
         return self.random.choice(items)
+
+    def standard(self, forms):
+        """The forms that the dialect has."""
+        if self.gnu:
+            return forms
+        return [f for f in forms if not any(g in f for g in ('({', '__typeof__', '...', '?:', '__attribute__', '1[a]', 'sizeof(main)'))]
+
+    def sample(self, forms, count):
+        forms = self.standard(forms)
+        return self.random.sample(forms, min(count, len(forms)))
 
     def chance(self, percent):
         return self.random.randrange(100) < percent
@@ -116,12 +135,12 @@ class Program:
 
     def conditional(self, depth):
         condition = self.any_value(depth)
-        if self.chance(25):
+        if self.gnu and self.chance(25):
             return '(%s ?: %s)' % (self.integer(depth), self.integer(depth))
         return '(%s ? %s : %s)' % (condition, self.integer(depth), self.integer(depth))
 
     def conversion(self, depth):
-        if self.chance(10):
+        if self.gnu and self.chance(10):
             return '((__typeof__(%s))%s)' % (self.integer(depth), self.integer(depth))
         return '((%s)%s)' % (self.pick(INTEGERS), self.integer(depth))
 
@@ -143,6 +162,8 @@ class Program:
         return '((union mix){.c = {%s, %s}}.c[%d])' % (value, self.integer(depth), self.number(0, 2))
 
     def statement_expression(self, depth):
+        if not self.gnu:
+            return self.binary(depth)
         own = self.name('s')
         kind = self.pick(INTEGERS)
         first = self.integer(depth)
@@ -185,7 +206,7 @@ class Program:
             return '(%s ? %s : %s)' % (self.any_value(depth - 1), self.real(depth - 1), self.any_value(depth - 1))
         if kind == 3:
             return '(*(%s[]){%s})' % (self.pick(FLOATS), self.any_value(depth - 1))
-        if kind == 4:
+        if kind == 4 and self.gnu:
             return '({ %s r = %s; r; })' % (self.pick(FLOATS), self.any_value(depth - 1))
         return '(%s %s %s)' % (self.real(depth - 1), self.pick('+-*'), self.any_value(depth - 1))
 
@@ -285,13 +306,13 @@ class Program:
         for _ in range(self.number(1, 5)):
             low = self.number(0, size - 1)
             high = self.number(low, size - 1)
-            parts.append(self.pick(['[%d] = %s' % (low, self.integer(1)),
-                                    '[%d ... %d] = %d' % (low, high, self.number(0, 99))]))
+            parts.append(self.pick(self.standard(['[%d] = %s' % (low, self.integer(1)),
+                                                  '[%d ... %d] = %d' % (low, high, self.number(0, 99))])))
         lines.append('%s %s[%d] = {%s};' % (kind, array, size, ', '.join(parts)))
         lines.append('for (int i = 0; i < %d; i++) OUT(%s[i]);' % (size, array))
         saved, self.vars = self.vars, []
-        lines.append('static struct big %s[3] = {[1].i = 5, [2] = {.l = 7, .in = {1, {2, 3}}}, [0 ... 1].d = %d};'
-                     % (array + 's', self.number(0, 9)))
+        lines.append('static struct big %s[3] = {[1].i = 5, [2] = {.l = 7, .in = {1, {2, 3}}}, %s.d = %d};'
+                     % (array + 's', '[0 ... 1]' if self.gnu else '[1]', self.number(0, 9)))
         lines.append('for (int i = 0; i < 3; i++) outbig(%ss[i]);' % array)
         self.vars = saved
         lines.append('outbig((struct big)%s);' % self.initializer_of_big(1))
@@ -312,7 +333,7 @@ class Program:
                  'for (int i = 1; i < 3; i++) { %s b[i + 1]; b[i] = i; OUT(b[i] + sizeof b); }' % kind,
                  'int w = 0; again: { %s b[w + 1]; b[w] = w; OUT(b[w]); if (++w < 3) goto again; }' % kind,
                  '%s *flat = &a[0][0]; OUT(flat[m + 1] == a[1][1]); OUT((%s *)(p + 1) - (%s *)p);' % (kind, kind, kind)]
-        for form in self.random.sample(forms, self.number(3, 6)):
+        for form in self.sample(forms, self.number(3, 6)):
             lines.append('{ k = m; %s }' % form)
         inner = self.name('g')
         self.functions.append('static long long %s(int n, int m, %s a[n][m], %s (*b)[m %s])\n{\n  long long s = sizeof *a + sizeof *b;\n'
@@ -352,17 +373,17 @@ class Program:
         used, cases = set(), self.number(3, 7)
         for _ in range(cases):
             low = self.number(-3, 130)
-            high = low + self.pick([0, 0, 0, 2, 5])
+            high = low + self.pick([0, 0, 0, 2, 5] if self.gnu else [0])
             if any(v in used for v in range(low, high + 1)):
                 continue
             used.update(range(low, high + 1))
             lines.append('  case %s:' % ('%d' % low if low == high else '%d ... %d' % (low, high)))
-            lines.append('    steps += %d; %s' % (self.number(1, 50), self.pick(
+            lines.append('    steps += %d; %s' % (self.number(1, 50), self.pick(self.standard(
                 ['break;', 'continue;', '', 'if (steps & 1) break;', 'goto %s;' % labels[0], 'if (v > 2) goto %s;' % labels[1],
                  'while (steps %% 3) { steps++; case %d: steps += 3; }' % self.fresh(used),
                  'do { steps++; if (steps > 90) break; case %d: ; } while (steps & 2);' % self.fresh(used),
                  'if (v) { case %d: steps ^= 5; } else steps--;' % self.fresh(used),
-                 'for (int i = 0; ({ int t = i < 2; t; }); i++) { if (i) break; steps += ({ if (v == 3) continue; 2; }); }'])))
+                 'for (int i = 0; ({ int t = i < 2; t; }); i++) { if (i) break; steps += ({ if (v == 3) continue; 2; }); }']))))
         lines.append('  %s steps *= 3; %s' % (self.pick(['default:', '']), self.pick(['break;', ''])))
         lines.append('  }')
         lines.append('  if (steps > 100000) steps %= 1000;')
@@ -396,7 +417,7 @@ class Program:
                  'struct mid v[2] = {m, [1] = m2}; v[0] = v[1]; OUT(v[0].s);', 'OUT(({ %s(1, m, s); }).in.y[0]);' % make,
                  'union mix u = {.i = %s}, w = u; OUT(w.i); OUT((w.c[1] = 3, w.c[1]));' % self.integer(1),
                  '*p = (struct big){.l = m.s}; outbig(*p);', 'gbig = *({ p = &b; p; }); outbig(gbig);']
-        for form in self.random.sample(forms, self.number(4, 8)):
+        for form in self.sample(forms, self.number(4, 8)):
             lines.append('{ %s }' % form)
         self.call_of(self.function(lines))
 
@@ -475,7 +496,7 @@ class Program:
                  'int x = 1; if (({ count(x); }) && (x = 0, ({ count(1); })) || ({ x = 7; 0; })) OUT(x); OUT(%s);',
                  'int a[2] = {1, 2}; int *p = a; (*(count(1), p) += 3) ; OUT(a[0]); OUT(%s);',
                  'float g = 1.5f; g += count(1) ? 2.5 : %s; OUTF(g); g++; OUTF(g--); OUTF(g);']
-        for form in self.random.sample(forms, self.number(4, 9)):
+        for form in self.sample(forms, self.number(4, 9)):
             lines.append('{ %s OUT(calls); }' % (form % self.integer(1)))
         self.call_of(self.function(lines))
 
@@ -490,8 +511,10 @@ class Program:
             '(%s %s %d)' % (one, self.pick(['<<', '>>']), self.number(0, 15)),
             '(%s %s %d)' % (one, self.pick('/%'), self.number(1, 99)), '(%s%s)' % (self.pick('-~!+'), one),
             '((%s)%s)' % (self.pick(INTEGERS), one), '((%s)%s)' % (self.pick(INTEGERS), one),
-            '(%s ? %s : %s)' % (self.constant(0), one, two), '((int)(%s))' % self.real_constant(2),
-            '(%s < %s)' % (self.real_constant(depth - 1), self.real_constant(depth - 1))])
+            '(%s ? %s : %s)' % (self.constant(0), one, two)] + ([] if not self.gnu else [
+                # C99 has no arithmetic of floating constants in integer constant expressions.
+                '((int)(%s))' % self.real_constant(2),
+                '(%s < %s)' % (self.real_constant(depth - 1), self.real_constant(depth - 1))]))
 
     def real_constant(self, depth):
         if depth <= 0:
@@ -511,8 +534,9 @@ class Program:
         lines.append('static double %s[] = {%s}; static float %sf = %s;' % (
             name, ', '.join(self.real_constant(3) for _ in range(4)), name, self.real_constant(3)))
         lines.append('for (int i = 0; i < 4; i++) OUTF(%s[i]); OUTF(%sf);' % (name, name))
-        lines.append('static double _Complex %sz = %s + %s * 1.0i; outz(%sz);' % (
-            name, self.real_constant(2), self.real_constant(1), name))
+        if self.gnu:
+            lines.append('static double _Complex %sz = %s + %s * 1.0i; outz(%sz);' % (
+                name, self.real_constant(2), self.real_constant(1), name))
         lines.append('enum { %sa = (int)(%s), %sb, %sc = %sa ^ 5 }; OUT(%sa); OUT(%sb); OUT(%sc);' % (
             name, self.constant(3), *[name] * 6))
         lines.append('char %sd[(%s & 31) + 1]; OUT(sizeof %sd);' % (name, self.constant(3), name))
@@ -541,10 +565,10 @@ class Program:
             '{ if (%(k)d & 2) goto e%(s)d; int w __attribute__((cleanup(gone))) = %(k)d; OUT(w); int u __attribute__((cleanup(gone))) '
             '= 5; if (w & 1) goto e%(s)d; OUT(u); } e%(s)d: OUT(6);',
             'if (%(k)d & 1) { static int %(n)s; OUT(%(n)s--); } else { static double %(n)s = 1.5; OUTF(%(n)s); }']
-        for form in self.random.sample(forms, self.number(5, 10)):
+        for form in self.sample(forms, self.number(5, 10)):
             text = form % {'n': name, 'k': self.number(0, 99), 's': self.serial}
             self.serial += 1
-            lines.append(self.pick(['{ %s }', '{ { %s } }', 'do { %s } while (0);', '({ %s });']) % text)
+            lines.append(self.pick(self.standard(['{ %s }', '{ { %s } }', 'do { %s } while (0);', '({ %s });'])) % text)
         done = self.function(lines)
         self.call_of(done)
         self.call_of(done)
@@ -565,7 +589,7 @@ class Program:
                  '%s *q[2] = {p, a[2]}; OUT(*q[1] + **q);' % kind,
                  'struct { %s *p; int (*f)(void); long long (*g)(long long); } o = {p, 0, fp}; OUT(o.f ? 1 : o.g(*o.p));' % kind,
                  'OUT(({ %s *t = p; t++; })[-1]);' % kind, 'OUT((&a[1])[1][0]);']
-        for form in self.random.sample(forms, self.number(6, 11)):
+        for form in self.sample(forms, self.number(6, 11)):
             lines.append('{ p = a[1]; %s }' % form)
         self.call_of(self.function(lines))
 
@@ -576,7 +600,7 @@ class Program:
         for number in range(self.number(3, 9)):
             field = 'm%d' % number
             value = self.number(0, 1)
-            kind = self.number(0, 7)
+            kind = self.pick(range(8) if self.gnu else [0, 2, 3, 5, 6])
             if kind == 0:
                 width = self.number(1, 13)
                 members.append('%s %s : %d;' % (self.pick(['int', 'unsigned', 'unsigned short', 'long long', 'signed char : 0; int']),
@@ -607,7 +631,7 @@ class Program:
                 members.append('%s %s;' % (self.pick(INTEGERS + FLOATS), field))
                 shows.append('outf(p->%s, 0);' % field)
             inits.append('.%s = %d' % (field, value))
-        attribute = self.pick(['', '', ' __attribute__((packed))', ' __attribute__((aligned(16)))'])
+        attribute = self.pick(self.standard(['', '', ' __attribute__((packed))', ' __attribute__((aligned(16)))']))
         union = self.pick(['', '', '', 'union { char first; '])
         self.functions.append('struct %s { %s%s%s }%s;' % (tag, union, '' if not union else 'int second; } mixed; ', ' '.join(members),
                                                            attribute))
@@ -630,6 +654,8 @@ class Program:
         kinds = [self.expressions, self.expressions, self.assignments, self.designators, self.variable_arrays,
                  self.complex_values, self.jumps, self.structures, self.variadic, self.old_style, self.effects,
                  self.constants, self.scopes, self.pointers, self.layouts]
+        if not self.gnu:
+            kinds = [k for k in kinds if k not in (self.complex_values, self.variadic)]
         for kind in kinds + self.random.sample(kinds, 4):
             kind()
-        return HEAD + '\n'.join(self.functions) + '\nint main(void)\n{\n%s\n  return 0;\n}\n' % '\n'.join(self.calls)
+        return (GNU_HEAD if self.gnu else STRICT_HEAD) + HEAD + '\n'.join(self.functions) + '\nint main(void)\n{\n%s\n  return 0;\n}\n' % '\n'.join(self.calls)
