@@ -299,14 +299,26 @@ static void write_identifier_list(a_variable *parameters)
   put_char(')');
 }
 
-static void write_old_style_parameters(a_variable *parameters)
+// The plain ones come first: bounds of the others may name them, whatever their order in the list.
+static void write_old_style_parameters_of_kind(a_variable *parameters, bool variably_modified)
 {
   for (a_variable *parameter = parameters; parameter != nullptr; parameter = parameter->next) {
+    if (is_variably_modified_type(parameter->type) != variably_modified) continue;
     write_position(parameter->source_corresp.decl_position);
     write_named_parameter(parameter);
     form_variable_attributes(parameter, &control);
     put_char(';');
   }
+}
+
+static void write_old_style_parameters(a_variable *parameters)
+{
+  bool saved = control.in_prototype;
+  write_old_style_parameters_of_kind(parameters, false);
+  control.in_prototype =
+      true; // bounds as they were declared: what they are stored in isn't known yet
+  if (il_header.vla_used) write_old_style_parameters_of_kind(parameters, true);
+  control.in_prototype = saved;
 }
 
 // --- Routines ------------------------------------------------------------------------------------

@@ -187,7 +187,8 @@ struct a_param_id {
   a_type *type;                               // adjusted; null in a K&R list until declared
   unsigned qualifiers;                        // dropped from the parameter type, kept for the body
   a_symbol *symbol;                           // made in the prototype scope or by a declaration
-  a_param_type *param_type;                   // null in a K&R list
+  a_param_type *param_type;                   // null in a K&R list until its end
+  unsigned number;                            // place in the list, from 1
   a_source_position position;
   a_storage_class storage_class;              // sc_register or sc_unspecified
   bool declared : 1;                          // K&R: a declaration was seen

@@ -77,6 +77,8 @@ void exception_specification(a_type *routine_type);
 
 // Bounds in a prototype wait for the body: the list that is being collected, see a_vla_fixup.
 void add_vla_fixup_entry(a_type *array_type, an_expr_node *bound, a_source_position position);
+// Makes `list` the one that takes these records; returns the former one, which the caller puts back.
+a_vla_fixup **exchange_vla_fixups(a_vla_fixup **list);
 
 // Tests the return type of a function declarator; returns it, or the error type after a message.
 a_type *check_return_type(a_type *type, a_decl_parse_state *state, a_source_position *position);

@@ -46,6 +46,13 @@ void add_vla_fixup_entry(a_type *array_type, an_expr_node *bound, a_source_posit
   *link = fixup;
 }
 
+a_vla_fixup **exchange_vla_fixups(a_vla_fixup **list)
+{
+  a_vla_fixup **former = curr_vla_fixups;
+  curr_vla_fixups = list;
+  return former;
+}
+
 //---------------------------------------------------------------------------------------------
 // Parameter ids.
 
@@ -64,7 +71,7 @@ a_param_id *add_to_param_id_list(const a_symbol_locator *locator, a_type *type,
     func_info->param_ids = id;
   }
   func_info->ids_tail = id;
-  ++func_info->param_count;
+  id->number = ++func_info->param_count;
   return id;
 }
 

@@ -36,6 +36,16 @@ struct a_declaration_context {
 //---------------------------------------------------------------------------------------------
 // Declarations of the names of an identifier list.
 
+// Declarations behind it may name the parameter, in a bound or in sizeof (C99 6.9.1p6).
+static void enter_old_style_parameter(a_param_id *id)
+{
+  a_symbol_locator locator = id->locator;
+  locator.symbol = nullptr;
+  a_symbol *symbol = enter_local_symbol(sk_parameter, &locator);
+  symbol->variant.param_type = alloc_param_type(id->type);
+  symbol->variant.param_type->number = id->number;
+}
+
 // One declarator between `)` and `{` of an old-style definition.
 static void old_style_parameter(a_symbol_locator *locator, a_decl_parse_state *state,
                                 a_func_info_block *func_info)
@@ -50,6 +60,7 @@ static void old_style_parameter(a_symbol_locator *locator, a_decl_parse_state *s
     pos_st_error(ec_id_already_declared, locator->position, locator->header->identifier);
     return;
   }
+  id->has_unspecified_bound = is_or_contains_vla_type_with_unspecified_bound(state->declared_type);
   check_and_adjust_parameter_type(&state->declared_type, &locator->position);
   a_type *plain = skip_typerefs(state->declared_type);
   if (C_dialect == 1 && plain->kind == tk_float && as_float(plain).float_kind == fk_float) {
@@ -63,6 +74,7 @@ static void old_style_parameter(a_symbol_locator *locator, a_decl_parse_state *s
   if (state->declarator_attributes) {
     *f_last_attribute_link(&id->attributes) = state->declarator_attributes;
   }
+  enter_old_style_parameter(id);
   if (state->storage_class == sc_register) {
     id->storage_class = sc_register;
   } else if (state->storage_class != sc_unspecified) {

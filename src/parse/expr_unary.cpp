@@ -147,9 +147,7 @@ static bool check_address_operand(an_operand *operand)
     revert_gcc_rvalue_to_lvalue_if_possible(operand, true);
     if (operand->kind == ok_error) return false;
   }
-  bool is_lvalue =
-      is_lvalue_operand(operand) || (operand->state == os_rvalue && is_array_type(operand->type));
-  if (!is_lvalue && !is_designator) {
+  if (!is_lvalue_operand(operand) && !is_designator) {
     expr_pos_error(ec_expr_not_an_lvalue_or_function_designator, operand->position);
     return false;
   }

@@ -105,11 +105,13 @@ static void old_style_parameters(a_decl_parse_state *state, a_func_info_block *f
   a_type *routine_type = skip_typerefs(state->declared_type);
   report_repeated_names(func_info);
   push_scope(sck_function_prototype, -1, routine_type, nullptr);
+  a_vla_fixup **outer_fixups = exchange_vla_fixups(&func_info->vla_fixups);
   add_stop_token(tok_lbrace);
   while (curr_token != tok_lbrace && curr_token != tok_end_of_source && is_decl_start(0)) {
     declaration(false, true, false, false, func_info, nullptr);
   }
   remove_stop_token(tok_lbrace);
+  exchange_vla_fixups(outer_fixups);
   a_scope_stack_entry *entry = top_scope();
   func_info->prototype_symbols = block_of_scope_entry(entry)->symbols;
   func_info->prototype_scope = entry->il_scope;

@@ -201,7 +201,8 @@ static void check_variable_symbol(a_symbol *symbol)
     check_parameter_symbol(symbol, variable);
     return;
   }
-  if (C_dialect != 2) check_tentative_definition(symbol, variable);
+  // A block's extern declaration speaks for an object that the file may still complete.
+  if (C_dialect != 2 && top_scope()->kind == sck_file) check_tentative_definition(symbol, variable);
   bool unnamed = is_in_unnamed_namespace(symbol);
   if (variable->storage_class == sc_extern) {
     if (!unnamed || variable->source_corresp.name_linkage == nlk_c) return;
