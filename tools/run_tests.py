@@ -20,6 +20,7 @@ LONG_RUNS = [
     ('tests/real/misra.py', []),
     ('tests/real/headers.py', ['--sample', '250']),
     ('tests/torture/run.py', ['--sample', '300']),
+    ('tests/torture/diagnostics.py', []),
     ('tests/torture/dg.py', ['--sample', '150']),
     ('tests/random/csmith.py', ['--from', '1', '--to', '30']),
     ('tests/random/dialect.py', ['--count', '20']),

@@ -322,8 +322,9 @@ static bool check_may_be_initialized(a_decl_parse_state *state, a_variable *vari
     pos_sy_error(ec_cannot_initialize, *pos, state->symbol);
     return false;
   }
-  bool block_extern =
-      variable->storage_class == sc_extern && in_function_scope() && !at_file_scope();
+  // C99 6.7.8p5: by what this declaration says, whatever the file says of the object.
+  bool is_extern = variable->storage_class == sc_extern || state->storage_class == sc_extern;
+  bool block_extern = is_extern && in_function_scope() && !at_file_scope();
   if (block_extern) {
     pos_sy_error(ec_cannot_initialize, *pos, state->symbol);
     return false;
