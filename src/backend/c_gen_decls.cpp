@@ -1,6 +1,7 @@
 // c_gen_decls.cpp - variables, routines, parameter lists and pragmas of the generated C.
 // Entry: write_variable, write_routine, write_prototype, write_associated_pragmas.
 #include "backend/c_gen_private.h"
+#include "lower/lower_class.h"
 #include "lex/pragma.h"
 #include "parse/scope_stk.h"
 
@@ -250,14 +251,18 @@ void write_variable(a_variable *variable, bool declare, bool initialize)
 static void write_named_parameter(a_variable *parameter)
 {
   if (parameter->storage_class == sc_register) write_register_word(parameter);
-  write_declarator(parameter->type, &parameter->source_corresp, iek_variable, false);
+  a_type *type =
+      parameter->is_by_reference ? make_pointer_type(parameter->type) : parameter->type;
+  write_declarator(type, &parameter->source_corresp, iek_variable, false);
   if (!parameter->asm_name_is_text) form_var_reg_name(parameter->register_number, &control);
 }
 
 static void write_parameter_type(a_param_type *param)
 {
-  form_type_first_part(param->type, false, false, param->qualifiers, 0, &control);
-  form_type_second_part(param->type, false, 0, &control);
+  bool by_address = class_is_passed_by_address(param->type);
+  a_type *type = by_address ? make_pointer_type(param->type) : param->type;
+  form_type_first_part(type, false, false, param->qualifiers, 0, &control);
+  form_type_second_part(type, false, 0, &control);
 }
 
 void write_prototype(a_type *routine_type, a_variable *named_parameters)

@@ -5,10 +5,12 @@
 // Entry:   prelower_class_type, lower_cplusplus_operator.
 #include <cstring>
 
+#include "driver/flags.h"
 #include "il/il_alloc.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_class.h"
 #include "lower/lower_name.h"
+#include "parse/symbol_tbl.h"
 
 // --- Fields --------------------------------------------------------------------------------------
 
@@ -147,6 +149,36 @@ static void lower_rvalue_class_adjust(an_expr_node *expr)
   expr->is_lvalue = is_lvalue;
 }
 
+// --- Arguments -----------------------------------------------------------------------------------
+
+static bool has_destructor_to_call(const a_class_symbol_supplement *supplement)
+{
+  if (supplement->destructor == nullptr) return false;
+  return !supplement->has_trivial_destructor ||
+         !routine_of_symbol(supplement->destructor)->is_compiler_generated;
+}
+
+bool class_is_passed_by_address(a_type *type)
+{
+  type = skip_typerefs(type);
+  if (C_dialect != 2 || !kind_has_class_part(type->kind)) return false;
+  a_symbol *symbol = type->source_corresp.assoc_symbol;
+  if (symbol == nullptr || !symbol_kind_is_class(symbol->kind)) return false;
+  const a_class_symbol_supplement *supplement = class_supplement_of_symbol(symbol);
+  return !supplement->has_trivial_copy_constructor || has_destructor_to_call(supplement);
+}
+
+void pass_class_arguments(an_expr_node **list)
+{
+  for (an_expr_node **link = list; *link != nullptr; link = &(*link)->next) {
+    an_expr_node *argument = *link;
+    if (!class_is_passed_by_address(argument->type)) continue;
+    an_expr_node *rest = argument->next;
+    *link = address_of_class_value(argument);
+    (*link)->next = rest;
+  }
+}
+
 // --- Casts ---------------------------------------------------------------------------------------
 
 // The pointer, moved by a number of bytes, as a pointer of the type.
@@ -210,6 +242,7 @@ static void lower_class_cast(an_expr_node *expr, bool to_base)
 static void lower_cplusplus_call(an_expr_node *expr)
 {
   an_expr_node *function = first_operand_of(expr);
+  pass_class_arguments(&function->next);
   a_routine *routine = routine_from_function_expr(function);
   if (routine == nullptr) return;
   bool is_special =

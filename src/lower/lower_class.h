@@ -11,12 +11,17 @@ void lower_member_function_type(a_routine *routine);
 // Base subobjects and the virtual function pointer become fields.  Once for each class.
 void prelower_class_type(a_type *class_type);
 
+// A value of the class is passed by the address of a copy: copying or destroying it takes a call.
+bool class_is_passed_by_address(a_type *type);
+
 // ---- Expressions of C++ ----
 
 // The operands are lowered.
 void lower_cplusplus_operator(an_expr_node *expr);
 void lower_lifetime_wrapper(an_expr_node *expr);
 
+// Lowered arguments of such classes become addresses.
+void pass_class_arguments(an_expr_node **list);
 // The address of a lowered operand of class type; a value gets a temporary.
 an_expr_node *address_of_class_value(an_expr_node *expr);
 

@@ -62,7 +62,11 @@ void note_construction(a_dynamic_init *init, const an_init_pos_descr *descr,
   entity->position.modifiers = copy_modifiers(descr->modifiers, &entity->position.last_modifier);
   entity->initialized = true;
   if (entity->flag_variable != nullptr) assign_int(entity->flag_variable, 1, location);
-  a_context *context = context_for_lifetime(init->destruction_lifetime);
+  // The list is in the order of the text; arguments are evaluated in another.
+  an_object_lifetime *lifetime = init->destruction_lifetime;
+  remove_from_destruction_list(init);
+  add_to_end_of_destructions_list(init, lifetime);
+  a_context *context = context_for_lifetime(lifetime);
   if (context != nullptr) context->latest_init = init;
 }
 

@@ -112,7 +112,7 @@ static an_expr_node *argument_list(a_variable *parameters)
 {
   an_expr_node *first = nullptr, **link = &first;
   for (a_variable *variable = parameters; variable != nullptr; variable = variable->next) {
-    *link = var_rvalue_expr(variable);
+    *link = variable->is_by_reference ? var_addr_expr(variable) : var_rvalue_expr(variable);
     link = &(*link)->next;
   }
   return first;
@@ -225,6 +225,7 @@ void lower_constructor_init(a_dynamic_init *init, const an_init_pos_descr *descr
   a_dynamic_init_constructor &constructor = constructor_of(init);
   a_routine *routine = constructor.routine;
   lower_arguments(constructor.first_arg);
+  pass_class_arguments(&constructor.first_arg);
   if (constructor.zero_first) {
     an_expr_node *object = make_lvalue_of_init_entity_node(descr);
     a_type *type = make_unqualified_type(object->type);

@@ -37,24 +37,27 @@ void clear_static_init_entities()
   dso_handle = nullptr;
 }
 
-// A routine of one pointer that destroys all elements of the array.
-static a_routine *destructor_of_array(a_dynamic_init *init, const an_init_pos_descr *descr)
+// A routine that destroys all elements of the array that its parameter shows at.
+static a_routine *destructor_of_array(a_dynamic_init *init, a_type *array_type)
 {
   static unsigned long number; // unique in the file, and internal
   char name[32];
   snprintf(name, sizeof name, "__std__%lu", ++number);
   int saved;
   switch_to_file_scope_region(&saved);
-  a_type *type = make_routine_type(void_type(), make_pointer_type(void_type()));
+  a_type *type = make_routine_type(void_type(), make_pointer_type(array_type));
   const char *text = copy_string_to_region(true, name);
   switch_back_to_original_region(saved);
   a_routine *routine = make_rout_entry(text, sc_static, type);
   a_generated_routine_state state;
   begin_generated_routine(routine, &state);
-  add_generated_parameter(&state, param_types_of(type));
+  an_init_pos_descr descr = {};
+  descr.variable = add_generated_parameter(&state, param_types_of(type));
+  descr.is_indirect = true;
+  descr.type = array_type;
   an_insert_location location;
   set_block_start_insert_location(state.scope->assoc_block, &location);
-  add_destructor_call(init->destructor, descr, true, &location);
+  add_destructor_call(init->destructor, &descr, true, &location);
   finish_generated_routine(&state);
   return routine;
 }
@@ -67,15 +70,14 @@ static an_expr_node *address_as_void_pointer(an_expr_node *object)
 void register_destructor(a_dynamic_init *init, const an_init_pos_descr *descr,
                          an_insert_location *location)
 {
-  bool is_array = is_array_type(descr->type);
-  a_routine *destructor =
-      is_array ? destructor_of_array(init, descr) : alternate_entry_point(init->destructor, 1);
+  a_type *type = descr->last_modifier == nullptr ? descr->type : descr->last_modifier->type;
+  a_routine *destructor = is_array_type(type) ? destructor_of_array(init, type)
+                                              : alternate_entry_point(init->destructor, 1);
   a_type *pointer = make_pointer_type(void_type());
   a_type *handler = make_pointer_type(make_routine_type(void_type(), pointer));
   an_expr_node *routine = add_cast(function_addr_expr(destructor), handler);
   mark_as_needed(destructor, iek_routine);
-  an_expr_node *object = is_array ? node_for_zero_of_type(pointer)
-                                  : address_as_void_pointer(make_lvalue_of_init_entity_node(descr));
+  an_expr_node *object = address_as_void_pointer(make_lvalue_of_init_entity_node(descr));
   a_variable *handle = dso_handle_variable();
   handle->source_corresp.needed = true;
   an_expr_node *handle_address = address_as_void_pointer(var_lvalue_expr(handle));

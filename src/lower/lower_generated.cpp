@@ -110,6 +110,7 @@ a_variable *add_generated_parameter(a_generated_routine_state *state, a_param_ty
   a_variable *variable = make_variable(param->type, sc_auto, true);
   variable->is_parameter = true;
   variable->param_type = param;
+  variable->is_by_reference = class_is_passed_by_address(param->type);
   variable->source_corresp.is_local = true;
   set_parent_scope(&variable->source_corresp, iek_variable, state->scope);
   a_variable **link = &state->scope->parameters;

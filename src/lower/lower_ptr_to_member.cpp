@@ -229,6 +229,7 @@ static void lower_call(an_expr_node *expr)
 {
   an_expr_node *pointer = first_operand_of(expr);
   an_expr_node *object = pointer->next;
+  pass_class_arguments(&object->next);
   an_expr_node *arguments = object->next;
   a_type *function_type = function_pointer_type(pointer->type);
   a_type *object_type = object->type;
