@@ -34,6 +34,8 @@ static void init_traversal_block(an_expr_or_stmt_traversal_block *block)
 
 static void lower_function_scope(a_scope *scope)
 {
+  for (a_variable *param = scope->parameters; param != nullptr; param = param->next)
+    param->is_by_reference = class_is_passed_by_address(param->type);
   a_variable *this_param = scope->this_param;
   if (this_param != nullptr && scope->parameters != this_param) {
     this_param->next = scope->parameters;

@@ -422,7 +422,8 @@ void lower_dynamic_init(a_dynamic_init *init, an_init_pos_descr *descr,
   case dik_last: unexpected_kind("dynamic initialization");
   }
   if (has_lifetime) end_init_lifetime(init, location);
-  if (init->destructor != nullptr) note_destructible_object(init, descr, location);
+  // A part of an aggregate dies with the whole.
+  if (init->destructor != nullptr && !not_last) note_destructible_object(init, descr, location);
 }
 
 void add_stmk_init_for_compound_literal(a_variable *variable, a_dynamic_init *init)
