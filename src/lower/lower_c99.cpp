@@ -146,8 +146,35 @@ void lower_c99_cast(an_expr_node *expr)
   }
 }
 
+// A real operand of complex arithmetic stays real: C computes with the parts alone then, which keeps
+// the signs of zeros and the infinities (C99 6.3.1.8).
+static void keep_real_operand(an_expr_node *operand)
+{
+  if (!is_operation(operand, eok_cast) || !operation_of(operand).is_implicit_cast) return;
+  if (!is_complex_type(operand->type)) return;
+  if (is_nonreal_floating_type(first_operand_of(operand)->type)) return;
+  operand->type = float_type(float_kind_of_type(operand->type));
+}
+
+static void keep_real_operands(an_expr_node *expr)
+{
+  if (!is_floating_type(expr->type)) return;
+  switch (op_of(expr)) {
+  case eok_add:
+  case eok_subtract:
+  case eok_multiply:
+  case eok_divide: keep_real_operand(first_operand_of(expr)); [[fallthrough]];
+  case eok_add_assign:
+  case eok_subtract_assign:
+  case eok_multiply_assign:
+  case eok_divide_assign: keep_real_operand(second_operand_of(expr)); break;
+  default: break;
+  }
+}
+
 void lower_c99_operator(an_expr_node *expr)
 {
+  keep_real_operands(expr);
   an_expr_operator_kind op = op_of(expr);
   switch (op) {
   case eok_array_to_pointer:

@@ -18,5 +18,14 @@ int main(void)
   float _Complex w = 3.0f + 1.0fi;
   w *= z, w /= 2, __imag w += 3;
   printf("%g %g\n", __real w, __imag ~w);
+  // A real operand has no imaginary part: zeros keep their signs.
+  volatile double zero = 0, two = 2;
+  double _Complex u;
+  __real u = -zero, __imag u = 1;
+  u = u * two, u += zero, u = u - zero;
+  printf("%g %g\n", __real u, __imag u);
+  __real u = 3, __imag u = -zero;
+  u = two + u, u = u / two, u -= 1;
+  printf("%g %g\n", __real u, __imag u);
   return 0;
 }
