@@ -257,7 +257,7 @@ static void enter_predeclared_symbols_of_cplusplus()
   if (ignore_std_namespace || gpp_mode) enter_symbol_for_namespace_std();
   make_symbol_for_namespace_abi();
   call_if_present(enter_predeclared_type_info_classes);
-  call_if_present(enter_predeclared_operator_new_and_delete);
+  enter_predeclared_operator_new_and_delete();
 }
 
 void fe_translation_unit_init()

@@ -45,7 +45,6 @@ LATER void copy_secondary_trans_unit_IL_to_primary();
 // Classes and namespaces of C++.
 LATER void clean_up_all_object_lifetimes(a_scope *scope);
 LATER void enter_predeclared_type_info_classes();
-LATER void enter_predeclared_operator_new_and_delete();
 LATER void init_name_linkage_constants();
 LATER void check_class_linkage();
 

@@ -326,6 +326,7 @@ void lower_c99_expr(an_expr_node *expr)
   }
   case enk_temp_ref: lower_reuse_value_expr(expr); break;
   case enk_builtin_operation: lower_builtin_operation(expr); break;
+  case enk_new_delete: lower_new_delete(expr); break;
   case enk_lifetime_wrapper: lower_lifetime_wrapper(expr); break;
   case enk_constant:
     if (constant_of(expr)->kind == ck_ptr_to_member)
@@ -336,7 +337,6 @@ void lower_c99_expr(an_expr_node *expr)
   case enk_error:
   case enk_variable:
   case enk_field:
-  case enk_new_delete:
   case enk_lambda:
   case enk_throw:
   case enk_condition:

@@ -19,6 +19,8 @@ bool class_is_passed_by_address(a_type *type);
 // The operands are lowered.
 void lower_cplusplus_operator(an_expr_node *expr);
 void lower_lifetime_wrapper(an_expr_node *expr);
+// The node becomes the calls that it stands for; its parts are not lowered before.
+void lower_new_delete(an_expr_node *expr);
 
 // Lowered arguments of such classes become addresses.
 void pass_class_arguments(an_expr_node **list);

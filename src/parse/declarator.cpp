@@ -547,7 +547,8 @@ static void direct_declarator(a_declarator_scan *scan)
   bool name_allowed = scan->options & dop_name_ok;
   if (name_allowed && name_start() && coalesced_name()) {
     take_name(scan);
-  } else if (curr_token == tok_lparen && !(scan->options & dop_no_array_or_function)) {
+  } else if (curr_token == tok_lparen &&
+             !(scan->options & (dop_no_array_or_function | dop_no_function))) {
     get_token();
     if (abstract_parameter_list(scan)) {
       scan->abstract = true;

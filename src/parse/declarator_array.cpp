@@ -99,6 +99,42 @@ static void make_vla_type(a_type *array, an_expr_node *bound, a_source_position 
   }
 }
 
+// new T[n]: the first bound, which is no part of any type.
+static an_expr_node *bound_of_new;
+
+an_expr_node *take_bound_of_new()
+{
+  an_expr_node *bound = bound_of_new;
+  bound_of_new = nullptr;
+  return bound;
+}
+
+static void first_bound_of_new(a_type *array, bool *is_error)
+{
+  a_source_position position = pos_curr_token;
+  bool is_constant = false;
+  a_constant constant;
+  an_expr_node *expr = scan_nonconstant_dimension_expression(&is_constant, &constant);
+  as_array(array).bound_is_zero = true;
+  as_array(array).bound.number_of_elements = 0;
+  if (!is_constant && expr != nullptr) {
+    if (expr->kind == enk_error) *is_error = true;
+    bound_of_new = expr;
+    return;
+  }
+  bool overflow = false;
+  long long count =
+      constant.kind == ck_integer ? value_of_integer_constant(&constant, &overflow) : 0;
+  if (constant.kind != ck_integer) *is_error = true;
+  if (count < 0 && !overflow) {
+    pos_error(ec_new_array_size_must_be_nonnegative, position);
+    *is_error = true;
+    return;
+  }
+  as_array(array).bound_is_zero = count == 0;
+  as_array(array).bound.number_of_elements = (a_target_size)count;
+}
+
 // A bound that may be variable; where it is, the size is evaluated at the declaration, or taken as 0 for a
 // field.
 static void variable_bound(uint32_t options, a_type *array, a_decl_parse_state *state,
@@ -181,6 +217,10 @@ static void scan_bound(uint32_t options, bool is_first, a_type *array, a_decl_pa
 {
   if (curr_token == tok_star && next_token() == tok_rbracket && vla_enabled) {
     star_bound(array, is_error);
+    return;
+  }
+  if ((options & dop_nonconstant_first_bound) && is_first) {
+    first_bound_of_new(array, is_error);
     return;
   }
   if (nonconstant_bound_allowed(options, is_first) || is_field_bound(options)) {

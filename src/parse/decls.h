@@ -80,6 +80,8 @@ void make_using_directive(a_namespace *space, int depth, a_source_position *posi
 void type_name_full(a_decl_parse_state *state);
 void type_name(a_type **type);
 void new_type_name(a_decl_parse_state *state, bool flag);
+// The first bound of the array that new_type_name read, when it isn't constant; else null.
+an_expr_node *take_bound_of_new();
 a_type *scan_type_for_sizeof(bool flag);
 a_type *scan_type_for_cast(bool flag, bool *defines_type, bool *is_class_definition);
 a_type *scan_template_type_argument();

@@ -115,6 +115,9 @@ a_type *scan_underlying_type_operator();
 // The message that forbids an operator in the constant context at hand: 59, 61, 531 or 58.
 an_error_code not_allowed_in_constant_code();
 
+// C++: the global operator new and delete, at the start of each unit.
+void enter_predeclared_operator_new_and_delete();
+
 void expr_one_time_init();
 void expr_init();
 void expr_trans_unit_init();
