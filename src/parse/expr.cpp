@@ -559,6 +559,26 @@ an_expr_node *scan_boolean_controlling_expression()
   return node;
 }
 
+an_expr_node *condition_value_expression(a_symbol *symbol, bool is_integer)
+{
+  a_scan_entry scan;
+  an_operand operand;
+  a_source_position pos = symbol->position;
+  open_entry(&scan, ek_normal, true, false);
+  make_lvalue_variable_operand(variable_of_symbol(symbol), &pos, &pos, &operand,
+                               ref_entry(symbol, pos));
+  if (!is_integer) {
+    check_boolean_controlling_expr(&operand);
+  } else {
+    do_operand_transformations(&operand, 0);
+    if (check_integral_or_enum_operand(&operand)) promote_operand(&operand);
+  }
+  an_expr_node *node = wrap_up_full_expression(make_node_from_operand(&operand));
+  operand.end_position = curr_construct_end_position;
+  close_entry(&scan, &operand);
+  return node;
+}
+
 an_expr_node *scan_integer_expression(unsigned flags)
 {
   a_scan_entry scan;

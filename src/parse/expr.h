@@ -95,6 +95,9 @@ an_expr_node *scan_default_arg_expr(a_type *type);
 // Statements.
 // Condition of if, while, do, for.  Never null: an error node after an error.
 an_expr_node *scan_boolean_controlling_expression();
+// C++: the value of a variable that a condition declares, as that of a boolean condition or, with is_integer,
+// of a switch.
+an_expr_node *condition_value_expression(a_symbol *symbol, bool is_integer);
 // Operand of switch; flags as for scan_expression.
 an_expr_node *scan_integer_expression(unsigned flags);
 // An expression statement, or a clause of for.  Reports 176 and 1490 unless it is the value of a

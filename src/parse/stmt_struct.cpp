@@ -20,11 +20,63 @@
 //---------------------------------------------------------------------------------------------
 // Parts
 
+// The value that a variable begins with, as an expression that gives it to the variable.
+static an_expr_node *setting_of_variable(a_variable *variable, a_dynamic_init *init)
+{
+  an_expr_node *value = init->kind == dik_constant
+                            ? alloc_node_for_allocated_constant(constant_of(init))
+                            : expr_of(init);
+  an_expr_node *target = var_lvalue_expr(variable);
+  target->type = make_unqualified_type(target->type);
+  return make_binary_node(assignment_operator_for_type(target->type), rvalue_type(target->type),
+                          target, value);
+}
+
+// C++: `T x = value` as a condition.  The variable gets its value each time the condition is evaluated.
+static an_expr_node *declared_condition(bool is_switch)
+{
+  a_statement *made = nullptr;
+  a_struct_stmt_stack_entry *entry = top_stmt_entry();
+  a_statement **place = entry->insertion_pointer;
+  a_source_position position = pos_curr_token;
+  entry->insertion_pointer = &made;
+  a_symbol *symbol = condition_declaration();
+  top_stmt_entry()->insertion_pointer = place;
+  if (symbol == nullptr || symbol->kind != sk_variable) return error_node();
+  a_variable *variable = variable_of_symbol(symbol);
+  if (is_error_type(variable->type)) return error_node();
+  a_dynamic_init *init =
+      variable->init_kind == initk_dynamic ? dynamic_initializer_of(variable) : nullptr;
+  if (init == nullptr || !is_scalar_type(variable->type) ||
+      (init->kind != dik_expression && init->kind != dik_constant)) {
+    if (init != nullptr)
+      pos_st_error(ec_not_supported, position, "an object of this type as a condition");
+    return error_node();
+  }
+  variable->init_kind = initk_none;
+  an_expr_node *setting = setting_of_variable(variable, init);
+  an_expr_node *value = condition_value_expression(symbol, is_switch);
+  if (value->kind == enk_error) return value;
+  set_expr_result_not_used(setting);
+  return make_comma_node(setting, value);
+}
+
+static bool at_declared_condition()
+{
+  return C_dialect == 2 && is_decl_not_expr(0);
+}
+
+static an_expr_node *condition_or_declaration()
+{
+  return at_declared_condition() ? declared_condition(false)
+                                 : scan_boolean_controlling_expression();
+}
+
 static an_expr_node *parenthesized_condition()
 {
   required_token(tok_lparen, ec_exp_lparen);
   add_stop_token(tok_rparen);
-  an_expr_node *condition = scan_boolean_controlling_expression();
+  an_expr_node *condition = condition_or_declaration();
   remove_stop_token(tok_rparen);
   required_token(tok_rparen, ec_exp_rparen);
   return condition;
@@ -207,7 +259,7 @@ static void for_init_clause(a_statement *statement)
 static void for_condition(a_statement *statement)
 {
   a_source_position position = pos_curr_token;
-  statement->expr = scan_boolean_controlling_expression();
+  statement->expr = condition_or_declaration();
   if (check_misra_c_2004 && misra_hooks.expr_refers_to_floating_type(statement->expr)) {
     pos_diagnostic(misra_required_severity, ec_misra_c_2004_13_4, position);
   }
@@ -279,7 +331,7 @@ void switch_statement()
   required_token(tok_lparen, ec_exp_lparen);
   add_stop_token(tok_rparen);
   a_source_position selector_position = pos_curr_token;
-  statement->expr = scan_integer_expression(0);
+  statement->expr = at_declared_condition() ? declared_condition(true) : scan_integer_expression(0);
   remove_stop_token(tok_rparen);
   required_token(tok_rparen, ec_exp_rparen);
   if (is_constant_selector(statement->expr)) {
