@@ -237,6 +237,18 @@ static void lower_class_cast(an_expr_node *expr, bool to_base)
   overwrite_node(expr, result);
 }
 
+// An implicit conversion between pointers to classes goes to a base.
+static bool is_implicit_base_conversion(an_expr_node *expr)
+{
+  a_type *from = first_operand_of(expr)->type, *to = expr->type;
+  if (!operation_of(expr).is_implicit_cast || !is_pointer_type(from) || !is_pointer_type(to))
+    return false;
+  from = skip_typerefs(type_pointed_to(from));
+  to = skip_typerefs(type_pointed_to(to));
+  return from != to && kind_has_class_part(from->kind) && kind_has_class_part(to->kind) &&
+         find_base_class_of(from, to) != nullptr;
+}
+
 // --- Operators -----------------------------------------------------------------------------------
 
 static void lower_cplusplus_call(an_expr_node *expr)
@@ -276,6 +288,9 @@ void lower_cplusplus_operator(an_expr_node *expr)
   case eok_address_of:
   case eok_reference_to: lower_address_of(expr); break;
   case eok_rvalue_class_adjust: lower_rvalue_class_adjust(expr); break;
+  case eok_cast:
+    if (is_implicit_base_conversion(expr)) lower_class_cast(expr, true);
+    break;
   case eok_derived_to_base: lower_class_cast(expr, true); break;
   case eok_base_to_derived: lower_class_cast(expr, false); break;
   case eok_call:

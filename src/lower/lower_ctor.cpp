@@ -10,6 +10,7 @@
 #include "lower/lower_c99.h"
 #include "lower/lower_class.h"
 #include "lower/lower_name.h"
+#include "parse/symbol_tbl.h"
 
 enum : unsigned { entry_complete = 1, entry_base = 2, entry_deleting = 3 };
 
@@ -132,8 +133,54 @@ static void make_alternate_body(a_routine *alternate, a_routine *routine)
   finish_generated_routine(&state);
 }
 
+// The class's own deallocation function, or the global one.
+static a_routine *deallocation_routine(a_type *class_type)
+{
+  a_class_type_supplement *supplement = class_supplement_of(skip_typerefs(class_type));
+  a_routine *list =
+      supplement->class_scope == nullptr ? nullptr : supplement->class_scope->routines;
+  for (a_routine *routine = list; routine != nullptr; routine = routine->next)
+    if (routine->special_kind == sfk_operator && routine->special.operator_kind == onk_delete)
+      return routine;
+  for (a_base_class *base = supplement->base_classes; base != nullptr; base = base->next) {
+    a_routine *routine = base->is_direct ? deallocation_routine(base->type) : nullptr;
+    if (routine != nullptr && routine->source_corresp.is_class_member) return routine;
+  }
+  return runtime_routine("_ZdlPv", void_type(), make_pointer_type(void_type()));
+}
+
+// The entry that a delete through a base finds in the table: destroys, then frees.
+static void make_deleting_body(a_routine *alternate, a_routine *routine)
+{
+  a_generated_routine_state state;
+  begin_generated_routine(alternate, &state);
+  for (a_param_type *param = param_types_of(alternate->type); param; param = param->next)
+    add_generated_parameter(&state, param);
+  a_variable *object = state.scope->parameters;
+  an_insert_location location;
+  set_block_start_insert_location(state.scope->assoc_block, &location);
+  a_routine *complete = alternate_entry_point(routine, entry_complete);
+  insert_expr_statement(make_call_node(complete, var_rvalue_expr(object)), &location);
+  a_type *pointer = make_pointer_type(void_type());
+  an_expr_node *address = add_cast(var_rvalue_expr(object), pointer);
+  a_routine *deallocation = deallocation_routine(class_of_routine(routine));
+  an_expr_node *arguments = address;
+  a_param_type *param = param_types_of(deallocation->type);
+  if (param != nullptr && param->next != nullptr)
+    address->next = node_for_host_large_integer((long long)size_of_type(class_of_routine(routine)),
+                                                targ_size_t_int_kind);
+  insert_expr_statement(make_call_node(deallocation, arguments), &location);
+  insert_statement_full(make_return_statement(add_cast(var_rvalue_expr(object), pointer)),
+                        &location, true);
+  finish_generated_routine(&state);
+}
+
 static void create_alternate_entry_points(a_routine *routine)
 {
+  if (routine->is_virtual && routine->special_kind == sfk_destructor) {
+    a_routine *deleting = alternate_entry_point(routine, entry_deleting);
+    if (!deleting->is_defined) make_deleting_body(deleting, routine);
+  }
   unsigned other = primary_kind(routine) == entry_complete ? entry_base : entry_complete;
   a_routine *alternate = alternate_entry_point(routine, other);
   if (!alternate->is_defined) make_alternate_body(alternate, routine);
@@ -289,13 +336,17 @@ static void lower_ctor_init_entry(a_constructor_init *entry, a_variable *this_va
 {
   if (entry->delegate_expr != nullptr) lower_c99_full_expr(entry->delegate_expr);
   if (entry->dynamic_init == nullptr) return;
-  an_init_pos_descr descr;
-  an_init_pos_modifier step;
+  an_init_pos_descr descr, source;
+  an_init_pos_modifier step, source_step;
   describe_member(entry, this_variable, &descr, &step);
+  // An implicit copy takes the same part of the constructor's argument.
+  a_variable *argument = this_variable->next;
+  bool has_source = argument != nullptr && is_any_ptr_or_ref_type(argument->type);
+  if (has_source) describe_member(entry, argument, &source, &source_step);
   a_constant *constant = nullptr;
   bool is_new = false;
-  lower_dynamic_init(entry->dynamic_init, &descr, nullptr, nullptr, lif_full_expression, false,
-                     location, &constant, &is_new);
+  lower_dynamic_init(entry->dynamic_init, &descr, has_source ? &source : nullptr, nullptr,
+                     lif_full_expression, false, location, &constant, &is_new);
 }
 
 static void lower_entries_of_kind(a_scope *scope, a_constructor_init_kind kind,
