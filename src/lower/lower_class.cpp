@@ -181,8 +181,7 @@ void pass_class_arguments(an_expr_node **list)
 
 // --- Casts ---------------------------------------------------------------------------------------
 
-// The pointer, moved by a number of bytes, as a pointer of the type.
-static an_expr_node *displaced_pointer(an_expr_node *pointer, int64_t delta, a_type *type)
+an_expr_node *displaced_pointer(an_expr_node *pointer, int64_t delta, a_type *type)
 {
   if (delta == 0) return add_cast(pointer, type);
   a_type *bytes = make_pointer_type(integer_type(ik_char));
@@ -237,16 +236,18 @@ static void lower_class_cast(an_expr_node *expr, bool to_base)
   overwrite_node(expr, result);
 }
 
-// An implicit conversion between pointers to classes goes to a base.
-static bool is_implicit_base_conversion(an_expr_node *expr)
+// A conversion between pointers to related classes, which moves the address; reinterpret_cast goes
+// through a pointer to void.  *to_base tells the direction.
+static bool is_class_pointer_conversion(an_expr_node *expr, bool *to_base)
 {
   a_type *from = first_operand_of(expr)->type, *to = expr->type;
-  if (!operation_of(expr).is_implicit_cast || !is_pointer_type(from) || !is_pointer_type(to))
-    return false;
+  if (!is_pointer_type(from) || !is_pointer_type(to)) return false;
   from = skip_typerefs(type_pointed_to(from));
   to = skip_typerefs(type_pointed_to(to));
-  return from != to && kind_has_class_part(from->kind) && kind_has_class_part(to->kind) &&
-         find_base_class_of(from, to) != nullptr;
+  if (from == to || !kind_has_class_part(from->kind) || !kind_has_class_part(to->kind))
+    return false;
+  *to_base = find_base_class_of(from, to) != nullptr;
+  return *to_base || find_base_class_of(to, from) != nullptr;
 }
 
 // --- Operators -----------------------------------------------------------------------------------
@@ -289,7 +290,7 @@ void lower_cplusplus_operator(an_expr_node *expr)
   case eok_reference_to: lower_address_of(expr); break;
   case eok_rvalue_class_adjust: lower_rvalue_class_adjust(expr); break;
   case eok_cast:
-    if (is_implicit_base_conversion(expr)) lower_class_cast(expr, true);
+    if (bool to_base; is_class_pointer_conversion(expr, &to_base)) lower_class_cast(expr, to_base);
     break;
   case eok_derived_to_base: lower_class_cast(expr, true); break;
   case eok_base_to_derived: lower_class_cast(expr, false); break;

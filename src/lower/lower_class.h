@@ -22,6 +22,8 @@ void lower_lifetime_wrapper(an_expr_node *expr);
 // The node becomes the calls that it stands for; its parts are not lowered before.
 void lower_new_delete(an_expr_node *expr);
 
+// The pointer, moved by a number of bytes, as a pointer of the type.
+an_expr_node *displaced_pointer(an_expr_node *pointer, int64_t delta, a_type *type);
 // Lowered arguments of such classes become addresses.
 void pass_class_arguments(an_expr_node **list);
 // The address of a lowered operand of class type; a value gets a temporary.
@@ -53,6 +55,8 @@ void add_destructor_call(a_routine *destructor, const an_init_pos_descr *descr, 
                          an_insert_location *location);
 // The entry of a constructor or destructor: 1 complete, 2 base, 3 deleting; made when missing.
 a_routine *alternate_entry_point(a_routine *routine, unsigned kind);
+// The values of the parameters, in order, for a call that passes them on.
+an_expr_node *values_of_parameters(a_variable *parameters);
 // The body of a function, with the code that the source doesn't write.
 void lower_special_function_body(a_scope *scope);
 

@@ -108,8 +108,7 @@ static a_statement *make_return_statement(an_expr_node *expr)
   return statement;
 }
 
-// The values of the parameters, in order.
-static an_expr_node *argument_list(a_variable *parameters)
+an_expr_node *values_of_parameters(a_variable *parameters)
 {
   an_expr_node *first = nullptr, **link = &first;
   for (a_variable *variable = parameters; variable != nullptr; variable = variable->next) {
@@ -128,7 +127,7 @@ static void make_alternate_body(a_routine *alternate, a_routine *routine)
     add_generated_parameter(&state, param);
   an_insert_location location;
   set_block_start_insert_location(state.scope->assoc_block, &location);
-  an_expr_node *call = make_call_node(routine, argument_list(state.scope->parameters));
+  an_expr_node *call = make_call_node(routine, values_of_parameters(state.scope->parameters));
   insert_statement_full(make_return_statement(call), &location, true);
   finish_generated_routine(&state);
 }

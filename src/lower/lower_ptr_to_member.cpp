@@ -8,7 +8,6 @@
 #include "il/il_walk.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_class.h"
-#include "parse/layout.h"
 
 static a_type *mptr_type; // of the current translation unit
 static a_field *mptr_function_field;
@@ -33,6 +32,17 @@ static a_type *function_field_type()
   return make_pointer_type(make_routine_type(void_type()));
 }
 
+static void lay_out_mptr_type()
+{
+  mptr_delta_field->offset = size_of_type(mptr_function_field->type);
+  mptr_function_field->layout_done = mptr_delta_field->layout_done = true;
+  mptr_type->alignment = f_alignment_of_type(mptr_function_field->type);
+  mptr_type->size = mptr_delta_field->offset + size_of_type(mptr_delta_field->type);
+  align(&mptr_type->size, mptr_type->alignment);
+  mptr_type->is_incomplete = false;
+  as_class(mptr_type).layout_done = true;
+}
+
 a_type *make_mptr_type()
 {
   if (mptr_type != nullptr) return mptr_type;
@@ -44,7 +54,7 @@ a_type *make_mptr_type()
   mptr_function_field = make_lowered_field("f", function_field_type(), mptr_type, nullptr);
   mptr_delta_field = make_lowered_field("d", integer_type(targ_ptrdiff_t_int_kind), mptr_type,
                                         mptr_function_field);
-  do_class_layout(mptr_type);
+  lay_out_mptr_type();
   a_scope *scope = il_header.primary_scope;
   if (scope->types == nullptr) {
     add_to_types_list(mptr_type, 0);

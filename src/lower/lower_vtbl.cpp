@@ -81,6 +81,82 @@ static void add_routine_entry(a_constant *aggregate, a_routine *routine)
   add_to_aggregate(aggregate, alloc_unshared_constant(&constant));
 }
 
+// --- Thunks --------------------------------------------------------------------------------------
+
+// Two tables may need the same one.
+static a_routine *find_thunk(const char *name)
+{
+  for (a_routine *routine = il_header.primary_scope->routines; routine; routine = routine->next)
+    if (routine->is_thunk && strcmp(routine->source_corresp.internal_name, name) == 0)
+      return routine;
+  return nullptr;
+}
+
+static void make_thunk_body(a_routine *thunk, a_routine *target, int64_t delta)
+{
+  a_generated_routine_state state;
+  begin_generated_routine(thunk, &state);
+  for (a_param_type *param = param_types_of(thunk->type); param; param = param->next)
+    add_generated_parameter(&state, param);
+  an_expr_node *arguments = values_of_parameters(state.scope->parameters);
+  an_expr_node *rest = arguments->next;
+  a_type *this_type = arguments->type;
+  arguments->next = nullptr;
+  arguments = displaced_pointer(arguments, delta, rvalue_type(this_type));
+  arguments->next = rest;
+  an_expr_node *call = make_call_node(target, arguments);
+  an_insert_location location;
+  set_block_start_insert_location(state.scope->assoc_block, &location);
+  if (is_void_type(call->type)) {
+    insert_expr_statement(call, &location);
+  } else {
+    a_statement *statement = alloc_statement(stmk_return);
+    statement->expr = call;
+    insert_statement_full(statement, &location, true);
+  }
+  finish_generated_routine(&state);
+}
+
+// A routine of the target's type that moves the object's address and goes on to the target.
+static a_routine *make_thunk(a_routine *target, int64_t delta)
+{
+  a_thunk_description description = {};
+  description.target = target;
+  description.this_adjustment.delta = delta;
+  lower_member_function_type(target);
+  a_routine *thunk = alloc_routine();
+  mangle_wrapper_name(thunk, &description);
+  a_routine *known = find_thunk(thunk->source_corresp.internal_name);
+  if (known != nullptr) return known;
+  thunk->type = copy_routine_type_with_param_types(skip_typerefs(target->type));
+  skip_typerefs(thunk->type)->source_corresp.lowered = true;
+  thunk->storage_class = sc_static; // each file that needs it has its own
+  thunk->source_corresp.name_linkage = nlk_internal;
+  thunk->is_compiler_generated = true;
+  thunk->is_thunk = true;
+  thunk->generated_from = target;
+  thunk->visibility = target->visibility;
+  thunk->section_specification = target->section_specification;
+  add_to_routines_list(thunk, 0);
+  make_thunk_body(thunk, target, delta);
+  return thunk;
+}
+
+// What a table's entry has to add to the address of the base, so that the overrider finds its object.
+static int64_t this_adjustment(a_type *class_type, const a_base_class *base,
+                               const a_routine *overrider)
+{
+  if (base == nullptr) return 0;
+  a_type *overrider_class = parent_class_of(&overrider->source_corresp);
+  int64_t target = 0;
+  if (overrider_class != nullptr && overrider_class != class_type) {
+    if (overrider_class == skip_typerefs(base->type)) return 0;
+    a_base_class *holder = find_base_class_of(class_type, overrider_class);
+    if (holder != nullptr) target = (int64_t)holder->offset;
+  }
+  return target - (int64_t)base->offset;
+}
+
 static a_routine *entry_of_slot(a_routine *routine, a_routine *slot_owner, unsigned number)
 {
   if (routine->is_pure_virtual) return runtime_routine("__cxa_pure_virtual", void_type());
@@ -140,10 +216,14 @@ static void define_table(a_type *class_type, a_base_class *base)
   for (unsigned number = 0; number < count; number++) {
     a_routine *owner = routine_in_slot(layout, number);
     a_routine *routine = owner == nullptr ? nullptr : final_overrider(base, owner);
-    if (routine == nullptr)
+    if (routine == nullptr) {
       add_integer_entry(aggregate, 0);
-    else
-      add_routine_entry(aggregate, entry_of_slot(routine, owner, number));
+      continue;
+    }
+    a_routine *entry = entry_of_slot(routine, owner, number);
+    int64_t delta = this_adjustment(class_type, base, routine);
+    bool is_plain = delta == 0 || routine->is_pure_virtual || routine->is_deleted;
+    add_routine_entry(aggregate, is_plain ? entry : make_thunk(entry, delta));
   }
   variable->init_kind = initk_static;
   constant_initializer_of(variable) = aggregate;

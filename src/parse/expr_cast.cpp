@@ -162,6 +162,13 @@ static bool reinterpret_is_nonstandard(a_type *source, a_type *target)
   return is_pointer_type(source) && is_pointer_type(target) && from_function != to_function;
 }
 
+static bool names_classes(a_type *source, a_type *target)
+{
+  return is_pointer_type(source) && is_pointer_type(target) &&
+         is_class_struct_union_type(type_pointed_to(source)) &&
+         is_class_struct_union_type(type_pointed_to(target));
+}
+
 static void do_reinterpret_cast(a_type *type, an_operand *operand, a_source_position pos)
 {
   if (is_any_reference_type(type)) {
@@ -179,6 +186,9 @@ static void do_reinterpret_cast(a_type *type, an_operand *operand, a_source_posi
   if (reinterpret_is_nonstandard(operand->type, type))
     expr_pos_diagnostic(strict_ansi_mode ? strict_ansi_discretionary_severity : es_remark,
                         ec_nonstd_reinterpret_cast, pos);
+  // The address stays as it is, also between classes that are related.
+  if (names_classes(operand->type, type))
+    cast_operand_special(make_pointer_type(void_type()), operand, false, true);
   cast_operand_special(type, operand, false, true);
 }
 
