@@ -334,11 +334,11 @@ void lower_c99_expr(an_expr_node *expr)
     else
       lower_c99_constant_node(expr);
     break;
+  case enk_throw: pos_st_error(ec_not_supported, expr->expr_range.start, "throw"); break;
   case enk_error:
   case enk_variable:
   case enk_field:
   case enk_lambda:
-  case enk_throw:
   case enk_condition:
   case enk_typeid:
   case enk_sizeof_pack:

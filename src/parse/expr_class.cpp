@@ -9,6 +9,7 @@
 #include "parse/expr_args.h"
 #include "parse/expr_class.h"
 #include "parse/expr_internal.h"
+#include "parse/lookup.h"
 #include "parse/overload.h"
 #include "parse/symbol_tbl.h"
 
@@ -68,6 +69,12 @@ void make_constructor_call_operand(a_routine *constructor, a_type *type, an_oper
 {
   if (operand->kind == ok_error) return;
   an_operand saved = *operand;
+  a_symbol *symbol = constructor->source_corresp.assoc_symbol;
+  if (symbol != nullptr) {
+    if (!have_access_to_symbol(symbol))
+      expr_pos_sy_diagnostic(es_error, ec_no_access_to_name, saved.position, symbol);
+    record_use_of_function(symbol, saved.position);
+  }
   an_arg_check_block block;
   start_call_argument_processing(skip_typerefs(constructor->type), constructor, &block);
   process_call_argument(operand, &block);

@@ -109,6 +109,7 @@ void check_format_arguments(const an_arg_check_block *block);
 // At `new`, `delete`, or the `::` in front of one.
 void scan_new_operator(an_operand *result);
 void scan_delete_operator(an_operand *result);
+void scan_throw_operator(an_operand *result);
 // The deallocation function of an object of `type`, of its class or global, with one parameter or with
 // the size behind; *set: what was found by its name.  Both may be null.
 a_symbol *find_usual_operator_delete(a_type *type, bool is_array, bool is_global, a_symbol **set);

@@ -539,6 +539,7 @@ void scan_primary(an_operand *result, an_operand *, int min_precedence, unsigned
   case tok_null: scan_gnu_null(result); return;
   case tok_and_and: scan_label_address(result); return;
   case tok_this: scan_this(result); return;
+  case tok_throw: scan_throw_operator(result); return;
   case tok_new: scan_new_operator(result); return;
   case tok_delete: scan_delete_operator(result); return;
   case tok_operator: scan_identifier_expression(result, flags); return;

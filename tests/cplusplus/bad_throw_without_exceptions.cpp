@@ -1,0 +1,2 @@
+// proves: without exceptions nothing is thrown
+void f() { throw 1; } // expect: error no_exception_support
