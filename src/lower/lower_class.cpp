@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "driver/flags.h"
+#include "errors/error.h"
 #include "il/il_alloc.h"
 #include "lower/lower_c99.h"
 #include "lower/lower_class.h"
@@ -67,6 +68,8 @@ void prelower_class_type(a_type *class_type)
   a_class_type_supplement *supplement = class_supplement_of(class_type);
   if (supplement->subobject_type != nullptr || !as_class(class_type).layout_done) return;
   supplement->subobject_type = class_type;
+  if (as_class(class_type).has_virtual_bases)
+    pos_st_error(ec_not_supported, class_type->source_corresp.decl_position, "virtual base class");
   int saved;
   switch_to_file_scope_region(&saved);
   for (a_base_class *base = supplement->base_classes; base != nullptr; base = base->next)

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "driver/flags.h"
+#include "errors/error.h"
 #include "il/il_alloc.h"
 #include "il/il_walk.h"
 #include "lower/lower_class.h"
@@ -203,6 +204,22 @@ static a_variable *table_variable(a_type *class_type, a_base_class *base)
   return variable;
 }
 
+static a_type *class_of_result(const a_routine *routine)
+{
+  a_type *type = return_type_of(routine->type);
+  return is_any_ptr_or_ref_type(type) ? skip_typerefs(type_pointed_to(type)) : nullptr;
+}
+
+// An overrider whose result is another part of the object than what the caller expects.
+static void check_covariant_result(const a_routine *owner, const a_routine *overrider)
+{
+  a_type *from = class_of_result(overrider), *to = class_of_result(owner);
+  if (from == nullptr || to == nullptr || from == to || !kind_has_class_part(from->kind)) return;
+  const a_base_class *base = find_base_class_of(from, to);
+  if (base == nullptr || (base->offset == 0 && !base->is_virtual)) return;
+  pos_error(ec_covariant_return_type_not_supported, overrider->source_corresp.decl_position);
+}
+
 static void define_table(a_type *class_type, a_base_class *base)
 {
   a_variable *variable = table_variable(class_type, base);
@@ -220,6 +237,8 @@ static void define_table(a_type *class_type, a_base_class *base)
       add_integer_entry(aggregate, 0);
       continue;
     }
+    if (routine->special_kind == sfk_none || routine->special_kind == sfk_operator)
+      check_covariant_result(owner, routine);
     a_routine *entry = entry_of_slot(routine, owner, number);
     int64_t delta = this_adjustment(class_type, base, routine);
     bool is_plain = delta == 0 || routine->is_pure_virtual || routine->is_deleted;
