@@ -229,16 +229,6 @@ static void empty_body(a_class_scan_state *scan)
   scan->any_named_member = true;
 }
 
-static void skip_base_clause(a_type *class_type)
-{
-  while (curr_token != tok_lbrace && curr_token != tok_semicolon &&
-         curr_token != tok_end_of_source) {
-    get_token();
-  }
-  if (curr_token != tok_lbrace) pos_error(ec_missing_class_definition, pos_curr_token);
-  (void)class_type;
-}
-
 a_class_symbol_supplement *class_symbol_supplement_of(a_type *class_type)
 {
   a_symbol *symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
@@ -273,17 +263,44 @@ static void end_class(a_type *class_type)
   record_symbol_declaration(rdf_definition, symbol, &symbol->position, nullptr);
 }
 
+// A class that is defined outside of the class or namespace that declares it is read inside.
+static void enter_enclosing_scope(a_type *class_type)
+{
+  if (C_dialect != 2) return;
+  a_type *parent = parent_class_of(&class_type->source_corresp);
+  a_namespace *name_space = parent_namespace_of(&class_type->source_corresp);
+  if (parent != nullptr && decl_scope()->assoc_type != parent) {
+    push_class_reactivation_scope(parent, false);
+  } else if (parent == nullptr && name_space != nullptr &&
+             decl_scope()->assoc_namespace != name_space && !class_type->source_corresp.is_local) {
+    f_push_namespace_reactivation_scope(name_space, false);
+  }
+}
+
+static bool bases_and_body_follow(a_class_scan_state *scan)
+{
+  bool has_body = curr_token != tok_colon || scan_base_clause(scan);
+  if (has_body) return true;
+  as_class(scan->class_type).being_defined = false;
+  class_symbol_supplement_of(scan->class_type)->is_being_defined = false;
+  return false;
+}
+
 bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
                            a_decl_pos_block *pos_block)
 {
-  if (curr_token == tok_colon) skip_base_clause(class_type);
-  if (curr_token != tok_lbrace) return false;
   check_recursion();
   a_class_scan_state scan = {};
   scan.class_type = class_type;
   scan.current_access = class_type->kind == tk_class ? as_private : as_public;
-  a_source_position open = pos_curr_token;
+  int depth = depth_scope_stack;
+  enter_enclosing_scope(class_type);
   begin_class(class_type);
+  if (!bases_and_body_follow(&scan)) {
+    pop_scopes_above(depth);
+    return false;
+  }
+  a_source_position open = pos_curr_token;
   push_scope(sck_class, -1, class_type, nullptr);
   if (C_dialect == 2) begin_class_being_defined();
   class_supplement_of(class_type)->class_scope = top_scope()->il_scope;
@@ -308,7 +325,7 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
     attach_tag_attributes(scan_attributes(al_after_body), class_type, state, true);
   }
   wrap_up_class(&scan);
-  pop_scope();
+  pop_scopes_above(depth);
   end_class(class_type);
   if (C_dialect == 2) end_class_being_defined(class_type);
   (void)pos_block;

@@ -81,6 +81,18 @@ void set_return_type_of_special_member(a_decl_parse_state *state, const a_symbol
 // An unnamed class or enum takes the name of the typedef that declares it.
 void give_typedef_name_to_tag(a_type *type, a_symbol_locator *locator);
 
+// The record in direct->derived_class of the subobject that is `inner` in the class of the direct base.
+a_base_class *corresp_base_class(a_base_class *direct, a_base_class *inner);
+// The path through which a base is reached where several lead to it: the one with the widest access.
+a_derivation_step *preferred_virtual_derivation_of(a_base_class *base);
+
+// Which function of a complete class stands for `routine`, a virtual function of the class of its base
+// `base`: the routine itself when nothing overrides it.
+a_routine *final_overrider_of(a_base_class *base, a_routine *routine);
+// The pure virtual functions that make a class abstract, one after the other: the first one, or the one
+// behind `behind`; null at the end.
+a_routine *pure_function_of_class(a_type *class_type, a_routine *behind);
+
 // The class with the keyword's flags: supplement of the class's symbol, null for a class without one.
 a_class_symbol_supplement *class_symbol_supplement_of(a_type *class_type);
 

@@ -113,9 +113,11 @@ static void ordinary_field(a_class_scan_state *scan, a_decl_parse_state *state,
   check_field_type(scan, state, locator, &is_flexible);
   a_field *field = add_field(scan, state->declared_type);
   field->is_flexible_array = is_flexible;
+  field->is_mutable = (state->specifier_flags & sf_is_mutable) != 0;
   if (is_flexible) scan->has_flexible_array_member = true;
   a_symbol *symbol = symbol_for_field(scan, locator, field);
   record_member(state, symbol);
+  if (C_dialect == 2) note_field_facts(scan, field);
   if (curr_token == tok_assign) {
     pos_error(ec_bad_data_member_initialization, pos_curr_token);
     get_token();
@@ -287,6 +289,7 @@ static void bit_field(a_class_scan_state *scan, a_decl_parse_state *state,
       pos_remark(ec_signed_one_bit_field, locator->position);
     }
     check_enum_bit_field(type, field->bit_size, field->bit_field_is_signed, width_position);
+    if (C_dialect == 2) note_field_facts(scan, field);
   }
   record_member(state, symbol);
 }
@@ -356,6 +359,7 @@ static void anonymous_member(a_class_scan_state *scan, a_decl_parse_state *state
   if (as_class(skip_typerefs(state->type_specifier)).has_flexible_array) {
     scan->has_flexible_array_member = true;
   }
+  if (C_dialect == 2) note_field_facts(scan, field);
   record_member(state, symbol);
 }
 

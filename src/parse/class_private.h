@@ -35,8 +35,28 @@ void add_routine_fixup(a_routine_fixup *fixup);
 void begin_class_being_defined();
 void end_class_being_defined(a_type *class_type);
 
-// class_virtual.cpp: whether the function is virtual, what it overrides.
-void settle_virtual(a_class_scan_state *scan, a_decl_parse_state *state, a_symbol *symbol);
+// class_base.cpp
+// Reads the bases at the current `:` and builds the tree; true when the body's `{` follows, else 245.
+bool scan_base_clause(a_class_scan_state *scan);
+// An object of the class can't be left as it is: some default constructor does work.
+bool needs_default_constructor_call(const a_class_symbol_supplement *supplement);
+
+// class_facts.cpp: what the class learns of a field.
+void note_field_facts(a_class_scan_state *scan, a_field *field);
+
+// class_virtual.cpp
+// Whether the function is virtual, what it overrides and with which messages.
+void settle_virtual(a_class_scan_state *scan, a_decl_parse_state *state,
+                    a_func_info_block *func_info, a_symbol *symbol);
+// The virtual function of the class with the routine's name and parameters, other than the routine; null:
+// none.
+a_routine *overridden_in_class(a_type *class_type, const a_routine *routine);
+
+// class_overriders.cpp: steps of the wrap-up, in their order.
+void assign_virtual_function_numbers(a_type *class_type);
+void build_overriders(a_type *class_type);
+void determine_whether_abstract(a_type *class_type);
+void check_hidden_virtual_functions(a_type *class_type);
 
 // class_friend.cpp
 // A friend function; state->symbol gets its symbol, null where there is none.

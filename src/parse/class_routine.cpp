@@ -416,7 +416,7 @@ void decl_member_function(a_class_scan_state *scan, a_decl_parse_state *state,
   }
   a_symbol *set = prior_symbol(&member);
   if (set != nullptr && set->kind == sk_overloaded_function) set_mixed_static_nonstatic_flag(set);
-  settle_virtual(scan, state, member.symbol);
+  settle_virtual(scan, state, func_info, member.symbol);
   settle_pure(&member);
   check_explicit(&member);
   check_conversion_target(&member);
