@@ -13,6 +13,7 @@
 #include "lex/token_cache.h"
 #include "parse/attribute.h"
 #include "parse/class_private.h"
+#include "parse/exprutil.h"
 #include "parse/lookup.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_ref.h"
@@ -189,18 +190,39 @@ a_derivation_step *preferred_virtual_derivation_of(a_base_class *base)
   return derivation != nullptr ? derivation->path : nullptr;
 }
 
-a_base_class *corresp_base_class(a_base_class *direct, a_base_class *inner)
+// Whether the way goes through `base` by one of its own ways and on by `rest`.
+static bool way_goes_through(a_derivation_step *way, a_derivation_step *to_base,
+                             a_derivation_step *rest)
 {
-  a_type *class_type = direct->derived_class;
-  if (inner->is_virtual) return find_virtual_base(class_type, inner->type);
-  a_base_class *base = class_supplement_of(class_type)->base_classes;
-  for (; base != nullptr; base = base->next) {
-    for (a_base_class_derivation *d = base->derivations; d != nullptr; d = d->next) {
-      if (d->path->base != direct || d->path->next == nullptr) continue;
+  for (; to_base != nullptr; to_base = to_base->next, way = way->next) {
+    if (way == nullptr || way->base != to_base->base) return false;
+  }
+  for (; rest != nullptr; rest = rest->next, way = way->next) {
+    if (way == nullptr || way->base != rest->base) return false;
+  }
+  return way == nullptr;
+}
+
+static bool is_base_of_base(a_base_class *candidate, a_base_class *base, a_base_class *inner)
+{
+  for (a_base_class_derivation *d = candidate->derivations; d != nullptr; d = d->next) {
+    for (a_base_class_derivation *b = base->derivations; b != nullptr; b = b->next) {
       for (a_base_class_derivation *i = inner->derivations; i != nullptr; i = i->next) {
-        if (d->path->next == i->path) return base;
+        if (way_goes_through(d->path, b->path, i->path)) return true;
       }
     }
+  }
+  return false;
+}
+
+a_base_class *corresp_base_class(a_base_class *base, a_base_class *inner)
+{
+  a_type *class_type = base->derived_class;
+  if (inner->is_virtual) return find_virtual_base(class_type, inner->type);
+  a_base_class *candidate = class_supplement_of(class_type)->base_classes;
+  for (; candidate != nullptr; candidate = candidate->next) {
+    if (candidate->is_virtual || !identical_types(candidate->type, inner->type)) continue;
+    if (is_base_of_base(candidate, base, inner)) return candidate;
   }
   return nullptr;
 }

@@ -81,8 +81,8 @@ void set_return_type_of_special_member(a_decl_parse_state *state, const a_symbol
 // An unnamed class or enum takes the name of the typedef that declares it.
 void give_typedef_name_to_tag(a_type *type, a_symbol_locator *locator);
 
-// The record in direct->derived_class of the subobject that is `inner` in the class of the direct base.
-a_base_class *corresp_base_class(a_base_class *direct, a_base_class *inner);
+// The record in base->derived_class of the subobject that is `inner` in the class of the base.
+a_base_class *corresp_base_class(a_base_class *base, a_base_class *inner);
 // The path through which a base is reached where several lead to it: the one with the widest access.
 a_derivation_step *preferred_virtual_derivation_of(a_base_class *base);
 

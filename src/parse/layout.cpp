@@ -3,7 +3,7 @@
 //          and the limit is reported once a class.
 // Entry:   do_class_layout, alignment_of_field_full.
 // See:     C99 6.7.2.1; which rules hold is told by the target's values and the pack state.
-#include "parse/layout.h"
+#include "parse/layout_private.h"
 
 #include "driver/flags.h"
 #include "driver/target.h"
@@ -14,20 +14,6 @@
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
 
-// The layout of one class.
-struct a_layout {
-  a_type *class_type;
-  a_target_size next_byte;
-  unsigned next_bit; // below targ_char_bit after every step
-  a_target_alignment class_alignment;
-  bool size_error_reported;
-  bool is_union;
-  a_target_size union_byte; // the largest end of the members so far
-  unsigned union_bit;
-  a_type *unit_type; // the open unit of the Microsoft rules
-  unsigned unit_bits_left;
-};
-
 static bool in_gnu_mode()
 {
   return gcc_mode || gpp_mode;
@@ -36,7 +22,7 @@ static bool in_gnu_mode()
 //---------------------------------------------------------------------------------------------
 // Positions.
 
-static a_target_size size_limit()
+a_target_size size_limit()
 {
   return targ_max_class_object_size ? targ_max_class_object_size : targ_size_t_max;
 }
@@ -56,7 +42,7 @@ static void clamp(a_layout *layout)
   layout->next_bit = 0;
 }
 
-static void add_bytes(a_layout *layout, a_target_size bytes)
+void add_bytes(a_layout *layout, a_target_size bytes)
 {
   if (bytes > size_limit() || layout->next_byte > size_limit() - bytes) {
     clamp(layout);
@@ -72,25 +58,26 @@ static void add_bits(a_layout *layout, a_target_size bits)
   add_bytes(layout, total / targ_char_bit);
 }
 
-static void round_to_byte(a_layout *layout)
+void round_to_byte(a_layout *layout)
 {
   if (layout->next_bit == 0) return;
   layout->next_bit = 0;
   add_bytes(layout, 1);
 }
 
-static void align_position(a_layout *layout, a_target_alignment alignment)
+bool align_position(a_layout *layout, a_target_alignment alignment)
 {
   round_to_byte(layout);
   a_target_size position = layout->next_byte;
   if (!align(&position, alignment) || position > size_limit()) {
     clamp(layout);
-  } else {
-    layout->next_byte = position;
+    return false;
   }
+  layout->next_byte = position;
+  return true;
 }
 
-static void raise_alignment(a_layout *layout, a_target_alignment alignment)
+void raise_alignment(a_layout *layout, a_target_alignment alignment)
 {
   if (alignment > layout->class_alignment) layout->class_alignment = alignment;
 }
@@ -172,6 +159,17 @@ uint32_t alignment_of_field_full(a_field *field, bool for_bit_field)
 //---------------------------------------------------------------------------------------------
 // Ordinary fields.
 
+// No empty class inside the field may lie on another one of its type.
+static void keep_empty_classes_apart(a_layout *layout, a_field *field,
+                                     a_target_alignment alignment)
+{
+  while (field_conflicts(layout, field->type, layout->next_byte) &&
+         layout->next_byte < size_limit()) {
+    add_bytes(layout, alignment);
+  }
+  note_field_place(layout, field->type, layout->next_byte);
+}
+
 static void place_ordinary_field(a_layout *layout, a_field *field)
 {
   close_unit(layout);
@@ -179,6 +177,7 @@ static void place_ordinary_field(a_layout *layout, a_field *field)
   a_target_alignment alignment = alignment_of_field_full(field, false);
   raise_alignment(layout, alignment);
   align_position(layout, alignment);
+  if (C_dialect == 2 && !layout->is_union) keep_empty_classes_apart(layout, field, alignment);
   field->offset = layout->next_byte;
   field->bit_offset = 0;
   a_target_size size = skip_typerefs(field->type)->size;
@@ -459,11 +458,16 @@ static void find_emptiness(a_type *class_type)
   part.is_empty_class = C_dialect == 2 || gcc_mode;
   for (a_field *field = part.first_field; field; field = field->next) {
     if (is_zero_width(field)) continue;
+    set_type_size(field->type);
     if (C_dialect != 2 && skip_typerefs(field->type)->size == 0) continue;
     if (gpp_mode && is_incomplete_array_type(field->type)) continue;
     part.is_empty_class = false;
   }
   if (part.has_virtual_functions || part.has_virtual_bases) part.is_empty_class = false;
+  a_base_class *base = part.class_supplement->base_classes;
+  for (; base != nullptr; base = base->next) {
+    if (!is_empty_class_type(base->type)) part.is_empty_class = false;
+  }
 }
 
 // An alignment declared for the class (step by step with what its members need).
@@ -491,7 +495,7 @@ static bool size_zero_stands(a_type *class_type)
   if (gcc_mode) return true;
   if (!gpp_mode) return false;
   a_field *field = as_class(class_type).first_field;
-  if (field == nullptr) return false;
+  if (field == nullptr || class_supplement_of(class_type)->base_classes != nullptr) return false;
   for (; field; field = field->next) {
     a_type *type = skip_typerefs(field->type);
     bool array_or_class = type->kind == tk_array || is_class_struct_union_type(type);
@@ -500,18 +504,31 @@ static bool size_zero_stands(a_type *class_type)
   return true;
 }
 
+static bool is_plain_data(a_type *class_type)
+{
+  a_symbol *symbol = class_type->source_corresp.assoc_symbol;
+  return C_dialect != 2 || symbol == nullptr || class_supplement_of_symbol(symbol)->is_pod;
+}
+
 static void set_class_size(a_layout *layout)
 {
   a_type *type = layout->class_type;
+  a_class_type_supplement *supplement = class_supplement_of(type);
   align_position(layout, layout->class_alignment);
+  check_base_offsets(layout);
   type->size = layout->next_byte;
   type->alignment = layout->class_alignment;
   if (type->size == 0 && !size_zero_stands(type)) type->size = 1;
-  bool zero_stands = type->size == 0 && in_gnu_mode();
-  if (!zero_stands && type->size < type->alignment) type->size = type->alignment;
-  a_class_type_supplement *supplement = class_supplement_of(type);
-  supplement->nonvirtual_size = type->size;
-  supplement->nonvirtual_alignment = type->alignment;
+  bool has_own_size = as_class(type).has_virtual_bases ||
+                      (targ_reuse_tail_padding && !is_plain_data(type));
+  if (!has_own_size) {
+    supplement->nonvirtual_size = type->size;
+    supplement->nonvirtual_alignment = type->alignment;
+  }
+  if (type->size == 0 && in_gnu_mode()) return;
+  if (type->size >= type->alignment) return;
+  type->size = type->alignment;
+  supplement->nonvirtual_size = supplement->nonvirtual_alignment;
 }
 
 bool check_transparent_union(a_type *type, a_source_position position)
@@ -552,10 +569,17 @@ void do_class_layout(a_type *class_type)
   layout.class_type = class_type;
   layout.is_union = class_type->kind == tk_union;
   layout.class_alignment = targ_minimum_struct_alignment;
-  place_fields(&layout);
   find_emptiness(class_type);
+  if (C_dialect == 2) find_empty_subobjects(&layout);
+  begin_base_layout(&layout);
+  place_fields(&layout);
+  end_base_layout(&layout);
   apply_declared_alignment(&layout, declared);
+  end_of_empty_bases(&layout);
+  if (targ_reuse_tail_padding) round_to_byte(&layout);
+  set_nonvirtual_size(&layout);
   set_class_size(&layout);
+  release_empty_places(&layout);
   part.layout_done = true;
   class_type->is_incomplete = false;
   if (part.is_transparent_union &&

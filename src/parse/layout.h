@@ -6,8 +6,11 @@
 #include "lex/pragma.h"
 
 // Gives every field its place and the class its size and alignment, and makes it complete.  Issues
-// 104, 105, 1168, 1236, 2150.
+// 104, 105, 713, 1168, 1236, 1301, 1564, 1565, 2150.
 void do_class_layout(a_type *class_type);
+// Behind the base clause: chooses the base whose virtual function table the class extends
+// (primary_base, vptr_owner_base, next_virtual_function_number).
+void select_primary_base(a_type *class_type);
 // The alignment that the field's position and the class get from it.
 uint32_t alignment_of_field_full(a_field *field, bool for_bit_field);
 bool is_empty_class_type(a_type *type);

@@ -10,7 +10,7 @@
 #include "il/il_alloc.h"
 #include "lex/lexical.h"
 #include "mem/mem_manage.h"
-#include "parse/layout.h"
+#include "parse/layout_private.h"
 #include "parse/scope_stk.h"
 
 static a_pack_alignment_state *free_states;
@@ -239,4 +239,5 @@ void layout_init()
   curr_max_member_alignment = 0;
   pack_alignment_stack = nullptr;
   free_states = nullptr;
+  layout_empty_init();
 }
