@@ -1,4 +1,4 @@
-// class_body.cpp - bodies of classes: the member loop and the wrap-up of a complete class.
+// class_body.cpp - bodies of classes: head, base clause, the member loop.
 // Rule:    the class is incomplete until its layout is done; whatever fails inside, the loop goes
 //          on at the next `;` or `}` and the class ends up complete.
 // See:     C99 6.7.2.1; empty structures and flexible arrays in C89 are GNU.
@@ -108,107 +108,6 @@ static void member_loop(a_class_scan_state *scan)
 }
 
 //---------------------------------------------------------------------------------------------
-// The wrap-up.
-
-static bool misra_wants_complete_members()
-{
-  return check_misra_c_2004 &&
-         misra_c_2004_generate_diagnostic(ec_misra_c_2004_18_1, misra_required_severity);
-}
-
-// Only the last member of a structure may be without bound, behind a named one (C99 6.7.2.1p2).
-static void check_flexible_array(a_class_scan_state *scan)
-{
-  a_field *first = as_class(scan->class_type).first_field;
-  bool is_union = scan->class_type->kind == tk_union;
-  for (a_field *field = first; field; field = field->next) {
-    if (!field->is_flexible_array) continue;
-    a_source_position position = field->source_corresp.decl_position;
-    bool well_placed = field->next == nullptr && !is_union && field != first;
-    bool gnu_place = (gcc_mode || gpp_mode) && (field->next == nullptr || is_union);
-    if (!well_placed && !gnu_place) {
-      pos_error(ec_incomplete_type_not_allowed, position);
-      field->type = error_type();
-      field->is_flexible_array = false;
-      continue;
-    }
-    bool misra_reports = misra_wants_complete_members();
-    if (misra_reports) pos_diagnostic(misra_required_severity, ec_misra_c_2004_18_1, position);
-    if (!flexible_array_members_allowed && !gcc_mode && !gpp_mode && !c99_mode) {
-      an_error_severity severity = strict_ansi_mode ? strict_ansi_error_severity : es_warning;
-      if (severity >= es_error || !misra_reports) {
-        pos_diagnostic(severity, ec_incomplete_type_not_allowed, position);
-      }
-    } else if (report_gnu_extensions && !c99_mode) {
-      pos_warning(ec_flexible_array_is_nonstandard, position);
-    }
-    as_class(scan->class_type).has_flexible_array = true;
-  }
-}
-
-static bool has_no_named_member(const a_class_scan_state *scan)
-{
-  return C_dialect != 2 && !scan->any_named_member;
-}
-
-static void check_members(a_class_scan_state *scan, a_source_position position)
-{
-  a_class_type_part &part = as_class(scan->class_type);
-  if (has_no_named_member(scan) && !part.has_empty_body) {
-    pos_diagnostic(strict_ansi_mode ? strict_ansi_discretionary_severity : es_warning,
-                   ec_no_named_fields, position);
-  }
-  check_flexible_array(scan);
-}
-
-static void pack_fields(a_type *class_type)
-{
-  if (!as_class(class_type).is_packed && !pack_all_structs) return;
-  for (a_field *field = as_class(class_type).first_field; field; field = field->next) {
-    if (is_error_type(field->type)) continue;
-    field->is_packed_field = true;
-    field->type = f_make_qualified_type(field->type, tq_packed, -1);
-  }
-}
-
-// Whether an object of the class may be assigned to, and what its members say of it.
-static void gather_field_facts(a_type *class_type)
-{
-  a_class_type_part &part = as_class(class_type);
-  for (a_field *field = part.first_field; field; field = field->next) {
-    a_type *type = skip_array_types(field->type);
-    if (is_const_qualified(field->type)) part.has_const_field = true;
-    if (is_volatile_qualified(field->type)) part.has_volatile_field = true;
-    type = skip_typerefs(type);
-    if (!is_class_struct_union_type(type)) continue;
-    part.has_const_field |= as_class(type).has_const_field;
-    part.has_volatile_field |= as_class(type).has_volatile_field;
-    if (as_class(type).has_flexible_array && field->next == nullptr) part.has_flexible_array = true;
-  }
-}
-
-static void wrap_up_class(a_class_scan_state *scan)
-{
-  a_type *class_type = scan->class_type;
-  a_symbol *symbol = class_type->source_corresp.assoc_symbol;
-  a_class_symbol_supplement *supplement = class_supplement_of_symbol(symbol);
-  a_source_position saved_position = error_position;
-  error_position = symbol->position;
-  supplement->first_member = supplement->pointers_block.symbols;
-  supplement->is_aggregate = !scan->not_aggregate;
-  supplement->is_pod = !scan->not_aggregate && !scan->not_pod;
-  supplement->has_members = scan->any_named_member;
-  pack_fields(class_type);
-  gather_field_facts(class_type);
-  if (may_be_added_to_types_list(class_type, decl_scope_level)) {
-    move_to_end_of_types_list(class_type);
-  }
-  do_class_layout(class_type);
-  as_class(class_type).is_incomplete_until_end = false;
-  error_position = saved_position;
-}
-
-//---------------------------------------------------------------------------------------------
 // The definition.
 
 // C: a dummy member keeps the structure from having none at all.
@@ -300,6 +199,7 @@ bool scan_class_definition(a_type *class_type, a_decl_parse_state *state,
     pop_scopes_above(depth);
     return false;
   }
+  if (C_dialect == 2) select_primary_base(class_type);
   a_source_position open = pos_curr_token;
   push_scope(sck_class, -1, class_type, nullptr);
   if (C_dialect == 2) begin_class_being_defined();

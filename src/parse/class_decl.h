@@ -74,6 +74,10 @@ void check_defaulted_or_deleted_function(a_decl_parse_state *state, a_func_info_
 // *takes_const: some form takes its operand by value or as const; *user_provided: some form was written.
 bool is_assignment_operator_for_copy(a_symbol *symbol, bool *takes_const, bool *user_provided);
 
+// operator= of a class whose parameter is a reference to the class with these qualifiers.
+void declare_implicit_copy_assignment(a_class_scan_state *scan, bool is_deleted,
+                                      unsigned qualifiers);
+
 // The return type of a constructor, destructor or conversion function, where the declarator has its name:
 // void, or the type converted to (1017, 1018, 454 where one was written; 409).
 void set_return_type_of_special_member(a_decl_parse_state *state, const a_symbol_locator *locator);

@@ -44,6 +44,18 @@ bool needs_default_constructor_call(const a_class_symbol_supplement *supplement)
 // class_facts.cpp: what the class learns of a field.
 void note_field_facts(a_class_scan_state *scan, a_field *field);
 
+// implicit_member_form of a synthesized state: what is made, as a sum.
+enum : unsigned { imf_member = 1, imf_constructor = 2, imf_trivial_default = 4, imf_destructor = 8 };
+
+// class_implicit.cpp: declares what the class needs of constructors, destructor and assignment.
+void declare_implicit_members(a_class_scan_state *scan);
+
+// class_wrapup.cpp
+// What a body may not be made of, for the body at `position`: no named member, members without bound.
+void check_members(a_class_scan_state *scan, a_source_position position);
+// Makes the class complete.
+void wrap_up_class(a_class_scan_state *scan);
+
 // class_virtual.cpp
 // Whether the function is virtual, what it overrides and with which messages.
 void settle_virtual(a_class_scan_state *scan, a_decl_parse_state *state,

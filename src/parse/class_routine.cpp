@@ -204,6 +204,8 @@ static void remember_special_member(a_member_function *member, a_symbol *symbol)
 
 static a_symbol *enter_member_symbol(a_member_function *member)
 {
+  // The default constructor that does nothing has a place of its own.
+  if (member->state->implicit_member_form & imf_trivial_default) return replacement_symbol(member);
   a_symbol *prior = prior_symbol(member);
   bool is_function =
       prior != nullptr && (is_routine_symbol(prior) || prior->kind == sk_overloaded_function);
@@ -300,7 +302,12 @@ static void note_constructor(a_member_function *member)
   bool is_written = !routine->is_compiler_generated;
   if (is_written && !routine->is_defaulted) member->scan->not_aggregate = true;
   if (is_default_constructor(routine)) {
-    supplement->has_nontrivial_default_constructor = true;
+    routine->is_trivial_default_constructor = routine->is_defaulted;
+    if (routine->is_defaulted) {
+      supplement->trivial_default_constructor = member->symbol;
+    } else {
+      supplement->has_nontrivial_default_constructor = true;
+    }
     if (is_written) supplement->has_user_default_constructor = true;
     if (is_written && !routine->is_defaulted) {
       supplement->has_user_provided_default_constructor = true;
@@ -404,6 +411,7 @@ void decl_member_function(a_class_scan_state *scan, a_decl_parse_state *state,
   member.class_type = scan->class_type;
   member.supplement = class_symbol_supplement_of(scan->class_type);
   member.is_implicit = is_implicit;
+  func_info->is_first_declaration = true;
   settle_name(&member);
   settle_static(&member);
   settle_type(&member);

@@ -230,6 +230,7 @@ struct a_func_info_block {
   bool is_friend : 1;
   bool type_was_missing : 1;                  // implicit int
   bool is_pure : 1;                           // `= 0`
+  bool is_first_declaration : 1;              // of the function; for `= default` and `= delete`
   a_source_position pure_position;
 };
 
