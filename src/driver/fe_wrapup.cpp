@@ -25,6 +25,7 @@
 #include "mem/mem_manage.h"
 #include "parse/class_decl.h"
 #include "parse/decls.h"
+#include "parse/func_def.h"
 #include "parse/scope_stk.h"
 #include "parse/symbol_tbl.h"
 #include "lower/lower_c99.h"
@@ -93,6 +94,7 @@ void translation_unit()
 void translation_unit_wrapup()
 {
   if (unit_was_parsed() && in_cfront_mode()) call_if_present(check_class_linkage);
+  if (is_cplusplus() && unit_was_parsed()) define_needed_generated_routines(false);
   pop_scope();
   push_file_scope(1);
   if (unit_was_parsed()) call_if_present(set_trans_unit_correspondences);

@@ -328,6 +328,7 @@ struct a_routine {
   bool is_lambda_body : 1;
   bool is_reached_by_inline : 1;
   bool is_defaulted : 1;
+  bool is_generation_pending : 1;      // the body that the compiler makes was asked for
   bool is_deleted : 1;
   bool body_was_lowered : 1;
   uint32_t decl_modifiers;

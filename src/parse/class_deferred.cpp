@@ -228,4 +228,5 @@ void class_decl_init()
   avail_routine_fixups = nullptr;
   avail_deferred_classes = nullptr;
   curr_routine_fixup = nullptr;
+  func_generated_init();
 }

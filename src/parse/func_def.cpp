@@ -334,7 +334,7 @@ static void finish_body(bool is_at_file_level)
 }
 
 // C++: the object of a non-static member function.
-static void make_this_parameter(a_routine *routine)
+void make_this_parameter(a_routine *routine)
 {
   a_type *type = f_implicit_this_param_type_of(routine->type);
   if (C_dialect != 2 || type == nullptr) return;
@@ -393,6 +393,7 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
   pop_stop_token_stack();
   func_info_of_body = saved_func_info;
   curr_function_type_was_missing = saved_type_was_missing;
+  if (C_dialect == 2) define_needed_generated_routines(true);
   finish_body(is_at_file_level);
   restore_struct_stmt_stack(&stack_state);
 }
@@ -481,9 +482,4 @@ void function_definition(a_symbol_locator *locator, a_decl_parse_state *decl_sta
   }
   process_curr_construct_pragmas(decl_state->symbol, nullptr);
   scan_function_body(routine, func_info, flags);
-}
-
-void force_definition_of_compiler_generated_routine(a_routine *)
-{
-  // Only classes of C++ have such routines; their bodies are made by the class module.
 }

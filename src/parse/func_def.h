@@ -19,7 +19,20 @@ void scan_function_body(a_routine *routine, a_func_info_block *func_info, unsign
 // Reports a type that no function may return (98, 870, 916, 411); `routine` may be null.
 void check_function_return_type(a_type *type, a_source_position *position, bool is_declaration,
                                 a_routine *routine);
+
+// --- Functions that the compiler writes (func_generated.cpp) ---
+// Makes the body of an implicit or defaulted special member that has none; does nothing to other routines.
+// Issues 399 and what the members' own functions lead to.
 void force_definition_of_compiler_generated_routine(a_routine *routine);
+// The same, later: such a routine was used.
+void generated_routine_is_needed(a_routine *routine);
+// Makes the bodies that wait; those of classes local to the open function, or all.
+void define_needed_generated_routines(bool local_ones_only);
+// The class's table of virtual functions is defined in this unit.
+void require_definitions_of_virtual_functions_in_class(a_type *class_type);
+void func_generated_init();
+// `this` of the function whose scope is the top one.
+void make_this_parameter(a_routine *routine);
 
 // The register of an asm name: a code of the table, or register_unrecognized.
 inline constexpr int register_unrecognized = 58;

@@ -288,7 +288,9 @@ bool conversion_to_class_possible(an_operand *operand, a_type *source_type, a_ty
   bool is_copy = is_same_or_derived(source_type, target, &base);
   a_class_symbol_supplement *supplement = supplement_of_class(target);
   bool any_constructor = supplement != nullptr && supplement->constructors != nullptr;
-  if (is_copy && !any_constructor && !is_volatile_qualified(source_type)) {
+  // The copy constructor that the class would call does what a copy of the bytes does.
+  bool is_trivial = supplement != nullptr && supplement->has_trivial_copy_constructor;
+  if (is_copy && (!any_constructor || is_trivial) && !is_volatile_qualified(source_type)) {
     conv->is_trivial_copy = true;
     conv->std_conv.base_class = base;
     return true;

@@ -396,6 +396,16 @@ static void make_both_errors(an_operand *left, an_operand *right, an_operand *re
   make_error_operand(result);
 }
 
+// An assignment that copies the bytes needs no call.
+static bool is_trivial_assignment(a_symbol *symbol, an_operand *left, an_operand *right)
+{
+  if (!symbol->is_class_member || right == nullptr) return false;
+  a_routine *routine = routine_of_symbol(symbol);
+  return routine->is_trivial && routine->special_kind == sfk_operator &&
+         routine->special.operator_kind == onk_assign && is_lvalue_operand(left) &&
+         identical_types(make_unqualified_type(left->type), make_unqualified_type(right->type));
+}
+
 bool check_for_operator_overloading(const an_operator_request *request, an_operand *left,
                                     an_operand *right, an_operand *result)
 {
@@ -431,6 +441,8 @@ bool check_for_operator_overloading(const an_operator_request *request, an_opera
     make_both_errors(left, right, result);
   } else if (winner->builtin_signature != nullptr) {
     convert_builtin_operands(winner, search.operands, search.count);
+    handled = false;
+  } else if (is_trivial_assignment(winner->symbol, left, right)) {
     handled = false;
   } else {
     call_operator_function(request, winner, left, right, result);

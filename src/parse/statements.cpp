@@ -718,6 +718,23 @@ a_statement *compound_statement(bool is_function_body, unsigned, bool dont_push_
   return block;
 }
 
+a_statement *open_generated_body()
+{
+  a_statement *block = open_block(true, false);
+  top_stmt_entry()->scope_depth = depth_scope_stack;
+  block_supplement_of(block)->is_compiler_generated = true;
+  return block;
+}
+
+void close_generated_body(a_statement *block)
+{
+  a_source_position end_position = block->start_position;
+  implicit_return(&end_position);
+  finish_block(block, &end_position);
+  bind_scope_to_block(block, scope_stack[depth_innermost_function_scope].il_scope);
+  pop_stmt_entry(nullptr);
+}
+
 a_statement *statement_expression_block()
 {
   a_statement *block = compound_statement(false, 0, false, true);

@@ -123,3 +123,8 @@ void release_flow_of_function();
 
 // Set while the body of a function is read, for the missing-return messages.
 extern bool curr_function_type_was_missing;
+
+// The outermost block of a function that the compiler writes, at pos_curr_token: statements are linked into
+// it until it is closed, which adds the return at its end.
+a_statement *open_generated_body();
+void close_generated_body(a_statement *block);

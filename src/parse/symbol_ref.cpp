@@ -15,6 +15,7 @@
 #include "parse/attribute.h"
 #include "parse/decls.h"
 #include "parse/exprutil.h"
+#include "parse/func_def.h"
 #include "parse/scope_stk.h"
 
 uint32_t curr_flow_context;
@@ -147,9 +148,12 @@ static void mark_entity_referenced(a_symbol *symbol)
   if (corresp != nullptr) corresp->referenced = true;
 }
 
-void mark_routine_referenced_full(a_routine *routine, bool)
+void mark_routine_referenced_full(a_routine *routine, bool is_evaluated)
 {
   routine->source_corresp.referenced = true;
+  if (is_evaluated && (routine->is_compiler_generated || routine->is_defaulted)) {
+    generated_routine_is_needed(routine);
+  }
   if (routine->source_corresp.assoc_symbol != nullptr) {
     routine->source_corresp.assoc_symbol->referenced = true;
   }
