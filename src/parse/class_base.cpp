@@ -256,7 +256,8 @@ static void note_base_facts(a_class_scan_state *scan, a_base_class *base)
 bool needs_default_constructor_call(const a_class_symbol_supplement *supplement)
 {
   return supplement->has_nontrivial_default_constructor ||
-         (supplement->constructors != nullptr && supplement->trivial_default_constructor == nullptr);
+         (supplement->constructors != nullptr &&
+          supplement->trivial_default_constructor == nullptr);
 }
 
 //---------------------------------------------------------------------------------------------
@@ -328,8 +329,8 @@ static void scan_base_name(a_class_scan_state *scan, a_base_specifier *specifier
 {
   bool error_found = false;
   specifier->position = pos_curr_token;
-  a_symbol *symbol = coalesce_and_lookup_generalized_identifier(gid_no_diagnostics, lo_class_only,
-                                                                &error_found);
+  a_symbol *symbol =
+      coalesce_and_lookup_generalized_identifier(gid_no_diagnostics, lo_class_only, &error_found);
   if (curr_token != tok_identifier) {
     syntax_error(ec_exp_identifier);
     return;
@@ -341,7 +342,7 @@ static void scan_base_name(a_class_scan_state *scan, a_base_specifier *specifier
   }
   if (locator_for_curr_id.found_by_anachronism) {
     pos_sy_diagnostic(anachronism_error_severity, ec_nested_class_anachronism, pos_curr_token,
-                      symbol);
+                      skip_typerefs(type_of_symbol(symbol))->source_corresp.assoc_symbol);
   }
   bool failed = false;
   f_check_ambiguity_and_verify_access(&locator_for_curr_id, false, nullptr, &failed);

@@ -226,8 +226,8 @@ static void declare_implicit_member(a_class_scan_state *scan, a_decl_parse_state
 {
   unsigned form = state->implicit_member_form;
   bool has_no_result = form & (imf_constructor | imf_destructor);
-  a_type *type = make_routine_type(has_no_result ? void_type()
-                                                 : make_reference_type(scan->class_type));
+  a_type *type =
+      make_routine_type(has_no_result ? void_type() : make_reference_type(scan->class_type));
   if (params != nullptr) add_param_type(type, params);
   state->declared_type = type;
   a_symbol_locator locator;
@@ -294,7 +294,8 @@ static void declare_default_constructor(a_class_scan_state *scan,
   if (has_constructors || !scan->not_pod) return;
   if (class_supplement_of(scan->class_type)->is_closure) return;
   unsigned form = imf_member | imf_constructor;
-  declare_member(scan, scan->needs_default_constructor ? form : form | imf_trivial_default, nullptr);
+  declare_member(scan, scan->needs_default_constructor ? form : form | imf_trivial_default,
+                 nullptr);
 }
 
 static bool wants_copy_constructor(const a_class_scan_state *scan,

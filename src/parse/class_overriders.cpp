@@ -243,8 +243,20 @@ static a_symbol *own_functions_of_name(a_type *class_type, const a_routine *old)
 static bool set_overrides_something(a_symbol *symbol)
 {
   bool is_set = symbol->kind == sk_overloaded_function;
-  for (a_symbol *s = first_function(symbol); s != nullptr; s = is_set ? s->next_same_name : nullptr) {
+  for (a_symbol *s = first_function(symbol); s != nullptr;
+       s = is_set ? s->next_same_name : nullptr) {
     if (s->kind == sk_member_function && routine_of_symbol(s)->overrides_base_function) return true;
+  }
+  return false;
+}
+
+// That one was reported where it is declared.
+static bool has_static_of_same_parameters(a_symbol *symbol, const a_routine *old)
+{
+  bool is_set = symbol->kind == sk_overloaded_function;
+  for (a_symbol *s = first_function(symbol); s; s = is_set ? s->next_same_name : nullptr) {
+    if (s->kind != sk_member_function || !routine_of_symbol(s)->is_static_member) continue;
+    if (same_parameter_types(routine_of_symbol(s)->type, old->type)) return true;
   }
   return false;
 }
@@ -253,8 +265,7 @@ static bool comes_through_using_declaration(a_symbol *symbol, const a_routine *o
 {
   if (symbol->kind != sk_overloaded_function) return false;
   for (a_symbol *s = overloads_of_symbol(symbol); s != nullptr; s = s->next_same_name) {
-    if (s->kind == sk_projection &&
-        projected_symbol_of(s) == old->source_corresp.assoc_symbol) {
+    if (s->kind == sk_projection && projected_symbol_of(s) == old->source_corresp.assoc_symbol) {
       return true;
     }
   }
@@ -268,7 +279,9 @@ static void check_hidden_function(a_type *class_type, a_base_class *base, a_rout
   a_symbol *own = own_functions_of_name(class_type, old);
   if (own == nullptr || comes_through_using_declaration(own, old)) return;
   a_symbol *symbol = first_function(own);
-  if (symbol->kind != sk_member_function || routine_of_symbol(symbol)->is_compiler_generated) return;
+  if (symbol->kind != sk_member_function || routine_of_symbol(symbol)->is_compiler_generated)
+    return;
+  if (has_static_of_same_parameters(own, old)) return;
   a_symbol *old_symbol = old->source_corresp.assoc_symbol;
   if (routine_of_symbol(symbol)->is_virtual || set_overrides_something(own)) {
     pos_sy2_warning(ec_partial_override, symbol->position, symbol, old_symbol);

@@ -90,7 +90,8 @@ static bool is_covariant(a_type *new_type, a_type *old_type)
 // The types differ in qualifiers alone.
 static bool differs_in_qualifiers(a_type *new_type, a_type *old_type)
 {
-  if (identical_types(make_unqualified_type(new_type), make_unqualified_type(old_type))) return true;
+  if (identical_types(make_unqualified_type(new_type), make_unqualified_type(old_type)))
+    return true;
   if (!same_kind_of_target(new_type, old_type)) return false;
   a_type *new_target = target_of(new_type), *old_target = target_of(old_type);
   return is_void_type(new_target) ||
@@ -122,12 +123,59 @@ static an_exception_specification *exception_specification_of(const a_routine *r
   return routine_supplement_of(skip_typerefs(routine->type))->exception_specification;
 }
 
+static void add_exception_types(an_exception_specification *spec,
+                                const an_exception_specification *other)
+{
+  an_exception_specification_type **link = &spec->first_type;
+  while (*link != nullptr)
+    link = &(*link)->next;
+  for (an_exception_specification_type *type = other->first_type; type; type = type->next) {
+    *link = alloc_exception_specification_type();
+    (*link)->type = type->type;
+    link = &(*link)->next;
+  }
+}
+
+// Adds what the destructor of a part throws; false when that is anything.
+static bool add_exceptions_of_part(an_exception_specification *spec, a_type *type)
+{
+  type = skip_typerefs(skip_array_types(type));
+  if (!kind_has_class_part(type->kind)) return true;
+  a_class_symbol_supplement *supplement = class_symbol_supplement_of(type);
+  if (supplement == nullptr || supplement->destructor == nullptr) return true;
+  an_exception_specification *other =
+      exception_specification_of(routine_of_symbol(supplement->destructor));
+  if (other == nullptr) return false;
+  add_exception_types(spec, other);
+  return true;
+}
+
+// An implicit destructor throws what those of its parts may (C++98 15.4p13).
+static an_exception_specification *implicit_destructor_exceptions(a_type *class_type)
+{
+  an_exception_specification *spec = alloc_exception_specification();
+  bool is_known = true;
+  a_base_class *base = class_supplement_of(class_type)->base_classes;
+  for (; base != nullptr; base = base->next) {
+    if (base->is_direct || base->is_virtual) is_known &= add_exceptions_of_part(spec, base->type);
+  }
+  for (a_field *field = as_class(class_type).first_field; field; field = field->next)
+    is_known &= add_exceptions_of_part(spec, field->type);
+  return is_known ? spec : nullptr;
+}
+
 static void check_exceptions(a_virtual_check *check, a_routine *old)
 {
   if (!exceptions_enabled) return;
-  an_exception_specification *new_spec = exception_specification_of(check->routine);
   an_exception_specification *old_spec = exception_specification_of(old);
-  if (old_spec == nullptr || !exception_spec_is_less_restrictive(new_spec, old_spec)) return;
+  if (old_spec == nullptr) return;
+  an_exception_specification *new_spec = exception_specification_of(check->routine);
+  if (new_spec == nullptr && check->routine->is_compiler_generated &&
+      check->routine->special_kind == sfk_destructor) {
+    new_spec = implicit_destructor_exceptions(check->scan->class_type);
+    routine_supplement_of(skip_typerefs(check->routine->type))->exception_specification = new_spec;
+  }
+  if (!exception_spec_is_less_restrictive(new_spec, old_spec)) return;
   a_symbol *symbol = old->source_corresp.assoc_symbol;
   bool is_generated = check->routine->is_compiler_generated;
   an_error_severity severity = es_discretionary_error;
@@ -176,7 +224,8 @@ static bool overrides_in_base(a_virtual_check *check, a_base_class *base)
   a_routine *old = overridden_in_class(base->type, check->routine);
   if (old == nullptr) return false;
   if (check->routine->is_static_member) {
-    if (check->checked == nullptr) pos_error(ec_virtual_static_not_allowed, check->symbol->position);
+    if (check->checked == nullptr)
+      pos_error(ec_virtual_static_not_allowed, check->symbol->position);
     check->checked = old;
     return false;
   }

@@ -170,7 +170,8 @@ static a_symbol *next_function_of(a_symbol *set, a_symbol *symbol)
 static bool same_rest_of_params(a_param_type *a, a_param_type *b)
 {
   for (; a != nullptr && b != nullptr; a = a->next, b = b->next) {
-    if (!identical_types(make_unqualified_type(a->type), make_unqualified_type(b->type))) return false;
+    if (!identical_types(make_unqualified_type(a->type), make_unqualified_type(b->type)))
+      return false;
   }
   return a == b;
 }
@@ -215,7 +216,8 @@ static bool has_corresponding_delete(a_symbol *set, a_routine *new_routine)
 static void check_each_new(a_symbol *new_set, a_symbol *delete_set, const char *brackets)
 {
   for (a_symbol *s = first_function_of(new_set); s != nullptr; s = next_function_of(new_set, s)) {
-    if (!is_routine_symbol(s) || has_corresponding_delete(delete_set, routine_of_symbol(s))) continue;
+    if (!is_routine_symbol(s) || has_corresponding_delete(delete_set, routine_of_symbol(s)))
+      continue;
     pos_stsy_remark(ec_no_corresponding_member_delete, s->position, brackets, s);
   }
 }

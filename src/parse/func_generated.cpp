@@ -80,7 +80,8 @@ static void assign_object(const a_memberwise_assignment *assignment, an_expr_nod
 {
   a_type *type = skip_typerefs(target->type);
   a_source_position position = assignment->position;
-  if (kind_has_class_part(type->kind) && !class_symbol_supplement_of(type)->has_trivial_copy_assignment) {
+  if (kind_has_class_part(type->kind) &&
+      !class_symbol_supplement_of(type)->has_trivial_copy_assignment) {
     a_symbol *symbol = select_assignment_operator_for_memberwise_copy(
         type, get_type_qualifiers(source->type), &position);
     if (symbol == nullptr) return;
@@ -100,8 +101,7 @@ static an_expr_node *element_at(an_expr_node *array, a_type *element, a_variable
 {
   a_type *pointer = make_pointer_type(element);
   an_expr_node *start = add_cast(add_address_of_to_node(array), pointer);
-  an_expr_node *place =
-      make_binary_node(eok_pointer_add, pointer, start, var_rvalue_expr(index));
+  an_expr_node *place = make_binary_node(eok_pointer_add, pointer, start, var_rvalue_expr(index));
   return add_indirection_to_node(place);
 }
 
@@ -174,7 +174,8 @@ static bool check_members_can_be_assigned(const a_memberwise_assignment *assignm
   for (; field != nullptr; field = field->next) {
     bool is_reference = is_any_reference_type(field->type);
     if (!is_reference && !is_const_qualified(field->type)) continue;
-    if (field->source_corresp.assoc_symbol == nullptr || field->source_corresp.name == nullptr) continue;
+    if (field->source_corresp.assoc_symbol == nullptr || field->source_corresp.name == nullptr)
+      continue;
     if (all_can) {
       pos_sy_start_error(ec_bad_default_assignment, assignment->position,
                          assignment->class_type->source_corresp.assoc_symbol);
@@ -287,7 +288,7 @@ void force_definition_of_compiler_generated_routine(a_routine *routine)
   a_type *class_type = parent_class_of(&routine->source_corresp);
   a_source_position saved_error_position = error_position, saved_position = pos_curr_token;
   auto saved_expr_stack = expr_stack;
-  error_position = pos_curr_token = routine->source_corresp.decl_position;
+  error_position = pos_curr_token = class_type->source_corresp.decl_position;
   push_class_and_template_reactivation_scope(class_type, false, false);
   make_body(routine);
   pop_class_reactivation_scope();

@@ -160,8 +160,7 @@ uint32_t alignment_of_field_full(a_field *field, bool for_bit_field)
 // Ordinary fields.
 
 // No empty class inside the field may lie on another one of its type.
-static void keep_empty_classes_apart(a_layout *layout, a_field *field,
-                                     a_target_alignment alignment)
+static void keep_empty_classes_apart(a_layout *layout, a_field *field, a_target_alignment alignment)
 {
   while (field_conflicts(layout, field->type, layout->next_byte) &&
          layout->next_byte < size_limit()) {
@@ -420,6 +419,7 @@ static void place_field(a_layout *layout, a_field *field)
     place_ordinary_field(layout, field);
   }
   field->layout_done = true;
+  if (field == as_class(layout->class_type).first_field) check_tail_padding(layout, field->offset);
   if (layout->is_union) {
     close_unit(layout);
     keep_union_end(layout);
@@ -519,8 +519,8 @@ static void set_class_size(a_layout *layout)
   type->size = layout->next_byte;
   type->alignment = layout->class_alignment;
   if (type->size == 0 && !size_zero_stands(type)) type->size = 1;
-  bool has_own_size = as_class(type).has_virtual_bases ||
-                      (targ_reuse_tail_padding && !is_plain_data(type));
+  bool has_own_size =
+      as_class(type).has_virtual_bases || (targ_reuse_tail_padding && !is_plain_data(type));
   if (!has_own_size) {
     supplement->nonvirtual_size = type->size;
     supplement->nonvirtual_alignment = type->alignment;

@@ -35,8 +35,7 @@ static bool is_nearly_empty(a_type *type)
 {
   if (!is_dynamic_class(type)) return false;
   for (a_field *field = as_class(type).first_field; field; field = field->next) {
-    bool takes_no_space = field->is_bit_field && field->bit_size == 0;
-    if (!takes_no_space && !is_empty_class_type(field->type)) return false;
+    if (!field->is_bit_field || field->bit_size != 0) return false;
   }
   a_class_type_supplement *supplement = class_supplement_of(type);
   for (a_base_class *base = supplement->base_classes; base != nullptr; base = base->next) {
@@ -46,8 +45,7 @@ static bool is_nearly_empty(a_type *type)
   return true;
 }
 
-// The record in the complete class of the primary base of one of its bases; null: it has none.
-static a_base_class *nominal_primary_base(a_base_class *base)
+a_base_class *nominal_primary_base(a_base_class *base)
 {
   a_base_class *primary = class_supplement_of(base->type)->primary_base;
   return primary != nullptr ? corresp_base_class(base, primary) : nullptr;
@@ -152,14 +150,14 @@ static void note_base_end(a_layout *layout, a_base_class *base)
   layout->highest_base_byte = last;
 }
 
-// Reports a base behind which, or in whose padding, other compilers would place things otherwise.
-static void check_tail_padding(a_layout *layout, a_base_class *base)
+void check_tail_padding(a_layout *layout, a_target_size offset)
 {
-  if (!warn_about_tail_padding_use) return;
-  a_class_type_supplement *supplement = class_supplement_of(base->type);
-  a_target_size aligned = supplement->nonvirtual_size;
-  align(&aligned, base->type->alignment);
-  if (aligned == supplement->nonvirtual_size || layout->next_byte == base->offset + aligned) return;
+  a_base_class *base = layout->last_base_placed;
+  if (!warn_about_tail_padding_use || base == nullptr || layout->tail_padding_reported) return;
+  a_target_size end = class_supplement_of(base->type)->nonvirtual_size;
+  align(&end, base->type->alignment);
+  if (offset >= base->offset + end) return;
+  layout->tail_padding_reported = true;
   pos_warning(ec_size_affected_by_tail_padding, error_position);
 }
 
@@ -196,10 +194,10 @@ static void place_base(a_layout *layout, a_base_class *base)
   }
   place_base_tree(base, layout->next_byte);
   note_base_place(layout, base, layout->next_byte);
+  check_tail_padding(layout, layout->next_byte);
   add_bytes(layout, supplement->nonvirtual_size);
   layout->last_base_placed = base;
   raise_alignment(layout, alignment);
-  check_tail_padding(layout, base);
   note_base_end(layout, base);
 }
 
@@ -288,7 +286,9 @@ static void end_nonvirtual_part(a_layout *layout)
   if (!targ_reuse_tail_padding) {
     supplement->nonvirtual_size = aligned;
     layout->next_byte = aligned;
-  } else if (warn_about_tail_padding_use && aligned != supplement->nonvirtual_size) {
+  } else if (warn_about_tail_padding_use && aligned != supplement->nonvirtual_size &&
+             !layout->tail_padding_reported) {
+    layout->tail_padding_reported = true;
     pos_warning(ec_size_affected_by_tail_padding, error_position);
   }
 }

@@ -69,19 +69,23 @@ static bool walk_object(a_layout *layout, a_type *type, a_target_size offset,
   return false;
 }
 
-// A base subobject: without virtual bases, which have places of their own.
+// A base subobject, of the class being laid out: without virtual bases, which have places of their own,
+// but for those that lie in its place.
 static bool walk_base(a_layout *layout, a_base_class *base, a_target_size offset,
                       an_empty_class_action *action)
 {
-  if (!has_empty_subobject(base->type)) return false;
   if (is_empty_class_type(base->type) && action(layout, base->type, offset)) return true;
-  if (walk_fields(layout, base->type, offset, action)) return true;
+  if (has_empty_subobject(base->type) && walk_fields(layout, base->type, offset, action))
+    return true;
   a_base_class *inner = class_supplement_of(base->type)->base_classes;
   for (; inner != nullptr; inner = inner->next) {
     if (!inner->is_direct || inner->is_virtual) continue;
-    if (walk_base(layout, inner, offset + inner->offset, action)) return true;
+    a_base_class *corresp = corresp_base_class(base, inner);
+    if (corresp && walk_base(layout, corresp, offset + inner->offset, action)) return true;
   }
-  return false;
+  a_base_class *primary = nominal_primary_base(base);
+  bool lies_here = primary != nullptr && primary->is_virtual && primary->primary_of == base;
+  return lies_here && walk_base(layout, primary, offset, action);
 }
 
 //---------------------------------------------------------------------------------------------

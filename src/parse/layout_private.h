@@ -18,6 +18,7 @@ struct a_layout {
   a_target_alignment class_alignment;
   bool size_error_reported;
   bool is_union;
+  bool tail_padding_reported;
   a_target_size union_byte; // the largest end of the members so far
   unsigned union_bit;
   a_type *unit_type; // the open unit of the Microsoft rules
@@ -38,9 +39,13 @@ bool align_position(a_layout *layout, a_target_alignment alignment);
 void raise_alignment(a_layout *layout, a_target_alignment alignment);
 
 // layout_base.cpp: table pointer and bases, in the order of the steps.
+// The record in the complete class of the primary base of one of its bases; null: it has none.
+a_base_class *nominal_primary_base(a_base_class *base);
 void begin_base_layout(a_layout *layout);   // the pointer, the primary base, direct non-virtual bases
 void end_base_layout(a_layout *layout);     // behind the fields: virtual bases, nonvirtual_size
 void end_of_empty_bases(a_layout *layout);  // the position moves behind them
+// Warns (1301) of a member or base that lies in the padding of the base before it.
+void check_tail_padding(a_layout *layout, a_target_size offset);
 void set_nonvirtual_size(a_layout *layout); // where tail padding may be used
 void check_base_offsets(a_layout *layout);  // 713, 1564, 1565
 

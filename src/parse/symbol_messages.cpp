@@ -250,7 +250,8 @@ static void fill_context(const a_scope_stack_entry &entry, a_diag_context *conte
   bool is_instance = entry.kind == sck_template_instantiation;
   context->alone = is_instance ? ec_detected_in_instantiation : ec_detected_in_implicit_generation;
   context->among = is_instance ? ec_instantiation_context : ec_implicit_generation_context;
-  context->symbol = entry.template_instance_symbol;
+  context->symbol = is_instance ? entry.template_instance_symbol
+                                : entry.assoc_routine->source_corresp.assoc_symbol;
   context->instantiation = entry.template_info;
   context->point = entry.push_position;
 }
