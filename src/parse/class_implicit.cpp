@@ -345,7 +345,7 @@ void declare_implicit_members(a_class_scan_state *scan)
   bool takes_const = false, user_provided = false;
   bool has_copy_assignment = is_assignment_operator_for_copy(supplement->assignment_operator,
                                                              &takes_const, &user_provided);
-  if (user_provided) scan->not_pod = true;
+  if (user_provided || scan->not_aggregate) scan->not_pod = true;
   drop_trivial_default(scan, supplement);
   declare_default_constructor(scan, supplement);
   bool assigns_const = !some_subobject(class_type, assigns_from_nonconst_only);

@@ -7,7 +7,7 @@ struct D { D(); int x; private: ~D(); };
 struct P { P(); private: P(int); };
 struct NoDefault { NoDefault(int); };
 struct Twice { Twice(int = 1); Twice(long = 2); };
-struct Plain { int a; const int c; int &r; };
+struct Plain { int a; const int c; int &r; }; // expect: warning no_ctor_but_const_or_ref_member
 struct Abstract { virtual void f() = 0; };
 struct Later;
 int i;
@@ -58,13 +58,13 @@ void g()
 end:;
   A(1, 2, 3, 4); // expect: error no_matching_constructor
 }
-struct HasConst { const int c; };
+struct HasConst { const int c; };         // expect: warning no_ctor_but_const_or_ref_member
 struct Around {
   HasConst part;
   int plain;
   Around() : plain(1) {} // expect: error missing_initializer_on_fields
 };
-struct Aggregate { int a; const int c; };
+struct Aggregate { int a; const int c; }; // expect: warning no_ctor_but_const_or_ref_member
 Aggregate whole = { 1, 2 };
 Aggregate part = { 1 }; // expect: error var_with_uninitialized_member
 int count();

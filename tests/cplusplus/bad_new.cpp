@@ -12,7 +12,7 @@ void f(int n, Incomplete *p, Function *pf, A *a, NoDelete *nd, Hidden *h, Two t,
   new int[-1]; // expect: error new_array_size_must_be_nonnegative
   new int[2](1); // expect: error initializer_not_allowed_on_array_new
   new A; // expect: error no_default_constructor
-  new A(1, 2); // expect: error function_does_not_match_arguments
+  new A(1, 2);                            // expect: error no_matching_constructor
   new A[n]; // expect: error no_default_constructor
   new int(1, 2); // expect: error too_many_initializer_values
   new int("x"); // expect: error bad_initializer_type
