@@ -81,7 +81,7 @@ a_symbol *select_overloaded_copy_constructor(a_type *class_type, unsigned qualif
   (void)position;
   *is_ambiguous = *is_anachronistic = *no_copy_needed = false;
   a_class_symbol_supplement *supplement = supplement_of(class_type);
-  if (supplement == nullptr || (supplement->has_trivial_copy_constructor && qualifiers == 0)) {
+  if (supplement == nullptr || (supplement->has_trivial_copy_constructor && !(qualifiers & tq_volatile))) {
     *no_copy_needed = true;
     return nullptr;
   }
