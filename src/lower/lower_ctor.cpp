@@ -192,7 +192,6 @@ static an_expr_node *object_address(const an_init_pos_descr *descr, a_routine *r
 {
   an_expr_node *object = make_lvalue_of_init_entity_node(descr);
   a_type *type = make_pointer_type(class_of_routine(routine));
-  if (is_operation(object, eok_derived_to_base)) lower_cplusplus_operator(object);
   an_expr_node *address = add_address_of_to_node(object);
   return identical_types(address->type, type) ? address : add_cast(address, type);
 }

@@ -65,6 +65,7 @@ an_expr_node *make_lvalue_of_init_entity_node(const an_init_pos_descr *descr)
     case ipm_field: object = field_lvalue_selection_expr(object, step->variant.field); break;
     case ipm_base_class:
       object = base_class_selection_expr(object, step->variant.base_class);
+      lower_cplusplus_operator(object); // what is made here isn't walked again
       break;
     case ipm_element: object = element_lvalue(object, step->variant.index, step->type); break;
     }
