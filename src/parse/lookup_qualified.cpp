@@ -11,6 +11,7 @@
 #include "parse/lookup.h"
 #include "parse/lookup_parts.h"
 #include "parse/scope_stk.h"
+#include "parse/symbol_links.h"
 
 //---------------------------------------------------------------------------------------------
 // Equivalence
@@ -212,14 +213,6 @@ a_symbol *enum_qualified_id_lookup(a_symbol_locator *locator, a_type *enum_type)
 //---------------------------------------------------------------------------------------------
 // Classes
 
-static a_class_symbol_supplement *supplement_of_class(a_type *class_type)
-{
-  a_symbol *symbol = class_type->source_corresp.assoc_symbol;
-  return symbol != nullptr && symbol_kind_is_class(symbol->kind)
-             ? class_supplement_of_symbol(symbol)
-             : nullptr;
-}
-
 // A tag typedef of the class itself isn't the injected name where that is not asked for.
 static bool tag_typedef_counts(a_symbol *symbol, a_type *class_type, unsigned options)
 {
@@ -261,7 +254,7 @@ static a_symbol *search_anonymous_members(a_type *class_type, a_symbol_header *h
   for (a_field *field = as_class(class_type).first_field; field; field = field->next) {
     if (field->source_corresp.name != nullptr || !is_class_struct_union_type(field->type)) continue;
     a_type *inner = skip_typerefs(field->type);
-    a_class_symbol_supplement *supplement = supplement_of_class(inner);
+    a_class_symbol_supplement *supplement = class_supplement_of_type(inner);
     a_symbol *symbol =
         supplement != nullptr ? search_class_table(inner, supplement, header, 0) : nullptr;
     if (symbol == nullptr) symbol = search_anonymous_members(inner, header);
@@ -294,7 +287,7 @@ a_symbol *class_qualified_id_lookup(a_symbol_locator *locator, a_type *class_typ
     class_type = proxy_class_for_template_param(class_type);
   }
   if (class_type == nullptr || !is_class_struct_union_type(class_type)) return nullptr;
-  a_class_symbol_supplement *supplement = supplement_of_class(class_type);
+  a_class_symbol_supplement *supplement = class_supplement_of_type(class_type);
   if (supplement == nullptr) return nullptr;
   a_symbol *symbol = search_class_table(class_type, supplement, locator->header, options);
   if (symbol == nullptr && C_dialect != 2) {
@@ -385,7 +378,7 @@ a_symbol *find_projected_symbol(a_type *class_type, a_symbol_locator *locator, u
        base = base->next) {
     if (base->is_dependent && (do_dependent_name_processing || gpp_dependent_name_lookup)) continue;
     a_type *base_type = skip_typerefs(base->type);
-    a_class_symbol_supplement *supplement = supplement_of_class(base_type);
+    a_class_symbol_supplement *supplement = class_supplement_of_type(base_type);
     if (supplement == nullptr) continue;
     a_symbol *symbol = search_class_table(base_type, supplement, locator->header, options);
     if (symbol == nullptr || symbol->kind == sk_undefined) continue;

@@ -34,13 +34,6 @@ static bool fits_member_class(const a_symbol *function, a_type *member_of)
   return this_class != nullptr && is_same_class_or_base_class_thereof(this_class, member_of);
 }
 
-static a_symbol *function_of_entry(a_symbol *entry)
-{
-  while (entry->kind == sk_projection)
-    entry = projected_symbol_of(entry);
-  return entry;
-}
-
 // Member functions of the same type may belong to a class and its base.
 static bool is_function_of_type(a_type *type, a_type *wanted)
 {
@@ -57,7 +50,7 @@ static a_symbol *exact_match(a_symbol *first, bool is_set, a_type *wanted, a_typ
   a_symbol *match = nullptr;
   for (a_symbol *entry = first; entry != nullptr;
        entry = is_set ? entry->next_same_name : nullptr) {
-    a_symbol *function = function_of_entry(entry);
+    a_symbol *function = symbol_behind(entry);
     if (!is_routine_symbol(function) || !fits_member_class(function, member_of)) continue;
     if (!is_function_of_type(skip_typerefs(routine_of_symbol(function)->type), wanted)) continue;
     if (match != nullptr && routine_of_symbol(match) != routine_of_symbol(function)) {
@@ -76,7 +69,7 @@ static a_symbol *converting_match(a_symbol *first, bool is_set, a_type *target,
   a_symbol *match = nullptr;
   for (a_symbol *entry = first; entry != nullptr;
        entry = is_set ? entry->next_same_name : nullptr) {
-    a_symbol *function = function_of_entry(entry);
+    a_symbol *function = symbol_behind(entry);
     if (!is_routine_symbol(function)) continue;
     a_conversion_source source = {};
     source.type = make_pointer_type(routine_of_symbol(function)->type);
@@ -112,7 +105,7 @@ a_symbol *find_addr_of_overloaded_function_match(a_symbol *symbol, bool has_expl
   (void)is_address_of;
   (void)is_static_cast;
   *is_ambiguous = false;
-  a_symbol *set = function_of_entry(symbol);
+  a_symbol *set = symbol_behind(symbol);
   bool is_set = set->kind == sk_overloaded_function;
   a_symbol *first = is_set ? overloads_of_symbol(set) : set;
   a_type *member_of;

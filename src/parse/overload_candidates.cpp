@@ -13,13 +13,6 @@
 // -------------------------------------------------------------------------------------------------
 // One function
 
-static a_symbol *function_behind(a_symbol *symbol)
-{
-  while (symbol->kind == sk_projection)
-    symbol = projected_symbol_of(symbol);
-  return symbol;
-}
-
 static bool param_has_default(const a_param_type *param)
 {
   return param->has_default_arg;
@@ -100,7 +93,7 @@ static void drop_candidate(a_candidate_function *candidate)
 
 static void add_function(a_candidate_search *search, a_symbol *symbol, a_symbol *overload_symbol)
 {
-  a_symbol *function = function_behind(symbol);
+  a_symbol *function = symbol_behind(symbol);
   if (function->kind == sk_function_template) {
     if (overload_hooks.add_template_candidate != nullptr)
       overload_hooks.add_template_candidate(search, function, overload_symbol);
@@ -135,7 +128,7 @@ static void add_function(a_candidate_search *search, a_symbol *symbol, a_symbol 
 
 void add_candidates(a_candidate_search *search, a_symbol *symbol)
 {
-  a_symbol *set = function_behind(symbol);
+  a_symbol *set = symbol_behind(symbol);
   if (set->kind != sk_overloaded_function) {
     add_function(search, symbol, symbol);
     return;
@@ -185,7 +178,7 @@ void list_argument_types(an_arg_operand *args, an_operand *object)
 
 static bool is_single_function(a_symbol *symbol)
 {
-  a_symbol *function = function_behind(symbol);
+  a_symbol *function = symbol_behind(symbol);
   return is_routine_symbol(function);
 }
 
@@ -289,9 +282,9 @@ void select_overloaded_function(const an_overload_request *request, an_overload_
     return;
   }
   if (!by_arguments && !request->has_explicit_args && request->object == nullptr &&
-      !request->is_constructor_call &&
-      request->symbol != nullptr && is_single_function(request->symbol)) {
-    result->symbol = function_behind(request->symbol);
+      !request->is_constructor_call && request->symbol != nullptr &&
+      is_single_function(request->symbol)) {
+    result->symbol = symbol_behind(request->symbol);
     result->was_single_function = true;
     return;
   }

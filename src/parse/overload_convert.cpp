@@ -11,6 +11,7 @@
 #include "parse/expr_class.h"
 #include "parse/overload.h"
 #include "parse/overload_private.h"
+#include "parse/symbol_links.h"
 #include "parse/symbol_tbl.h"
 
 // -------------------------------------------------------------------------------------------------
@@ -25,13 +26,6 @@ struct a_conversion_wish {
   an_operand *operand;
   bool is_reference_target;
 };
-
-static a_class_symbol_supplement *supplement_of_class(a_type *class_type)
-{
-  a_symbol *symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
-  if (symbol == nullptr || !symbol_kind_is_class(symbol->kind)) return nullptr;
-  return class_supplement_of_symbol(symbol);
-}
 
 static bool type_fits_mask(a_type *type, unsigned mask, a_std_conv_descr *conv)
 {
@@ -105,8 +99,7 @@ static bool conversion_function_fits(const a_conversion_wish *wish, a_routine *r
 static void add_conversion_candidate(const a_conversion_wish *wish, a_symbol *symbol,
                                      a_candidate_function **list)
 {
-  while (symbol->kind == sk_projection)
-    symbol = projected_symbol_of(symbol);
+  symbol = symbol_behind(symbol);
   if (!is_routine_symbol(symbol)) return;
   a_routine *routine = routine_of_symbol(symbol);
   a_conv_descr conv;
@@ -131,7 +124,7 @@ static void add_conversion_candidate(const a_conversion_wish *wish, a_symbol *sy
 static void add_conversions_of_class(const a_conversion_wish *wish, a_type *class_type,
                                      a_candidate_function **list)
 {
-  a_class_symbol_supplement *supplement = supplement_of_class(class_type);
+  a_class_symbol_supplement *supplement = class_supplement_of_type(class_type);
   if (supplement == nullptr) return;
   a_symbol_list_entry *entry = supplement->conversion_functions;
   for (; entry != nullptr; entry = entry->next)
@@ -259,7 +252,7 @@ static bool is_same_or_derived(a_type *source, a_type *target, a_base_class **ba
 static void add_constructor_candidates(a_type *target, an_operand *operand, a_type *source_type,
                                        unsigned flags, bool is_copy, a_candidate_search *search)
 {
-  a_class_symbol_supplement *supplement = supplement_of_class(target);
+  a_class_symbol_supplement *supplement = class_supplement_of_type(target);
   if (supplement == nullptr || supplement->constructors == nullptr) return;
   an_operand stand_in;
   if (operand == nullptr) {
@@ -286,7 +279,7 @@ bool conversion_to_class_possible(an_operand *operand, a_type *source_type, a_ty
   if (!is_class_struct_union_type(target) || is_incomplete_type(target)) return false;
   a_base_class *base;
   bool is_copy = is_same_or_derived(source_type, target, &base);
-  a_class_symbol_supplement *supplement = supplement_of_class(target);
+  a_class_symbol_supplement *supplement = class_supplement_of_type(target);
   bool any_constructor = supplement != nullptr && supplement->constructors != nullptr;
   // The copy constructor that the class would call does what a copy of the bytes does.
   bool is_trivial = supplement != nullptr && supplement->has_trivial_copy_constructor;

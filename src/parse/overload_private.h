@@ -19,6 +19,14 @@ struct a_set_of_overload_hooks {
 };
 extern a_set_of_overload_hooks overload_hooks;
 
+// The function, set or template that a using declaration or an inherited name stands for.
+inline a_symbol *symbol_behind(a_symbol *symbol)
+{
+  while (symbol != nullptr && symbol->kind == sk_projection)
+    symbol = projected_symbol_of(symbol);
+  return symbol;
+}
+
 // 1, -1 or 0 as the first or second is better.
 int compare_std_conversions(const a_conv_descr *a, const a_conv_descr *b, bool compare_ranks,
                             bool is_conversion_result);

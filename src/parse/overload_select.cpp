@@ -305,13 +305,6 @@ static int compare_candidates(const a_candidate_function *a, const a_candidate_f
 // -------------------------------------------------------------------------------------------------
 // The same function, found twice
 
-static a_symbol *symbol_behind(a_symbol *symbol)
-{
-  while (symbol != nullptr && symbol->kind == sk_projection)
-    symbol = projected_symbol_of(symbol);
-  return symbol;
-}
-
 bool candidates_are_the_same_function(const a_candidate_function *a, const a_candidate_function *b)
 {
   a_symbol *x = symbol_behind(a->symbol), *y = symbol_behind(b->symbol);

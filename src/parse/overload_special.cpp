@@ -11,27 +11,13 @@
 #include "il/types.h"
 #include "parse/overload.h"
 #include "parse/overload_private.h"
+#include "parse/symbol_links.h"
 #include "parse/symbol_tbl.h"
-
-static a_class_symbol_supplement *supplement_of(a_type *class_type)
-{
-  a_symbol *symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
-  return symbol != nullptr && symbol_kind_is_class(symbol->kind)
-             ? class_supplement_of_symbol(symbol)
-             : nullptr;
-}
 
 static a_symbol *first_of_set(a_symbol *symbol)
 {
   return symbol != nullptr && symbol->kind == sk_overloaded_function ? overloads_of_symbol(symbol)
                                                                      : symbol;
-}
-
-static a_symbol *behind(a_symbol *symbol)
-{
-  while (symbol->kind == sk_projection)
-    symbol = projected_symbol_of(symbol);
-  return symbol;
 }
 
 // -------------------------------------------------------------------------------------------------
@@ -80,8 +66,9 @@ a_symbol *select_overloaded_copy_constructor(a_type *class_type, unsigned qualif
 {
   (void)position;
   *is_ambiguous = *is_anachronistic = *no_copy_needed = false;
-  a_class_symbol_supplement *supplement = supplement_of(class_type);
-  if (supplement == nullptr || (supplement->has_trivial_copy_constructor && !(qualifiers & tq_volatile))) {
+  a_class_symbol_supplement *supplement = class_supplement_of_type(class_type);
+  if (supplement == nullptr ||
+      (supplement->has_trivial_copy_constructor && !(qualifiers & tq_volatile))) {
     *no_copy_needed = true;
     return nullptr;
   }
@@ -91,7 +78,7 @@ a_symbol *select_overloaded_copy_constructor(a_type *class_type, unsigned qualif
   int held_count = 0;
   for (a_symbol *entry = first_of_set(supplement->constructors); entry != nullptr;
        entry = entry->next_same_name) {
-    a_symbol *function = behind(entry);
+    a_symbol *function = symbol_behind(entry);
     if (!is_routine_symbol(function) || !routine_of_symbol(function)->is_copy_constructor) continue;
     a_candidate_function *candidate = candidate_for_copy(function, source);
     if (candidate == nullptr) continue;
@@ -117,7 +104,7 @@ a_symbol *select_overloaded_default_constructor(a_type *class_type, a_source_pos
 {
   (void)position;
   *is_ambiguous = false;
-  a_class_symbol_supplement *supplement = supplement_of(class_type);
+  a_class_symbol_supplement *supplement = class_supplement_of_type(class_type);
   if (supplement == nullptr) return nullptr;
   if (supplement->constructors == nullptr) return supplement->trivial_default_constructor;
   a_candidate_search search = {};
@@ -129,13 +116,13 @@ a_symbol *select_overloaded_default_constructor(a_type *class_type, a_source_pos
 a_symbol *select_assignment_operator_for_memberwise_copy(a_type *class_type, unsigned qualifiers,
                                                          a_source_position *position)
 {
-  a_class_symbol_supplement *supplement = supplement_of(class_type);
+  a_class_symbol_supplement *supplement = class_supplement_of_type(class_type);
   if (supplement == nullptr) return nullptr;
   a_type *source = f_make_qualified_type(class_type, qualifiers);
   a_candidate_function *list = nullptr;
   for (a_symbol *entry = first_of_set(supplement->assignment_operator); entry != nullptr;
        entry = entry->next_same_name) {
-    a_symbol *function = behind(entry);
+    a_symbol *function = symbol_behind(entry);
     if (!is_routine_symbol(function)) continue;
     a_candidate_function *candidate = candidate_for_copy(function, source);
     if (candidate == nullptr) continue;

@@ -117,7 +117,7 @@ static bool check_member_named_as_class(a_symbol *symbol, a_scope_stack_entry *e
   return true;
 }
 
-static a_class_symbol_supplement *supplement_of_class_type(a_type *class_type)
+a_class_symbol_supplement *class_supplement_of_type(a_type *class_type)
 {
   a_symbol *symbol = skip_typerefs(class_type)->source_corresp.assoc_symbol;
   return symbol != nullptr && symbol_kind_is_class(symbol->kind)
@@ -131,7 +131,7 @@ static void link_without_depth(a_symbol *symbol)
   a_scope_pointers_block *block = nullptr;
   uint32_t size = 30;
   if (symbol->is_class_member) {
-    a_class_symbol_supplement *supplement = supplement_of_class_type(symbol->parent.class_type);
+    a_class_symbol_supplement *supplement = class_supplement_of_type(symbol->parent.class_type);
     if (supplement != nullptr) {
       block = &supplement->pointers_block;
       symbol->scope_number = supplement->class_scope_number;
@@ -556,7 +556,7 @@ static a_scope_pointers_block *block_of_symbol(a_symbol *symbol)
   int depth = scope_depth_of_symbol(symbol, &is_local);
   if (depth >= 0) return block_of_scope_entry(&scope_stack[depth]);
   if (symbol->is_class_member) {
-    a_class_symbol_supplement *supplement = supplement_of_class_type(symbol->parent.class_type);
+    a_class_symbol_supplement *supplement = class_supplement_of_type(symbol->parent.class_type);
     return supplement != nullptr ? &supplement->pointers_block : nullptr;
   }
   a_namespace *name_space = symbol->parent.name_space;
